@@ -1,0 +1,31 @@
+# The two commands of the README, and what a developer adds to them. CMake does the work; see CMakePresets.json.
+JOBS ?= 2
+
+.PHONY: all report test sanitize bench setup clean
+
+all: setup
+	cmake --preset release
+	cmake --build --preset release -j$(JOBS)
+
+report: all
+	build/release/bin/zemfig-report examples out
+
+test: all
+	cmake --build --preset release -j$(JOBS) --target all_verify_interface_header_sets
+	ctest --preset release -j$(JOBS)
+
+sanitize: setup
+	cmake --preset sanitize
+	cmake --build --preset sanitize -j$(JOBS)
+	ctest --preset sanitize -j$(JOBS)
+
+bench: setup
+	cmake --preset bench
+	cmake --build --preset bench -j$(JOBS)
+	build/bench/bin/zem-bench
+
+setup:
+	@packaging/setup.sh
+
+clean:
+	rm -rf build out

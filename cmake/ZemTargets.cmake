@@ -1,0 +1,72 @@
+# The project's build vocabulary: zem_library, zem_program, zem_test, zem_benchmark.
+# Warnings and sanitizers are interface targets that each of them links PRIVATE.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+
+find_program(ZEM_CCACHE ccache)
+if(ZEM_CCACHE)
+    # Without the sloppiness ccache refuses every file that uses a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${ZEM_CCACHE})
+endif()
+
+add_library(ZemWarnings INTERFACE)
+target_compile_options(ZemWarnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+target_compile_definitions(ZemWarnings INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
+# -fpch-preprocess lets ccache see through precompiled headers.
+target_compile_options(ZemWarnings INTERFACE -fpch-preprocess)
+
+add_library(ZemSanitizers INTERFACE)
+if(ZEM_SANITIZE)
+    target_compile_options(ZemSanitizers INTERFACE
+        -O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(ZemSanitizers INTERFACE -fsanitize=address,undefined)
+endif()
+
+function(_zem_precompile target)
+    target_precompile_headers(${target} PRIVATE
+        <QtCore/QByteArray> <QtCore/QHash> <QtCore/QString> <QtCore/QStringList>
+        <algorithm> <cmath> <istream> <map> <memory> <ostream> <stdexcept> <string> <vector>)
+endfunction()
+
+# zem_library(<name> SOURCES ... HEADERS ... [PUBLIC <targets>] [PRIVATE <targets>])
+# A shared library of the folder it is called in; its public headers must compile alone.
+function(zem_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE")
+    add_library(${name} SHARED ${ARG_SOURCES})
+    add_library(Zem::${name} ALIAS ${name})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR} FILES ${ARG_HEADERS})
+    target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} ZemWarnings ZemSanitizers)
+    set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+    _zem_precompile(${name})
+endfunction()
+
+# zem_program(<name> SOURCES ... LINK ...)
+function(zem_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} ZemWarnings ZemSanitizers)
+    _zem_precompile(${name})
+endfunction()
+
+# zem_test(<name> SOURCES ... LINK ... [LABELS unit|render|cli|slow ...])
+# One GoogleTest binary, one ctest entry. Paths: ZEM_SOURCE_DIR names the checkout, ZEM_BIN_DIR the programs.
+function(zem_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK;LABELS")
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} ZemTestMain GTest::gmock ZemWarnings ZemSanitizers)
+    target_compile_definitions(${name} PRIVATE
+        ZEM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEM_BIN_DIR="${PROJECT_BINARY_DIR}/bin")
+    _zem_precompile(${name})
+    target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+    add_test(NAME ${name} COMMAND ${name})
+    if(NOT ARG_LABELS)
+        set(ARG_LABELS unit)
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 900)
+endfunction()
