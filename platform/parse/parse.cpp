@@ -63,7 +63,9 @@ auto take(QString &parameters, QString const &key, Read read)
 
 } // namespace
 
-ParamError::ParamError(QString const &text, int position) : Exception(text), position_(position) {}
+ParamError::ParamError(QString const &text, int position) : Exception(text), position_(position)
+{
+}
 
 ParamError::~ParamError() = default;
 
@@ -96,9 +98,8 @@ QString Parse::createInt(QString const &key, int value)
 
 int Parse::getInt(QString &parameters, QString const &key, int min, int max)
 {
-    return take(parameters, key, [=](Field const &field) {
-        return static_cast<int>(readInteger(field, readText(field), min, max));
-    });
+    return take(parameters, key,
+                [=](Field const &field) { return static_cast<int>(readInteger(field, readText(field), min, max)); });
 }
 
 QString Parse::createUInt(QString const &key, unsigned int value)
@@ -120,8 +121,7 @@ QString Parse::createDouble(QString const &key, double value)
 
 double Parse::getDouble(QString &parameters, QString const &key, double min, double max)
 {
-    return take(parameters, key,
-                [=](Field const &field) { return readDouble(field, readText(field), min, max); });
+    return take(parameters, key, [=](Field const &field) { return readDouble(field, readText(field), min, max); });
 }
 
 QString Parse::createString(QString const &key, QString const &value)
@@ -202,8 +202,7 @@ QString Parse::createStringVector(QString const &key, std::vector<QString> const
     return makeEntry(key, makeList(values, quote));
 }
 
-std::vector<QString> Parse::getStringVector(QString &parameters, QString const &key, unsigned int min,
-                                            unsigned int max)
+std::vector<QString> Parse::getStringVector(QString &parameters, QString const &key, unsigned int min, unsigned int max)
 {
     return take(parameters, key, [=](Field const &field) { return readItems(field, min, max); });
 }

@@ -28,7 +28,10 @@ struct Field
 [[noreturn]] void failMissing(QString const &key);
 
 /// What a view shows starts here in `whole`.
-inline qsizetype positionIn(QStringView whole, QStringView part) { return part.data() - whole.data(); }
+inline qsizetype positionIn(QStringView whole, QStringView part)
+{
+    return part.data() - whole.data();
+}
 
 /// Reads the first entry of that key and removes it; removes nothing when `read` throws. `find` is
 /// bool (QStringView, QString const &, Field *).

@@ -24,9 +24,8 @@ QString unitKey(QString const &prefix)
 
 [[noreturn]] void failUnknown(char const *what, QString const &key, QString const &value)
 {
-    throw ParamError(translate("Parse_err", "parameter '%1', value '%2': %3")
-                         .arg(key, value, translate("Parse_err", what)),
-                     -1);
+    throw ParamError(
+        translate("Parse_err", "parameter '%1', value '%2': %3").arg(key, value, translate("Parse_err", what)), -1);
 }
 
 UnitData readQuantity(QString &parameters, QString const &key)
