@@ -172,7 +172,7 @@ TEST(DamagedStream, refusesATextLongerThanItsBlock)
 
 TEST(DamagedStream, refusesTextsThatAreNoUtf8)
 {
-    for (std::string const &bytes :
+    for (char const *bytes :
          {"\xff", "\xc3", "\xe2\x82", "\xc0\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\x80", "ab\xf0\x9f\x98"}) {
         EXPECT_EQ(textError(stringPayload(bytes)), QStringLiteral("(stream): block 1: a text is no valid UTF-8"));
     }
