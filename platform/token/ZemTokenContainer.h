@@ -46,6 +46,7 @@ private:
 
     void set(QString const &name, TokenInfo const &info, Value const &value);
     Token const *find(QString const &name) const;
+    void countChangesSince(TokenContainer const &before);
 
     std::vector<Token> tokens_;
     QHash<QString, std::size_t> indices_; // by bare name

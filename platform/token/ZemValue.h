@@ -109,6 +109,7 @@ private:
     {
         Vector number;
         UnitData unit;
+        bool operator==(Quantity const &other) const;
     };
     using Number = Quantity<double>;
     using Vec2d = Quantity<BaVec2d<double>>;
@@ -121,7 +122,7 @@ private:
     constexpr Value(Missing, Type_t type) noexcept : type_(type) {}
     Value(Type_t type, Data data) : type_(type), data_(std::move(data)) {}
 
-    static Value readValue(IO::InStream *stream, Type_t type);
+    static Data zeroOf(Type_t type);
 
     template <class T>
     T const &get(char const *operation) const;
