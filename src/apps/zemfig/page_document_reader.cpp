@@ -9,10 +9,14 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
 
 #include <toml++/toml.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace Zem::Zemfig {
 
@@ -173,6 +177,7 @@ public:
     void read(toml::table const &root)
     {
         document_->figure = std::make_unique<Figure>();
+        collectNames(root);
         for (auto const &[key, node] : root)
             readSection(textOf(key.str()), node);
         for (Wish const &wish : wishes_)
@@ -255,7 +260,7 @@ private:
         FlatTable result;
         for (auto const &[key, node] : table) {
             QString const name = prefix.isEmpty() ? textOf(key.str()) : prefix + QLatin1Char('_') + textOf(key.str());
-            if (!node.is_table() || isFontKey(name)) {
+            if (!node.is_table() || isFontKey(name) || isStructureKey(name)) {
                 result.emplace_back(name, &node);
                 continue;
             }
@@ -344,11 +349,39 @@ private:
         return names;
     }
 
+    /// All names that the document gives, so that an element without one does not take another's.
+    void collectNames(toml::node const &node)
+    {
+        if (toml::array const *array = node.as_array()) {
+            for (toml::node const &item : *array)
+                collectNames(item);
+        } else if (toml::table const *table = node.as_table()) {
+            for (auto const &[key, inner] : *table) {
+                if (key == "name" && inner.is_string())
+                    givenNames_.insert(textOf(inner.as_string()->get()));
+                else if (key == "element" || key == "children")
+                    collectNames(inner);
+            }
+        }
+    }
+
+    QString freeName(Element const *element)
+    {
+        QString const base = Element::getTypeParameterName(element->getType());
+        QString name;
+        do {
+            name = QStringLiteral("%1_%2").arg(base).arg(++nameCounter_);
+        } while (givenNames_.contains(name));
+        return name;
+    }
+
     void readName(toml::table const &table, Element *element)
     {
         toml::node const *node = table.get("name");
-        if (!node)
+        if (!node) {
+            element->getScriptObject()->setName(freeName(element));
             return;
+        }
         QString const name = node->is_string() ? textOf(node->as_string()->get()) : QString();
         if (name.isEmpty())
             report(lineOf(*node), QStringLiteral("'name' wants a text that is not empty"));
@@ -450,7 +483,7 @@ private:
             report(lineOf(*master), QStringLiteral("'master' wants the name of a child, in a group"));
     }
 
-    /// "name", "name/part", or a list of them.
+    /// A name, { to = name, part = name }, or a list of them.
     void readConnect(toml::node const &node, Element *element)
     {
         if (toml::array const *array = node.as_array()) {
@@ -458,14 +491,14 @@ private:
                 readConnect(item, element);
             return;
         }
-        if (!node.is_string()) {
+        toml::table const *table = node.as_table();
+        toml::node const *target = table ? table->get("to") : &node;
+        toml::node const *part = table ? table->get("part") : nullptr;
+        if (target && target->is_string() && (!part || part->is_string()))
+            wishes_.push_back({element, textOf(target->as_string()->get()),
+                               part ? textOf(part->as_string()->get()) : QString(), lineOf(node)});
+        else
             report(lineOf(node), QStringLiteral("'connect' wants the name of an element, or a list of them"));
-            return;
-        }
-        QString const text = textOf(node.as_string()->get());
-        qsizetype const slash = text.indexOf(QLatin1Char('/'));
-        wishes_.push_back({element, slash < 0 ? text : text.left(slash), slash < 0 ? QString() : text.mid(slash + 1),
-                           lineOf(node)});
     }
 
     Element *find(QString const &name) const
@@ -499,6 +532,8 @@ private:
 
     QString fileName_;
     PageDocument *document_;
+    QSet<QString> givenNames_;
+    int nameCounter_ = 0;
     std::vector<Wish> wishes_;
     std::vector<Wish> masters_;
 };
