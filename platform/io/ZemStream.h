@@ -1,0 +1,6 @@
+// ZemStream.h: everything that reads and writes block streams.
+#pragma once
+
+#include <ZemInStream.h>
+#include <ZemOutStream.h>
+#include <ZemStreamGeometry.h>

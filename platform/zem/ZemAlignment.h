@@ -1,0 +1,9 @@
+// ZemAlignment.h: where something lies along one direction.
+#pragma once
+
+namespace Zem {
+
+/// Stored in files as these numbers.
+enum Alignment_t { ALIGN_BEGIN = 0, ALIGN_CENTER = 1, ALIGN_END = 2 };
+
+} // namespace Zem

@@ -1,0 +1,158 @@
+#include "ZemFig2LineStyle.h"
+
+#include "fig_block.h"
+#include "fig_parameters.h"
+#include "fig_text.h"
+
+#include <array>
+
+namespace Zem::Fig2 {
+
+namespace {
+
+constexpr unsigned int BLOCK_VERSION = 2; // 2: cap style
+constexpr unsigned int TEXT_VERSION = 1;
+
+constexpr std::array<char const *, 5> STYLE_WORDS{"none", "full", "dotted", "dashed", "dash dotted"};
+constexpr std::array<char const *, 2> CAP_WORDS{"round", "sharp"};
+
+template <std::size_t count>
+QString wordAt(std::array<char const *, count> const &words, unsigned int index)
+{
+    return index < count ? QString::fromLatin1(words[index]) : QString();
+}
+
+/// The place of `word`; an unknown word is a ParamError with `error`.
+template <std::size_t count>
+unsigned int indexOfWord(std::array<char const *, count> const &words, QString const &word, char const *error)
+{
+    for (unsigned int index = 0; index < count; ++index) {
+        if (word == QLatin1StringView(words[index]))
+            return index;
+    }
+    throw ParamError(translate("Figure_Painter_err", error), -1);
+}
+
+} // namespace
+
+std::vector<LineStyle::Style> LineStyle::getAllStyles()
+{
+    return {STYLE_NONE, STYLE_FULL, STYLE_DOTTED, STYLE_DASHED, STYLE_DASH_DOTTED};
+}
+
+QString LineStyle::getStyleParameterName(Style style)
+{
+    return wordAt(STYLE_WORDS, static_cast<unsigned int>(style));
+}
+
+QString LineStyle::getStyleName(Style style)
+{
+    return translate("Figure_LineStyle", getStyleParameterName(style).toLatin1().constData());
+}
+
+QString LineStyle::getCapStyleParameterName(CapStyle capStyle)
+{
+    return wordAt(CAP_WORDS, static_cast<unsigned int>(capStyle));
+}
+
+template <class Archive, class Self>
+void LineStyle::blockFields(Archive &archive, Self &self)
+{
+    archive.field(self.width_);
+    archive.list(self.style_, STYLE_WORDS.size());
+    archive.field(self.color_);
+    archive.keepList(self.capStyle_, CAP_WORDS.size(), Since{2});
+}
+
+void LineStyle::save(IO::OutStream *stream) const
+{
+    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) { blockFields(archive, *this); });
+}
+
+void LineStyle::load(IO::InStream *stream)
+{
+    LineStyle read = *this;
+    loadBlock(stream, BLOCK_VERSION, [&read](auto &archive) { blockFields(archive, read); });
+    // Old files hold negative widths for lines that were never set up.
+    if (read.width_ < 0.0)
+        read.width_ = 1.0;
+    *this = read;
+}
+
+template <class Archive, class Self>
+void LineStyle::textItems(Archive &archive, Self &self)
+{
+    archive.item(self.width_);
+    archive.list(self.style_, STYLE_WORDS.size());
+    archive.item(self.color_);
+    archive.list(self.capStyle_, CAP_WORDS.size());
+}
+
+std::ostream &operator<<(std::ostream &stream, LineStyle const &style)
+{
+    TextWriter writer(stream);
+    writer.version(TEXT_VERSION);
+    LineStyle::textItems(writer, style);
+    return stream;
+}
+
+std::istream &operator>>(std::istream &stream, LineStyle &style)
+{
+    TextReader reader(stream);
+    if (reader.version() != TEXT_VERSION)
+        return stream;
+    LineStyle read = style;
+    LineStyle::textItems(reader, read);
+    if (reader.good())
+        style = read;
+    return stream;
+}
+
+template <class Archive, class Self>
+void LineStyle::parameterItems(Archive &archive, Self &self)
+{
+    archive.item(PARAM_WIDTH, self.width_, 0.0, ANY_DOUBLE);
+    archive.item(PARAM_COLOR, self.color_);
+    archive.list(PARAM_STYLE, self.style_, STYLE_WORDS);
+    archive.list(PARAM_CAP_STYLE, self.capStyle_, CAP_WORDS);
+}
+
+QString LineStyle::getParameterString(QString const &prefix) const
+{
+    QString parameters;
+    ParameterWriter writer(parameters, prefix);
+    parameterItems(writer, *this);
+    return parameters;
+}
+
+void LineStyle::createFromParameterString(QString &parameters, QString const &prefix)
+{
+    ParameterReader reader(parameters, prefix);
+    parameterItems(reader, *this);
+}
+
+void LineStyle::createFromV541ParameterString(QString &parameters, QString const &prefix)
+{
+    V541ParameterReader reader(parameters, prefix);
+    reader.item(PARAM_WIDTH, width_, 0.0, ANY_DOUBLE);
+    reader.item(PARAM_COLOR, color_);
+    if (reader.exists(PARAM_STYLE)) {
+        QString const word = V541Parser::getString(parameters, reader.key(PARAM_STYLE));
+        style_ = static_cast<Style>(indexOfWord(STYLE_WORDS, word, "unknown line style"));
+    }
+    if (reader.exists(PARAM_CAP_STYLE)) {
+        QString const word = V541Parser::getString(parameters, reader.key(PARAM_CAP_STYLE));
+        capStyle_ = static_cast<CapStyle>(indexOfWord(CAP_WORDS, word, "unknown cap style"));
+    }
+}
+
+bool LineStyle::parameterExists(QString const &parameters, QString const &prefix)
+{
+    for (QLatin1StringView key : {PARAM_WIDTH, PARAM_COLOR, PARAM_STYLE, PARAM_CAP_STYLE}) {
+        if (Parse::parameterExists(parameters, parameterKey(prefix, key)))
+            return true;
+    }
+    return false;
+}
+
+} // namespace Zem::Fig2
