@@ -73,8 +73,8 @@ private:
 };
 
 /// A named node. It does not own its children: a deleted parent leaves them without one, a deleted child leaves its
-/// parent. A tree is used from one thread. Finding a child by name, adding, renaming and removing one take constant time
-/// on average, however many there are.
+/// parent. A tree is used from one thread. Finding a child by name, adding, renaming and removing one take constant
+/// time on average, however many there are.
 class ScriptObject
 {
 public:
@@ -150,7 +150,7 @@ public:
     /// Takes ownership. A template because this library only knows the name of TokenInterface: the caller must include
     /// the definition of the class it passes.
     template <class Interface>
-        requires std::is_convertible_v<Interface *, TokenInterface *>
+    requires std::is_convertible_v<Interface *, TokenInterface *>
     explicit TokenInterfaceScriptObject(Interface *tokens)
         : tokens_(tokens, [](TokenInterface *owned) { delete static_cast<Interface *>(owned); })
     {

@@ -11,8 +11,7 @@ class Color
 public:
     /// Opaque black.
     constexpr Color() noexcept = default;
-    constexpr Color(unsigned char red, unsigned char green, unsigned char blue) noexcept
-        : Color(red, green, blue, 255)
+    constexpr Color(unsigned char red, unsigned char green, unsigned char blue) noexcept : Color(red, green, blue, 255)
     {
     }
     constexpr Color(unsigned char red, unsigned char green, unsigned char blue, unsigned char alpha) noexcept

@@ -19,8 +19,8 @@ public:
     /// caller owns it and gives it back by freeVirtualMemory(). Throws std::bad_alloc when there is none.
     static void *allocVirtualMemory(unsigned int size);
     /// Changes the size; the contents up to the smaller size stay, a grown part is zeroed beyond the old last page. The
-    /// address may change. A null `memory` is allocated. Throws std::bad_alloc and leaves the memory alone when there is
-    /// not enough.
+    /// address may change. A null `memory` is allocated. Throws std::bad_alloc and leaves the memory alone when there
+    /// is not enough.
     static void *reallocVirtualMemory(void *memory, unsigned int oldSize, unsigned int newSize);
     /// `size` is what the memory was last allocated with. Null is ignored.
     static void freeVirtualMemory(void *memory, unsigned int size);

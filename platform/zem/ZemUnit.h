@@ -13,8 +13,8 @@ class InStream;
 class OutStream;
 } // namespace IO
 
-/// How one unit of a quantity relates to the base unit: base = (value + shift) * numerator / denominator. The numbers are
-/// kept apart so that each factor is exact.
+/// How one unit of a quantity relates to the base unit: base = (value + shift) * numerator / denominator. The numbers
+/// are kept apart so that each factor is exact.
 struct UnitForm
 {
     char const *name;
