@@ -4,6 +4,7 @@
 #include "meas_csv_grid.h"
 #include "meas_csv_header.h"
 #include "meas_csv_layout.h"
+#include "meas_csv_notes.h"
 #include "meas_csv_rows.h"
 #include "meas_csv_source.h"
 
@@ -129,7 +130,7 @@ private:
         column.name = uniqueName(!given.isEmpty() ? given : !title.name.isEmpty() ? title.name : fallback);
         auto const unit = options_.columnUnits.find(column.name);
         column.unitText = unit != options_.columnUnits.end() ? unit->second : unitTextOf(index, title.unitText);
-        column.unit = findUnit(column.unitText);
+        column.unit = findColumnUnit(column.name, column.unitText);
         table_.columns.push_back(std::move(column));
         indices_.push_back(index);
     }
@@ -176,59 +177,12 @@ private:
                 type = forced->second;
             }
             reader.read(indices_[i], type, isDeclaredText(indices_[i]), column);
-            noteColumn(column);
         }
+        table_.notes << noteColumns(table_.columns);
         if (reader.wasDateOrderGuessed()) {
             table_.notes << QStringLiteral("dates such as 3/10/2004 are read as month/day/year");
         }
         table_.used.dateOrder = reader.usedDateOrder() ? reader.usedDateOrder() : options_.dateOrder;
-    }
-
-    void noteColumn(CsvColumn const &column)
-    {
-        if (column.type == ColumnType_t::EMPTY) {
-            table_.notes << QStringLiteral("column \"%1\" holds no value").arg(column.name);
-        }
-        std::optional<double> const marker = findLikelyMarker(column);
-        if (marker) {
-            table_.notes << QStringLiteral("column \"%1\" holds %2 again and again, far from all other values: if it marks "
-                                           "missing values, say so")
-                                .arg(column.name)
-                                .arg(*marker);
-        }
-    }
-
-    static std::vector<double> valuesOf(CsvColumn const &column)
-    {
-        std::vector<double> values;
-        for (double const value : column.numbers) {
-            if (!std::isnan(value)) {
-                values.push_back(value);
-            }
-        }
-        for (std::int64_t const value : column.integers) {
-            if (value != CsvColumn::MISSING) {
-                values.push_back(static_cast<double>(value));
-            }
-        }
-        return values;
-    }
-
-    /// A negative whole number that is the smallest value several times, with a gap to all others.
-    static std::optional<double> findLikelyMarker(CsvColumn const &column)
-    {
-        constexpr double LARGEST_MARKER = -99.0;
-        constexpr std::ptrdiff_t OFTEN = 3;
-        std::vector<double> const values =
-            column.type == ColumnType_t::DATE_TIME ? std::vector<double>() : valuesOf(column);
-        auto const least = std::min_element(values.begin(), values.end());
-        if (least == values.end() || *least > LARGEST_MARKER || *least != std::trunc(*least)) {
-            return std::nullopt;
-        }
-        auto const often = std::count(values.begin(), values.end(), *least);
-        bool const far = std::none_of(values.begin(), values.end(),
-                                      [least](double v) { return v != *least && v < *least / 2.0; });
-        return often >= OFTEN && far ? std::optional(*least) : std::nullopt;
     }
 
     void noteRows()

@@ -192,8 +192,9 @@ std::optional<CellNumber> parseNumber(std::string_view cell, bool decimalComma)
     bool const plus = take(text, '+');
     std::string_view const unsignedText = text.substr(!plus && text.starts_with('-') ? 1 : 0);
     // from_chars would also read "nan" and "inf", which are no measured values.
-    bool const startsLikeNumber = !unsignedText.empty() && (isDigit(unsignedText.front()) || unsignedText.front() == '.' ||
-                                                            (decimalComma && unsignedText.front() == ','));
+    bool const startsLikeNumber =
+        !unsignedText.empty() &&
+        (isDigit(unsignedText.front()) || unsignedText.front() == '.' || (decimalComma && unsignedText.front() == ','));
     if (!startsLikeNumber) {
         return std::nullopt;
     }

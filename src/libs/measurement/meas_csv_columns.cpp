@@ -18,10 +18,7 @@ struct ColumnReader::Cells
     bool allFitInteger = true;
     bool holdsIdentifier = false;
 
-    void noteBad(std::size_t row)
-    {
-        firstBad = bad++ == 0 ? row : firstBad;
-    }
+    void noteBad(std::size_t row) { firstBad = bad++ == 0 ? row : firstBad; }
 };
 
 namespace {
@@ -68,8 +65,8 @@ ColumnReader::Cells ColumnReader::parseNumbers(std::size_t index) const
     for (std::size_t row = firstRow_; row < grid_.rowCount(); ++row) {
         std::string_view const cell = trimmed(grid_.cell(row, index));
         auto const number = parseNumber(cell, rules_.decimalComma);
-        bool const marker = number && std::find(numberMarkers_.begin(), numberMarkers_.end(), number->value) !=
-                                          numberMarkers_.end();
+        bool const marker =
+            number && std::find(numberMarkers_.begin(), numberMarkers_.end(), number->value) != numberMarkers_.end();
         bool const present = number && !marker;
         cells.numbers.push_back(present ? number->value : NOT_A_NUMBER);
         if (present) {

@@ -11,8 +11,8 @@ namespace Zem::Measurement {
 /// delimiter means any number of blanks and tabs.
 std::vector<std::string_view> splitLine(std::string_view line, char delimiter);
 
-/// Where the cell of this number begins in `text`, which begins with its row and may hold line ends inside quotes; the end
-/// of the row when that has no such cell.
+/// Where the cell of this number begins in `text`, which begins with its row and may hold line ends inside quotes; the
+/// end of the row when that has no such cell.
 std::size_t cellOffset(std::string_view text, std::size_t column, char delimiter);
 
 struct CommonWidth

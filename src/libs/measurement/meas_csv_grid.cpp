@@ -117,8 +117,8 @@ private:
             readAlignedLine(line.text);
             return;
         }
-        std::size_t const parsed =
-            csv_parse(parser_.get(), line.raw.data(), line.raw.size(), &CsvGridReader::takeCell, &CsvGridReader::takeRow, this);
+        std::size_t const parsed = csv_parse(parser_.get(), line.raw.data(), line.raw.size(), &CsvGridReader::takeCell,
+                                             &CsvGridReader::takeRow, this);
         if (parsed != line.raw.size()) {
             failInQuotes(line.offset + parsed);
         }
@@ -154,7 +154,8 @@ private:
         }
     }
 
-    /// A row that a line end did not close can only be open for a quote; at the end of the file it may lack the line end.
+    /// A row that a line end did not close can only be open for a quote; at the end of the file it may lack the line
+    /// end.
     bool isInsideQuotes() const
     {
         std::string_view const text = source_.text();
@@ -172,8 +173,9 @@ private:
         if (csv_error(parser_.get()) == CSV_ENOMEM) {
             throw std::bad_alloc();
         }
-        source_.failAt(offset, QStringLiteral("a quote inside a cell: quotes enclose a whole cell, and a quote in it is "
-                                              "doubled"));
+        source_.failAt(offset,
+                       QStringLiteral("a quote inside a cell: quotes enclose a whole cell, and a quote in it is "
+                                      "doubled"));
     }
 
     void beginRow(std::size_t offset)

@@ -16,13 +16,13 @@ constexpr qsizetype MAX_UNIT_LENGTH = 16;
 QString usualSpelling(QString const &text)
 {
     static std::array<std::pair<char const *, char const *>, 8> const WORDS = {{{"Newtons", "N"},
-                                                                               {"Newton", "N"},
-                                                                               {"Volts", "V"},
-                                                                               {"Volt", "V"},
-                                                                               {"VDC", "V"},
-                                                                               {"seconds", "s"},
-                                                                               {"inches", "in"},
-                                                                               {"Kelvin", "K"}}};
+                                                                                {"Newton", "N"},
+                                                                                {"Volts", "V"},
+                                                                                {"Volt", "V"},
+                                                                                {"VDC", "V"},
+                                                                                {"seconds", "s"},
+                                                                                {"inches", "in"},
+                                                                                {"Kelvin", "K"}}};
     auto const found = std::find_if(WORDS.begin(), WORDS.end(), [&text](auto const &word) {
         return text.compare(QLatin1String(word.first), Qt::CaseInsensitive) == 0;
     });
@@ -33,13 +33,12 @@ QString usualSpelling(QString const &text)
 bool isUnitWord(QString word)
 {
     static QRegularExpression const exponent(QStringLiteral("[\\^]?[-+]?[0-9²³]$"));
-    static QStringList const KNOWN = {QStringLiteral("l"),   QStringLiteral("L"),   QStringLiteral("ml"),
-                                      QStringLiteral("mL"),  QStringLiteral("J"),   QStringLiteral("kJ"),
-                                      QStringLiteral("W"),   QStringLiteral("kW"),  QStringLiteral("Wh"),
-                                      QStringLiteral("A"),   QStringLiteral("mA"),  QStringLiteral("bar"),
-                                      QStringLiteral("mbar"), QStringLiteral("mol"), QStringLiteral("dB"),
-                                      QStringLiteral("Nm"),  QStringLiteral("px"),  QStringLiteral("rpm"),
-                                      QStringLiteral("ppm"), QStringLiteral("Ohm")};
+    static QStringList const KNOWN = {
+        QStringLiteral("l"),    QStringLiteral("L"),   QStringLiteral("ml"),  QStringLiteral("mL"),
+        QStringLiteral("J"),    QStringLiteral("kJ"),  QStringLiteral("W"),   QStringLiteral("kW"),
+        QStringLiteral("Wh"),   QStringLiteral("A"),   QStringLiteral("mA"),  QStringLiteral("bar"),
+        QStringLiteral("mbar"), QStringLiteral("mol"), QStringLiteral("dB"),  QStringLiteral("Nm"),
+        QStringLiteral("px"),   QStringLiteral("rpm"), QStringLiteral("ppm"), QStringLiteral("Ohm")};
     word = word.trimmed().remove(exponent);
     return word == QLatin1String("1") || KNOWN.contains(word) || findUnit(word).hasUnit();
 }
@@ -84,8 +83,9 @@ ColumnTitle splitAtComma(QString const &header)
 
 UnitData findUnit(QString const &text)
 {
-    static std::array<Unit const *, 12> const QUANTITIES = {uLength, uAngle,     uStrain,   uForce,        uStress, uTemperature,
-                                                            uTime,   uFrequency, uVelocity, uAcceleration, uMass,   uVoltage};
+    static std::array<Unit const *, 12> const QUANTITIES = {uLength,   uAngle,       uStrain,       uForce,
+                                                            uStress,   uTemperature, uTime,         uFrequency,
+                                                            uVelocity, uMass,        uAcceleration, uVoltage};
     QString const name = usualSpelling(text.trimmed());
     if (name.isEmpty() || name == QLatin1String("1")) {
         return {};
@@ -97,6 +97,17 @@ UnitData findUnit(QString const &text)
         }
     }
     return {};
+}
+
+UnitData findColumnUnit(QString const &columnName, QString const &text)
+{
+    static QRegularExpression const acceleration(QStringLiteral("^a(_?[xyz])?$|acc"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+    Unit::Units_t unit{};
+    if (acceleration.match(columnName).hasMatch() && uAcceleration->parseUnit(text, &unit)) {
+        return {uAcceleration, unit};
+    }
+    return findUnit(text);
 }
 
 bool looksLikeUnit(QString const &text)

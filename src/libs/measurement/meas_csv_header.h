@@ -20,8 +20,11 @@ ColumnTitle parseColumnTitle(QString const &header);
 /// The same for "force kN", the form of VARIABLES lists: the last word counts as unit only when it is a known one.
 ColumnTitle parseVariableTitle(QString const &header);
 
-/// A unit of any quantity in any usual spelling; without quantity when the text is none.
+/// A unit of any quantity in any usual spelling ("g" is a mass); without quantity when the text is none.
 UnitData findUnit(QString const &text);
+
+/// The same with the meaning that fits the column: "g" below "Acceleration" or "ax" is no mass.
+UnitData findColumnUnit(QString const &columnName, QString const &text);
 
 /// Whether a text has the look of a unit, known or not: "W/m^2", "°C", "mg/L".
 bool looksLikeUnit(QString const &text);

@@ -63,7 +63,8 @@ private:
         }
         constexpr std::array<std::string_view, 4> PREFIXES = {"#", "***", "%", "//"};
         std::string_view const rest = trimmed(source_.text().substr(layout_.bodyOffset));
-        auto const found = std::find_if(PREFIXES.begin(), PREFIXES.end(), [rest](auto p) { return rest.starts_with(p); });
+        auto const found =
+            std::find_if(PREFIXES.begin(), PREFIXES.end(), [rest](auto p) { return rest.starts_with(p); });
         if (found != PREFIXES.end()) {
             layout_.commentPrefix = *found;
         }

@@ -13,9 +13,9 @@ struct PreambleHints
 {
     std::optional<char> delimiter;
     std::optional<bool> decimalComma;
-    QStringList names;        ///< of a VARIABLES= list
-    QStringList units;        ///< by column
-    bool rowsMayEnd = false;  ///< rows may leave out cells at their end
+    QStringList names;       ///< of a VARIABLES= list
+    QStringList units;       ///< by column
+    bool rowsMayEnd = false; ///< rows may leave out cells at their end
 };
 
 struct CsvLayout

@@ -5,8 +5,8 @@
 
 namespace Zem::Measurement {
 
-/// Number of lines at the start of the file that belong to a header with a form of its own: keys and values up to an end
-/// marker, or a TITLE= and VARIABLES= line. 0 when there is none.
+/// Number of lines at the start of the file that belong to a header with a form of its own: keys and values up to an
+/// end marker, or a TITLE= and VARIABLES= line. 0 when there is none.
 unsigned int countHeaderBlock(CsvSource const &source);
 
 /// What the lines of the preamble say about the table.

@@ -17,8 +17,8 @@ bool isTypeRow(CsvGrid const &grid, std::size_t row);
 /// Whether the file uses commas in numbers.
 bool usesDecimalComma(CsvGrid const &grid, char delimiter);
 
-/// Throws ImportError for the first row that has not as many cells as the first one. An empty cell at the end of a row is
-/// allowed; with `rowsMayEnd` cells may be missing there.
+/// Throws ImportError for the first row that has not as many cells as the first one. An empty cell at the end of a row
+/// is allowed; with `rowsMayEnd` cells may be missing there.
 void requireEvenRows(CsvGrid const &grid, bool rowsMayEnd);
 
 } // namespace Zem::Measurement

@@ -1,5 +1,6 @@
 #include "meas_csv_source.h"
 
+#include <cctype>
 #include <cstring>
 
 namespace Zem::Measurement {
@@ -104,8 +105,9 @@ void CsvSource::requireText() const
     if (first == std::string_view::npos) {
         fail(QStringLiteral("the file is empty"));
     }
-    if (text_.substr(first).starts_with("<?xml")) {
-        failAt(first, QStringLiteral("this is an XML document, no table"));
+    bool const tag = text_[first] == '<' && text_.find('>', first) != std::string_view::npos;
+    if (tag && (text_.substr(first, 5) == "<?xml" || std::isalpha(static_cast<unsigned char>(text_[first + 1])) != 0)) {
+        failAt(first, QStringLiteral("this is a marked-up document (XML or HTML), no table"));
     }
 }
 
