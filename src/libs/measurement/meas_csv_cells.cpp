@@ -9,8 +9,8 @@ namespace Zem::Measurement {
 
 namespace {
 
-constexpr double MAX_EXACT_WHOLE = 9007199254740992.0; // 2^53
-constexpr std::size_t MIN_IDENTIFIER_DIGITS = 5;       // 0830 may be a time of day
+constexpr std::size_t MIN_IDENTIFIER_DIGITS = 5; // 0830 may be a time of day
+constexpr std::size_t MAX_EXACT_DIGITS = 15;     // that a double holds for certain
 constexpr std::size_t MAX_NUMBER_LENGTH = 128;
 
 bool isDigit(char c)
@@ -210,7 +210,7 @@ std::optional<CellNumber> parseNumber(std::string_view cell, bool decimalComma)
     if (!value) {
         return std::nullopt;
     }
-    return CellNumber{*value, isAllDigits(unsignedText) && std::abs(*value) <= MAX_EXACT_WHOLE};
+    return CellNumber{*value, isAllDigits(unsignedText)};
 }
 
 std::optional<std::int64_t> parseDateTime(std::string_view cell, DateOrder_t order)
@@ -252,7 +252,7 @@ bool isIdentifier(std::string_view cell)
     if (!isAllDigits(cell)) {
         return false;
     }
-    return cell.size() > 15 || (cell.front() == '0' && cell.size() >= MIN_IDENTIFIER_DIGITS);
+    return cell.size() > MAX_EXACT_DIGITS || (cell.front() == '0' && cell.size() >= MIN_IDENTIFIER_DIGITS);
 }
 
 } // namespace Zem::Measurement

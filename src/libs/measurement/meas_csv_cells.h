@@ -11,7 +11,7 @@ namespace Zem::Measurement {
 struct CellNumber
 {
     double value = 0.0;
-    bool isWhole = false; ///< written as digits alone, and exact in `value`
+    bool isWhole = false; ///< written as digits alone, behind a sign at most
 };
 
 std::string_view trimmed(std::string_view text);

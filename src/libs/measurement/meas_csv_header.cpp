@@ -73,7 +73,9 @@ ColumnTitle splitAtComma(QString const &header)
     QString const plain = note.isNull() ? header : withoutBracket(header, QLatin1Char('('));
     qsizetype const comma = plain.lastIndexOf(QLatin1Char(','));
     QString const unit = plain.mid(comma + 1).trimmed();
-    if (comma > 0 && (isUnit(unit) || looksLikeUnit(unit))) {
+    // A plain word behind a comma is more likely part of the name: "Position, left".
+    static QRegularExpression const sign(QStringLiteral("[/^°%‰²³µΩ]"));
+    if (comma > 0 && (isUnit(unit) || (looksLikeUnit(unit) && unit.contains(sign)))) {
         return {plain.left(comma).trimmed(), unit};
     }
     return {header, QString()};

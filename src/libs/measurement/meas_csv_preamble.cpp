@@ -149,7 +149,7 @@ bool isTitleLine(std::string_view line, std::string_view following, char delimit
     auto const cells = splitLine(line, delimiter);
     LineShape const shape = shapeOf(cells);
     LineShape const below = shapeOf(splitLine(following, delimiter));
-    bool const dataBelow = holdsData(following, delimiter);
+    bool const dataBelow = below.cells == width && holdsData(following, delimiter);
     if (width < 2 || holdsData(cells.front(), delimiter)) {
         return false;
     }

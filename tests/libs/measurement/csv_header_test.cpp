@@ -44,11 +44,12 @@ INSTANTIATE_TEST_SUITE_P(
                     TitleCase{"NoUnitInRound", "CO(GT)", "CO(GT)", "", ""},
                     TitleCase{"NoUnitAfterBlank", "Excitation (Trigger)", "Excitation (Trigger)", "", ""},
                     TitleCase{"NoUnitAfterComma", "Date Time, GMT-04:00", "Date Time, GMT-04:00", "", ""},
+                    TitleCase{"WordAfterComma", "Position, left", "Position, left", "", ""},
                     TitleCase{"Dimensionless", "Cycles N [-]", "Cycles N", "", ""},
                     TitleCase{"Mpa", "Stress S [Mpa]", "Stress S", "Mpa", "MPa"},
                     TitleCase{"CompoundInRound", "speed (mm/min)", "speed", "mm/min", ""},
                     TitleCase{"Voltage", "Battery [VDC]", "Battery", "VDC", "V"}),
-    [](auto const &info) { return info.param.name; });
+    [](auto const &row) { return row.param.name; });
 
 TEST(CsvUnitsRow, belowTheHeaderIsFound)
 {
