@@ -136,8 +136,8 @@ CommonWidth commonWidth(std::vector<std::string_view> const &lines, char delimit
         counts.erase(1);
     }
     auto const fewer = [](auto const &a, auto const &b) { return a.second < b.second; };
-    auto const best = std::max_element(counts.begin(), counts.end(), fewer);
-    if (best == counts.end()) {
+    auto const best = std::max_element(counts.rbegin(), counts.rend(), fewer); // of equals the widest
+    if (best == counts.rend()) {
         return {};
     }
     return {best->first, static_cast<double>(best->second) / static_cast<double>(lines.size())};
