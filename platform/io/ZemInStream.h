@@ -45,8 +45,8 @@ public:
     /// The unread bytes of the open block, 0 outside one: no count read from a block can be larger.
     unsigned int getBytesLeft() const noexcept { return static_cast<unsigned int>(end_ - position_); }
 
-    /// Each throws StreamException outside a block, past its end, or for bytes that are no such value: a bool is 0 or 1,
-    /// a string is valid UTF-8.
+    /// Each throws StreamException outside a block, past its end, or for bytes that are no such value: a bool is 0 or
+    /// 1, a string is valid UTF-8.
     void readBool(bool *value);
     void readByte(unsigned char *value);
     void readInt(int *value);

@@ -56,8 +56,8 @@ public:
     void writeData(void const *data, unsigned int size);
 
     /// Completes the file: all bytes are on the medium under the file's name when this returns. A second call does
-    /// nothing. Throws StreamException with file, step and reason, and ProgError inside a block; then the temporary file
-    /// is gone and the old one as it was (only if the folder's own entry cannot be synchronised, the last step, is
+    /// nothing. Throws StreamException with file, step and reason, and ProgError inside a block; then the temporary
+    /// file is gone and the old one as it was (only if the folder's own entry cannot be synchronised, the last step, is
     /// the new file already in place).
     void close();
 

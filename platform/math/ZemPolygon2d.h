@@ -12,8 +12,8 @@ namespace Zem {
 class LineSegment2d;
 
 /// Points in one flat sequence, cut into parts. The area is the union of the parts, each filled by the even-odd rule
-/// with its border; a part of one point is that point, one of two points a segment. Points that are not finite belong
-/// to no area and never disturb an operation. A plain value; several threads may read it.
+/// with its border; a part of one point is that point, one of two points a segment. A point that is not
+/// finite belongs to no area. A plain value; several threads may read it.
 class Polygon2d
 {
 public:

@@ -24,7 +24,7 @@ public:
     QString const &getFileName() const noexcept { return fileName_; }
     void setFileName(QString const &fileName) { fileName_ = fileName; }
 
-    /// Writes the object as a file of its own and takes over the name. False when that failed: the reason is then in
+    /// Writes the data as a file of its own and takes over the name. False when that failed: the reason is then in
     /// `log` (which may be null), and an existing file and the name stay as they were.
     bool saveHeader(QString const &fileName, ErrorLog *log, int first, int second);
     /// Reads a file that saveHeader() wrote and takes over the name. False when that failed: the reason is then in
@@ -36,7 +36,7 @@ public:
     void loadStreamHeader(IO::InStream &stream, int first, int second);
 
 protected:
-    /// `fileType` is the type word of a file of its own.
+    /// `fileType` is the type word of a file of its own: 1 to 51 printable ASCII characters.
     explicit Object(QString const &fileType);
     Object(Object const &);
     Object &operator=(Object const &);

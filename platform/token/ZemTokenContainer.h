@@ -17,8 +17,8 @@ public:
     TokenContainer();
     TokenContainer(TokenContainer const &);
     TokenContainer &operator=(TokenContainer const &);
-    /// A copy of what `source` (never null) has at `stage` and the filter passes. Tokens whose name is no token text are
-    /// skipped. Values with an index are not taken over.
+    /// A copy of what `source` (never null) has at `stage` and the filter passes. Tokens whose name is no token text
+    /// are skipped. Values with an index are not taken over.
     TokenContainer(TokenInterface const *source, TokenFilter const &filter, StageIdentifier const &stage);
     ~TokenContainer() override;
 
@@ -46,6 +46,7 @@ private:
 
     void set(QString const &name, TokenInfo const &info, Value const &value);
     Token const *find(QString const &name) const;
+    void countChangesSince(TokenContainer const &before);
 
     std::vector<Token> tokens_;
     QHash<QString, std::size_t> indices_; // by bare name

@@ -37,17 +37,17 @@ public:
 
     /// Offers the tokens in `tokens`, which the caller passes in empty. Never null.
     virtual void getTokens(std::vector<TokenInfo> *tokens) const = 0;
-    /// Value::UNKNOWN when there is no token of this name, Value::INVALID when it has no value with this index or at this
-    /// stage. Plain tokens are asked with IndexIdentifier::NO_INDEX.
+    /// Value::UNKNOWN when there is no token of this name, Value::INVALID when it has no value with this index or at
+    /// this stage. Plain tokens are asked with IndexIdentifier::NO_INDEX.
     virtual Value getValue(QString name, IndexIdentifier const &index, StageIdentifier const &stage) const = 0;
     /// A number that differs from an earlier one when the token's value may have changed since. Always 0 here.
     virtual unsigned int getModifiedCounter(QString const &name) const;
     /// Empty here.
     virtual ChangeLog::Log getTokenChangeLog() const;
 
-    /// Splits "name" or "name[index]" into name and index. A name is made of letters, digits and . _ - + \ ; an index is
-    /// any text without brackets, but not the empty one. False, and both are left alone, when the text is no token. Without an index,
-    /// `index` becomes empty. Either pointer may be null.
+    /// Splits "name" or "name[index]" into name and index. A name is made of letters, digits and . _ - + \ ; an index
+    /// is any text without brackets, but not the empty one. False, and both are left alone, when the text is no token.
+    /// Without an index, `index` becomes empty. Either pointer may be null.
     static bool parseToken(QString const &text, QString *name, QString *index);
 
 protected:

@@ -19,7 +19,8 @@ class TokenTools
 public:
     TokenTools() = delete;
 
-    /// The type of a token whose number has this unit: TYPE_DOUBLE for null, TYPE_QUANTITY for one without its own type.
+    /// The type of a token whose number has this unit: TYPE_DOUBLE for null, TYPE_QUANTITY for one without its own
+    /// type.
     static TokenInfo::Type_t getTokenType(Unit const *unit);
 };
 

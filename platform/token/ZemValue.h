@@ -23,8 +23,8 @@ enum ConversionErrorCode_t {
 };
 
 /// A plain value, cheap to copy; one object may be read from several threads. Numbers with a unit are kept in the base
-/// unit of their quantity; the unit that UnitData names is for display. A NaN equals a NaN, so that a missing number does not
-/// look like a change for ever.
+/// unit of their quantity; the unit that UnitData names is for display. A NaN equals a NaN, so that a missing number
+/// does not look like a change for ever.
 class Value
 {
 public:
@@ -60,8 +60,7 @@ public:
 
     // A bool would be taken for an int, and a double without a unit would lose its fraction.
     template <typename T>
-        requires(std::same_as<T, bool> || std::floating_point<T>)
-    explicit Value(T) = delete;
+    requires(std::same_as<T, bool> || std::floating_point<T>) explicit Value(T) = delete;
 
     static Value fromBool(bool value);
     static Value fromDateTime(QDateTime const &time);
@@ -88,12 +87,13 @@ public:
     /// The unit of a number or a vector; hasUnit() is false for a bare one and for all other types.
     UnitData getUnitData() const;
 
-    /// The value as text for a page; never throws. `format` is sign, unit in brackets, sign, width, point, precision, all
-    /// optional: "+[mm]8.2". Either sign puts a plus before positive numbers. Width is limited to 1000 characters and
-    /// precision to 100 digits. Without a precision integers have no decimals and other numbers six. Texts and truth values ignore
-    /// the format; a point in time is in ISO form, or as the pattern in the brackets says, "[dd.MM.yyyy hh:mm]", with
-    /// English names; vectors are "(x, y)" with each component formatted. What cannot be shown becomes a text that says so.
-    /// `result`, if not null, receives the code and whether the returned text shows the value.
+    /// The value as text for a page; never throws. `format` is sign, unit in brackets, sign, width, point, precision,
+    /// all optional: "+[mm]8.2". Either sign puts a plus before positive numbers. Width is limited to 1000 characters
+    /// and precision to 100 digits. Without a precision integers have no decimals and other numbers six. Texts and
+    /// truth values ignore the format; a point in time is in ISO form, or as the pattern in the brackets says,
+    /// "[dd.MM.yyyy hh:mm]", with English names; vectors are "(x, y)" with each component formatted. What cannot be
+    /// shown becomes a text that says so. `result`, if not null, receives the code and whether the returned text shows
+    /// the value.
     QString toString(QString const &format, std::pair<ConversionErrorCode_t, bool> *result) const;
 
     bool operator==(Value const &other) const;
@@ -109,6 +109,7 @@ private:
     {
         Vector number;
         UnitData unit;
+        bool operator==(Quantity const &other) const;
     };
     using Number = Quantity<double>;
     using Vec2d = Quantity<BaVec2d<double>>;
@@ -121,7 +122,7 @@ private:
     constexpr Value(Missing, Type_t type) noexcept : type_(type) {}
     Value(Type_t type, Data data) : type_(type), data_(std::move(data)) {}
 
-    static Value readValue(IO::InStream *stream, Type_t type);
+    static Data zeroOf(Type_t type);
 
     template <class T>
     T const &get(char const *operation) const;
