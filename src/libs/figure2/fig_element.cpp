@@ -87,10 +87,20 @@ Element::~Element()
 {
     for (Connector *connector : connectors_) {
         Element *other = connector->getSource() == this ? connector->getTarget() : connector->getSource();
-        if (other)
-            std::erase(other->connectors_, connector), other->valid_ = false;
+        if (other) {
+            std::erase(other->connectors_, connector);
+            other->valid_ = false;
+        }
         delete connector;
     }
+}
+
+unsigned int Element::getEstimatedObjectSize() const
+{
+    constexpr unsigned int SCRIPT_OBJECT_SIZE = 256;
+    std::size_t const points = dragPolygon_.size() + coveredPolygon_.size() + updatePolygon_.size();
+    return static_cast<unsigned int>(sizeof(Element) + SCRIPT_OBJECT_SIZE + points * sizeof(BaVec2d<double>) +
+                                     connectors_.capacity() * sizeof(Connector *));
 }
 
 void Element::createScriptObject()

@@ -2,6 +2,7 @@
 
 #include "ZemFig2Element.h"
 #include "ZemFig2Figure.h"
+#include "fig_element_tokens.h"
 
 #include <ZemError.h>
 
@@ -72,7 +73,6 @@ namespace {
 
 enum ElementToken { ELEMENT_TOKEN_SELECTED = 0 };
 
-/// Filled once at the first call and only read afterwards.
 std::map<QString, ElementToken> const &elementTokens()
 {
     static std::map<QString, ElementToken> const tokens{{TokenInfo::TOKEN_SELECTED, ELEMENT_TOKEN_SELECTED}};
@@ -80,6 +80,11 @@ std::map<QString, ElementToken> const &elementTokens()
 }
 
 } // namespace
+
+void registerElementTokens()
+{
+    elementTokens();
+}
 
 void ElementTokenInterface::getTokens(std::vector<TokenInfo> *tokens) const
 {

@@ -1,0 +1,146 @@
+// ZemFig2Figure.h: Figure, the document.
+// Layer: document. A figure and all that hangs from it belong to one thread; update, draw and changes of the tree must
+// not overlap.
+#pragma once
+
+#include "ZemFig2FillStyle.h"
+#include "ZemFig2Group.h"
+
+#include <ZemErrorLog.h>
+#include <ZemIdentifiers.h>
+#include <ZemPolygon2d.h>
+#include <ZemStream.h>
+#include <ZemTObject.h>
+#include <ZemVec.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+namespace Zem {
+class ScriptObject;
+} // namespace Zem
+
+namespace Zem::Fig2 {
+
+class FigureTokenInterface;
+class Invalidator;
+class Painter;
+
+/// One page with a background and a tree of elements. The application calls update whenever stage or data may have
+/// changed and then draw. All lengths are page millimetres. Owns its root and through it all elements; interfaces and
+/// invalidators stay the application's and outlive the figure or are taken away before.
+class Figure : public TObject
+{
+public:
+    static constexpr QLatin1StringView FILE_TYPE_ID{"Figure"};
+    static constexpr QLatin1StringView FILE_EXTENSION{".fig"};
+
+    /// An empty white page of 210 x 297.
+    Figure();
+    explicit Figure(FigureTokenInterface const *tokenInterface);
+    /// Copies the elements with the connectors among them; selection and invalidators are not copied.
+    Figure(Figure const &other);
+    ~Figure() override;
+
+    /// Owned by the figure; never null but while loading.
+    Group *getRoot() const { return root_; }
+    /// Deletes the old root and takes ownership of the new one.
+    void setRoot(Group *root);
+    BaVec2d<double> const &getSize() const { return size_; }
+    void setSize(BaVec2d<double> const &size) { size_ = size; }
+    FillStyle const &getBackground() const { return background_; }
+    void setBackground(FillStyle const &background) { background_ = background; }
+    /// Not owned. Without one, nothing but the background is drawn.
+    FigureTokenInterface const *getTokenInterface() const { return tokenInterface_; }
+    void setTokenInterface(FigureTokenInterface const *tokenInterface) { tokenInterface_ = tokenInterface; }
+    /// The parent of the script objects of all elements. Owned by the figure.
+    ScriptObject *getElementsScriptObject() const { return elementsScriptObject_.get(); }
+
+    /// Throws ProgError when it is registered already. Not owned.
+    void registerInvalidator(Invalidator *invalidator);
+    /// An unknown one is ignored.
+    void unregisterInvalidator(Invalidator *invalidator);
+    /// The next update reports the whole page.
+    void invalidate() { invalidatePage_ = true; }
+
+    /// Brings all elements up to date for a stage and tells the invalidators what changed; `force` recomputes every
+    /// element. True when something changed.
+    bool update(StageIdentifier const &stage, bool force);
+    /// Draws the page: background, connector lines, then the elements in layer order.
+    void draw(Painter *painter) const;
+    void drawBackground(Painter *painter) const;
+    void drawConnectorLines(Painter *painter) const;
+
+    /// All elements below the root, groups before their children.
+    Group::ElementIterator getElementBegin() { return root_->getElementBegin(); }
+    Group::ElementIterator getElementEnd() { return root_->getElementEnd(); }
+    Group::ElementConstIterator getElementBegin() const { return std::as_const(*root_).getElementBegin(); }
+    Group::ElementConstIterator getElementEnd() const { return std::as_const(*root_).getElementEnd(); }
+
+    /// Selects or deselects the element of the top level that `element` belongs to.
+    void selectElement(Element *element, bool selected);
+    void clearSelection();
+    /// Called by the elements when something changed that the selection depends on.
+    void updateElementSelection(Element *element);
+    /// The selected elements of the top level.
+    std::vector<Element *> getSelectedElements() const { return selection_; }
+
+    /// The element of the top level that is hit at `point`, the one painted last; null for none.
+    Element *getElementAt(BaVec2d<double> const &point) const;
+    /// Whether something of it lies on the page, less a rim of 0.1 %.
+    bool isInBounds(Polygon2d const &polygon) const;
+    bool isInBounds(Element const *element) const;
+
+    /// Removes all groups without children, but not the root. True when there was one.
+    bool removeEmptyGroups();
+    bool isTokenUsed(QString const &token) const;
+    /// The parameters of all elements as an indented text.
+    QString toString() const;
+
+    virtual unsigned int getEstimatedObjectSize() const;
+    /// The stream blocks of a figure. load throws IO::StreamException; the elements of before are gone then and the
+    /// page is empty. `a` and `b` are handed on to the elements.
+    virtual void load(IO::InStream *stream, int a, int b);
+    virtual void save(IO::OutStream *stream, int a, int b) const;
+
+    /// Whether a file that begins with these bytes is one for loadFigure.
+    static bool canOpenFile(std::vector<char> const &head);
+    /// Null when the file cannot be read; the reason goes to `log`. Owned by the caller.
+    static Figure *loadFigure(QString const &fileName, ErrorLog *log);
+    /// False when the file cannot be written, which leaves an old file as it was; the reason goes to `log`. A file that
+    /// cannot even be opened is told in `log` alone, the result is true then.
+    static bool saveFigure(QString const &fileName, Figure const *figure, ErrorLog *log);
+
+protected:
+    /// Copies the members as they are: for the assignment of derived figures only.
+    Figure &operator=(Figure const &) = delete;
+
+    /// Called while loading, when elements and connectors stand and have the ids of the file.
+    virtual void elementsLoaded();
+
+private:
+    friend class Group;
+
+    void createScriptObjects();
+    void adoptRoot(Group *root);
+    Element *topLevelElement(Element *element) const;
+    bool isTopLevelSelected(Element const *top) const;
+    void forgetSelection(Element const *element, Group *group);
+    bool updateElements(StageIdentifier const &stage, Polygon2d *modified, bool (*wanted)(Element::Type_t));
+    void loadPage(IO::InStream *stream);
+    void loadElements(IO::InStream *stream, int a, int b);
+    void connectLoadedElements();
+
+    FigureTokenInterface const *tokenInterface_ = nullptr;
+    Group *root_ = nullptr;
+    BaVec2d<double> size_{210.0, 297.0};
+    FillStyle background_{Color(255, 255, 255)};
+    std::vector<Invalidator *> invalidators_;
+    bool invalidatePage_ = false;
+    std::vector<Element *> selection_;
+    std::unique_ptr<ScriptObject> elementsScriptObject_;
+};
+
+} // namespace Zem::Fig2

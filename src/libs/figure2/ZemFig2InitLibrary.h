@@ -1,0 +1,10 @@
+// ZemFig2InitLibrary.h: InitLibrary, the application's first call.
+// Layer: services. Called once, on the thread that starts the application.
+#pragma once
+
+namespace Zem::Fig2 {
+
+/// Installs the translations of the library and registers what it offers by itself. Further calls do nothing.
+void InitLibrary();
+
+} // namespace Zem::Fig2

@@ -1,0 +1,37 @@
+// The one place that knows every concrete element.
+#include "ZemFig2Element.h"
+
+#include "ZemFig2Group.h"
+#include "ZemFig2Label.h"
+#include "ZemFig2Line.h"
+#include "ZemFig2Polygon.h"
+#include "ZemFig2Rectangle.h"
+
+#include <ZemError.h>
+
+namespace Zem::Fig2 {
+
+Element *Element::create(Type_t type)
+{
+    switch (type) {
+    case LINE:
+        return new Line;
+    case RECTANGLE:
+        return new Rectangle;
+    case ELLIPSE:
+        return new Ellipse;
+    case POLYGON:
+        return new Polygon;
+    case LABEL:
+        return new Label;
+    case GROUP:
+        return new Group;
+    case IMAGE_LABEL:
+        throw ProgError("Zem::Fig2::Element::create", "fig_element", __LINE__,
+                        "Image labels cannot be created this way");
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace Zem::Fig2

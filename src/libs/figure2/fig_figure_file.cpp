@@ -1,0 +1,129 @@
+// How a Figure is kept in files.
+#include "ZemFig2Figure.h"
+
+#include "ZemFig2Connector.h"
+#include "fig_block.h"
+
+#include <ZemScriptObject.h>
+
+#include <memory>
+#include <unordered_map>
+
+namespace Zem::Fig2 {
+
+namespace {
+
+constexpr unsigned int BLOCK_VERSION = 5; // 3, 4: a text; 2, 3: a flag; both gone
+constexpr unsigned int STREAM_VERSION = 1;
+
+} // namespace
+
+void Figure::save(IO::OutStream *stream, int a, int b) const
+{
+    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) { archive.field(size_); });
+    background_.save(stream);
+    root_->save(stream, a, b);
+}
+
+void Figure::loadPage(IO::InStream *stream)
+{
+    loadBlock(stream, BLOCK_VERSION, [this](BlockReader &archive) {
+        archive.field(size_);
+        if (archive.version() == 2 || archive.version() == 3)
+            archive.drop<bool>();
+        if (archive.version() == 3 || archive.version() == 4)
+            archive.drop<QString>();
+    });
+    background_.load(stream);
+}
+
+void Figure::loadElements(IO::InStream *stream, int a, int b)
+{
+    auto group = std::make_unique<Group>();
+    group->setFigure(this);
+    group->load(stream, a, b);
+    group->getScriptObject()->setParent(nullptr);
+    delete root_;
+    root_ = group.release();
+}
+
+void Figure::connectLoadedElements()
+{
+    std::unordered_map<int, Element *> elements;
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it)
+        elements[it->getId()] = *it;
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
+        for (auto connector = it->getConnectorBegin(); connector != it->getConnectorEnd(); ++connector) {
+            if ((*connector)->getSource() != *it)
+                continue;
+            auto const target = elements.find((*connector)->getTargetId());
+            if (target == elements.end() || target->second == *it)
+                throw IO::StreamException(translate("Figure_err", "dangling connector, report corrupted"));
+            (*connector)->setTarget(target->second);
+            target->second->addConnector(*connector);
+        }
+    }
+}
+
+void Figure::load(IO::InStream *stream, int a, int b)
+{
+    // A failure below leaves an empty page instead of elements that are half connected.
+    setRoot(new Group);
+    try {
+        loadPage(stream);
+        loadElements(stream, a, b);
+        connectLoadedElements();
+    } catch (IO::StreamException const &) {
+        setRoot(new Group);
+        throw;
+    }
+    elementsLoaded();
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
+        it->updateId();
+        it->setFigure(this);
+    }
+}
+
+bool Figure::canOpenFile(std::vector<char> const &head)
+{
+    return IO::Stream::isOfFileType(head, FILE_TYPE_ID);
+}
+
+Figure *Figure::loadFigure(QString const &fileName, ErrorLog *log)
+{
+    IO::InStream stream(fileName);
+    if (!stream.isInit()) {
+        *log << translate("Figure_err", "stream initialisation failed") << END_LOG;
+        return nullptr;
+    }
+    try {
+        if (!stream.isOfType(FILE_TYPE_ID))
+            throw IO::StreamException(translate("Figure_err", "file is no valid figure file"));
+        auto figure = std::make_unique<Figure>();
+        figure->load(&stream, -1, -1);
+        return figure.release();
+    } catch (IO::StreamException const &error) {
+        *log << error.getText() << END_LOG;
+        return nullptr;
+    }
+}
+
+bool Figure::saveFigure(QString const &fileName, Figure const *figure, ErrorLog *log)
+{
+    try {
+        IO::OutStream stream(fileName, FILE_TYPE_ID, STREAM_VERSION);
+        if (!stream.isInit()) {
+            // The result stays true: callers of old look into the log.
+            *log << translate("Figure_err", "stream initialisation failed") << END_LOG;
+            return true;
+        }
+        figure->save(&stream, -1, -1);
+        stream.close();
+    } catch (IO::StreamException const &error) {
+        *log << error.getText() << END_LOG;
+        return false;
+    }
+    return true;
+}
+
+} // namespace Zem::Fig2

@@ -1,0 +1,130 @@
+// The persistent forms of Group.
+#include "ZemFig2Group.h"
+
+#include "ZemFig2Figure.h"
+#include "fig_block.h"
+#include "fig_parameters.h"
+
+#include <ZemError.h>
+
+#include <memory>
+
+namespace Zem::Fig2 {
+
+namespace {
+
+constexpr unsigned int BLOCK_VERSION = 2; // 2: master
+
+} // namespace
+
+/// The block in front of the children.
+struct Group::ChildTable
+{
+    std::vector<unsigned int> types;
+    bool hasMaster = false;
+    int masterId = 0;
+};
+
+void Group::save(IO::OutStream *stream, int a, int b) const
+{
+    Element::save(stream, a, b);
+    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) {
+        archive.field(static_cast<unsigned int>(children_.size()));
+        for (Element const *child : children_)
+            archive.field(static_cast<unsigned int>(child->getType()));
+        archive.field(masterElement_ != nullptr);
+        archive.field(masterElement_ ? masterElement_->getId() : 0);
+    });
+    for (Element const *child : children_)
+        child->save(stream, a, b);
+}
+
+Group::ChildTable Group::loadChildTable(IO::InStream *stream)
+{
+    ChildTable table;
+    loadBlock(stream, BLOCK_VERSION, [&table](BlockReader &archive) {
+        unsigned int count = 0;
+        archive.field(count);
+        // No room is made for the count: a wrong one ends at the end of the block.
+        for (unsigned int i = 0; i < count; ++i) {
+            unsigned int type = 0;
+            archive.field(type);
+            table.types.push_back(type);
+        }
+        archive.field(table.hasMaster, Since{2}, false);
+        archive.field(table.masterId, Since{2}, 0);
+    });
+    return table;
+}
+
+void Group::requireDepth() const
+{
+    unsigned int depth = 0;
+    for (Group const *group = getParent(); group; group = group->getParent())
+        ++depth;
+    if (depth > MAXIMUM_DEPTH)
+        throw IO::StreamException(translate("Figure_Group_err", "groups nested too deeply"));
+}
+
+void Group::load(IO::InStream *stream, int a, int b)
+{
+    loadWrapped("Figure_Group_err", "cannot load figure group: %1", [&] {
+        requireDepth();
+        Element::load(stream, a, b);
+        loadChildren(stream, a, b);
+    });
+}
+
+void Group::loadChildren(IO::InStream *stream, int a, int b)
+{
+    deleteChildren();
+    ChildTable const table = loadChildTable(stream);
+    for (unsigned int type : table.types) {
+        // A type that this release does not know has left nothing in the stream to read.
+        std::unique_ptr<Element> child(type == IMAGE_LABEL ? nullptr : Element::create(static_cast<Type_t>(type)));
+        if (!child)
+            continue;
+        child->setParent(this);
+        child->setFigure(getFigure());
+        child->load(stream, a, b);
+        if (table.hasMaster && child->getId() == table.masterId)
+            masterElement_ = child.get();
+        children_.push_back(child.get());
+        static_cast<void>(child.release());
+    }
+    if (!masterElement_ && !children_.empty())
+        masterElement_ = children_.front();
+}
+
+std::istream &Group::loadFromStream(std::istream &)
+{
+    throw ProgError("not implemented", true);
+}
+
+std::ostream &Group::saveToStream(std::ostream &) const
+{
+    throw ProgError("not implemented", true);
+}
+
+QString Group::getParameterString() const
+{
+    // The place of a group is that of its master; its own member is never used.
+    return Element::getParameterString();
+}
+
+void Group::createFromParameterString(QString &parameters)
+{
+    ParameterReader reader(parameters);
+    if (reader.exists(PARAM_ORIGIN)) {
+        BaVec2d<double> origin;
+        reader.item(PARAM_ORIGIN, origin);
+        setOrigin(origin);
+    }
+    // An angle means nothing to a group and goes to the children with all other entries.
+    for (Element *child : children_) {
+        QString rest = parameters;
+        child->createFromParameterString(rest);
+    }
+}
+
+} // namespace Zem::Fig2

@@ -1,0 +1,142 @@
+// The persistent forms of LabelBase.
+#include "ZemFig2LabelBase.h"
+
+#include "ZemFig2RichText.h"
+#include "fig_block.h"
+#include "fig_parameters.h"
+#include "fig_text.h"
+
+namespace Zem::Fig2 {
+
+namespace {
+
+constexpr unsigned int BLOCK_VERSION = 7; // 2: connector style; 3: expand width; 5: connector point; 7: template name
+constexpr unsigned int TEXT_VERSION = 3;  // 3: template name
+constexpr unsigned int FIRST_RICH_TEXT_VERSION = 4;
+constexpr unsigned int FIRST_QT4_VERSION = 6;
+constexpr unsigned int FIRST_QT4_TEXT_VERSION = 2;
+constexpr unsigned int ALIGNMENTS = 3;
+
+} // namespace
+
+template <class Archive, class Self>
+void LabelBase::blockFields(Archive &archive, Self &self)
+{
+    archive.field(self.text_);
+    archive.field(self.colorBarVisible_);
+    archive.list(self.textAlignmentX_, ALIGNMENTS);
+    archive.list(self.textAlignmentY_, ALIGNMENTS);
+    archive.field(self.expandWidth_, Since{3}, false);
+    archive.field(self.connectorPoint_, Since{5}, INVALID_POINT);
+    archive.field(self.templateName_, Since{7}, QString());
+}
+
+void LabelBase::save(IO::OutStream *stream, int a, int b) const
+{
+    AreaBase::save(stream, a, b);
+    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) { blockFields(archive, *this); });
+    colorBar_.save(stream);
+    connectorStyle_.save(stream);
+}
+
+void LabelBase::load(IO::InStream *stream, int a, int b)
+{
+    loadWrapped("Figure_Label_err", "cannot load figure label: %1", [&] {
+        AreaBase::load(stream, a, b);
+        unsigned int const version =
+            loadBlock(stream, BLOCK_VERSION, [this](auto &archive) { blockFields(archive, *this); });
+        colorBar_.load(stream);
+        if (version >= 2)
+            connectorStyle_.load(stream);
+        convertLoadedText(version);
+    });
+}
+
+/// Brings a text of an older block up to date.
+void LabelBase::convertLoadedText(unsigned int version)
+{
+    QString text = text_;
+    if (version < FIRST_RICH_TEXT_VERSION) {
+        if (RTFTools::isRichText(text))
+            text = RTFTools::stripTags(RTFTools::stripTags(text, QStringLiteral("html")), QStringLiteral("body"));
+        else
+            text = RTFTools::convertText(text);
+    }
+    if (version < FIRST_QT4_VERSION)
+        text = RTFTools::convertToQt4(text);
+    setText(text);
+}
+
+template <class Archive, class Self>
+void LabelBase::textItems(Archive &archive, Self &self)
+{
+    archive.item(self.text_);
+    archive.item(self.colorBarVisible_);
+    archive.list(self.textAlignmentX_, ALIGNMENTS);
+    archive.list(self.textAlignmentY_, ALIGNMENTS);
+    archive.item(self.expandWidth_);
+    archive.item(self.connectorPoint_);
+    archive.record(self.colorBar_);
+    archive.record(self.connectorStyle_);
+    archive.keep(self.templateName_, Since{3});
+}
+
+std::ostream &LabelBase::saveToStream(std::ostream &stream) const
+{
+    {
+        TextWriter writer(stream);
+        writer.version(TEXT_VERSION);
+        textItems(writer, *this);
+    }
+    return AreaBase::saveToStream(stream);
+}
+
+std::istream &LabelBase::loadFromStream(std::istream &stream)
+{
+    {
+        TextReader reader(stream);
+        unsigned int const version = reader.version();
+        if (version > TEXT_VERSION)
+            throwWrongBlockVersion();
+        textItems(reader, *this);
+        setText(version < FIRST_QT4_TEXT_VERSION ? RTFTools::convertToQt4(text_) : text_);
+    }
+    return AreaBase::loadFromStream(stream);
+}
+
+QString LabelBase::getParameterString() const
+{
+    QString parameters = AreaBase::getParameterString();
+    ParameterWriter writer(parameters);
+    writer.item(PARAM_TEXT, text_);
+    writer.item(PARAM_COLOR_BAR_VISIBLE, colorBarVisible_);
+    writer.item(PARAM_ALIGN_X, textAlignmentX_);
+    writer.item(PARAM_ALIGN_Y, textAlignmentY_);
+    writer.item(PARAM_EXPAND_WIDTH, expandWidth_);
+    writer.item(PARAM_CONNECTOR_POINT, connectorPoint_);
+    writer.record(PARAM_COLOR_BAR, colorBar_);
+    writer.record(PARAM_CONNECTOR_STYLE, connectorStyle_);
+    writer.item(PARAM_TEMPLATE_NAME, templateName_);
+    return parameters;
+}
+
+void LabelBase::createFromParameterString(QString &parameters)
+{
+    AreaBase::createFromParameterString(parameters);
+    ParameterReader reader(parameters);
+    if (reader.exists(PARAM_TEXT)) {
+        reader.item(PARAM_TEXT, text_);
+        tokensParsed_ = false;
+    }
+    reader.item(PARAM_COLOR_BAR_VISIBLE, colorBarVisible_);
+    reader.item(PARAM_ALIGN_X, textAlignmentX_);
+    reader.item(PARAM_ALIGN_Y, textAlignmentY_);
+    reader.item(PARAM_EXPAND_WIDTH, expandWidth_);
+    reader.item(PARAM_CONNECTOR_POINT, connectorPoint_);
+    reader.record(PARAM_COLOR_BAR, colorBar_);
+    reader.record(PARAM_CONNECTOR_STYLE, connectorStyle_);
+    reader.item(PARAM_TEMPLATE_NAME, templateName_);
+    invalidate();
+}
+
+} // namespace Zem::Fig2

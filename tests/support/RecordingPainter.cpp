@@ -1,0 +1,166 @@
+#include "RecordingPainter.h"
+
+#include <cstdio>
+
+namespace Zem::Test {
+
+using namespace Fig2;
+
+std::string text(double number)
+{
+    char buffer[32];
+    // Adding zero turns a negative zero into a plain one.
+    std::snprintf(buffer, sizeof buffer, "%.6g", std::abs(number) < 1e-12 ? 0.0 : number);
+    return buffer;
+}
+
+std::string text(BaVec2d<double> const &point)
+{
+    return text(point.x) + "," + text(point.y);
+}
+
+std::string text(Polygon2d const &polygon)
+{
+    std::string result;
+    for (BaVec2d<double> const &point : polygon.getPoints())
+        result += (result.empty() ? "" : " ") + text(point);
+    return result;
+}
+
+namespace {
+
+std::string text(Color const &color)
+{
+    char buffer[16];
+    std::snprintf(buffer, sizeof buffer, "#%02x%02x%02x%02x", color.getRed(), color.getGreen(), color.getBlue(),
+                  color.getAlpha());
+    return buffer;
+}
+
+std::string pen(LineStyle const &line)
+{
+    if (line.getStyle() == LineStyle::STYLE_NONE)
+        return " no pen";
+    return " pen " + Test::text(line.getWidth()) + " " + LineStyle::getStyleParameterName(line.getStyle()).toStdString() +
+           " " + text(line.getColor()) + " " + LineStyle::getCapStyleParameterName(line.getCapStyle()).toStdString();
+}
+
+std::string brush(FillStyle const &fill)
+{
+    return fill.getFilled() ? " fill " + text(fill.getColor()) : " no fill";
+}
+
+std::string text(Font const &font)
+{
+    return " font " + font.getFamily().toStdString() + " " + Test::text(font.getSize()) + " " +
+           std::to_string(font.getStyle());
+}
+
+} // namespace
+
+void RecordingPainter::record(std::string const &call, Rotation const &rotation)
+{
+    if (rotation.getAngle() == 0.0)
+        calls_.push_back(call);
+    else
+        calls_.push_back(call + " turned " + Test::text(rotation.getAngle()) + " about " + Test::text(rotation.getBase()));
+}
+
+void RecordingPainter::drawLine(BaVec2d<double> const &from, BaVec2d<double> const &to, LineStyle const &line,
+                                Rotation const &rotation)
+{
+    record("line " + Test::text(from) + " " + Test::text(to) + pen(line), rotation);
+}
+
+void RecordingPainter::drawPolygon(Polygon2d const &polygon, LineStyle const &line, FillStyle const &fill,
+                                   Rotation const &rotation, bool closed)
+{
+    std::string const points = polygon.empty() ? "" : " " + Test::text(polygon);
+    record((closed ? "polygon" : "polyline") + points + pen(line) + brush(fill), rotation);
+}
+
+void RecordingPainter::drawEllipse(BaVec2d<double> const &centre, BaVec2d<double> const &radii, double angle,
+                                   LineStyle const &line, FillStyle const &fill, Rotation const &rotation)
+{
+    record("ellipse " + Test::text(centre) + " radii " + Test::text(radii) + " angle " + Test::text(angle) + pen(line) +
+               brush(fill),
+           rotation);
+}
+
+void RecordingPainter::drawEllipseSegment(BaVec2d<double> const &centre, BaVec2d<double> const &radii,
+                                          double startAngle, double endAngle, double angle, LineStyle const &line,
+                                          FillStyle const &fill, Rotation const &rotation)
+{
+    record("segment " + Test::text(centre) + " radii " + Test::text(radii) + " from " + Test::text(startAngle) + " to " +
+               Test::text(endAngle) + " angle " + Test::text(angle) + pen(line) + brush(fill),
+           rotation);
+}
+
+void RecordingPainter::drawText(BaVec2d<double> const &position, Font const &font, QString const &content,
+                                Color const &color, Rotation const &rotation)
+{
+    record("text " + Test::text(position) + " '" + content.toStdString() + "'" + text(font) + " " + text(color),
+           rotation);
+}
+
+void RecordingPainter::drawRichText(BaVec2d<double> const &position, QString const &content, Font const &font,
+                                    double width, Rotation const &rotation, int)
+{
+    record("richtext " + Test::text(position) + " '" + content.toStdString() + "'" + text(font) + " width " +
+               Test::text(width),
+           rotation);
+}
+
+void RecordingPainter::drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
+                                  std::vector<Color> const &colors, Rotation const &rotation)
+{
+    record("colors " + Test::text(position) + " size " + Test::text(size) + (vertical ? " vertical " : " horizontal ") +
+               std::to_string(colors.size()),
+           rotation);
+}
+
+bool RecordingPainter::getClipping(Polygon2d *area)
+{
+    if (clippings_.empty())
+        return false;
+    *area = clippings_.back();
+    return true;
+}
+
+void RecordingPainter::setClipping(Polygon2d const &area)
+{
+    clippings_.push_back(area);
+    calls_.push_back("clip " + Test::text(area));
+}
+
+void RecordingPainter::resetClipping()
+{
+    if (!clippings_.empty())
+        clippings_.pop_back();
+    calls_.push_back("unclip");
+}
+
+void RecordingPainter::setDrawingNested(bool nested)
+{
+    calls_.push_back(nested ? "nested" : "not nested");
+}
+
+void RecordingPainter::pushTransformation(BaVec2d<double> const &offset, double scaling, Rotation const &rotation)
+{
+    record("transform " + Test::text(offset) + " scaling " + Test::text(scaling), rotation);
+}
+
+void RecordingPainter::popTransformation()
+{
+    calls_.push_back("untransform");
+}
+
+std::string RecordingPainter::transcript() const
+{
+    std::string lines;
+    for (std::string const &call : calls_)
+        lines += call + "\n";
+    return lines;
+}
+
+} // namespace Zem::Test
