@@ -1,5 +1,7 @@
 #include "meas_schema.h"
 
+#include <QtCore/QFileInfo>
+
 namespace Zem::Measurement {
 
 namespace {
@@ -26,6 +28,21 @@ void createTables(SqlConnection const &connection)
     transaction.commit();
 }
 
+std::int64_t readNumber(SqlConnection const &connection, char const *statement)
+{
+    QSqlQuery query = connection.execute(QString::fromLatin1(statement));
+    return query.next() ? query.value(0).toLongLong() : 0;
+}
+
+/// SQLite itself notices missing pages only when it comes across them.
+void requireWholeFile(SqlConnection const &connection)
+{
+    std::int64_t const size = readNumber(connection, "PRAGMA page_count") * readNumber(connection, "PRAGMA page_size");
+    if (QFileInfo(connection.name()).size() < size) {
+        connection.fail(QStringLiteral("the file is damaged: its end is missing"));
+    }
+}
+
 int readVersion(SqlConnection const &connection)
 {
     QSqlQuery query = connection.execute(QStringLiteral("SELECT version FROM zem_project"));
@@ -43,6 +60,7 @@ void prepareSchema(SqlConnection const &connection, OpenMode_t mode)
 {
     if (connection.kind() == SqlKind_t::SQLITE) {
         connection.execute(QStringLiteral("PRAGMA schema_version")); // the first look into the file
+        requireWholeFile(connection);
     }
     QStringList const tables = connection.tables();
     if (tables.isEmpty() && mode == OpenMode_t::CREATE) {
