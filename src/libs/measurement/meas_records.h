@@ -1,0 +1,42 @@
+// meas_records.h: tokens and values as rows of the tables.
+#pragma once
+
+#include "meas_sql.h"
+
+namespace Zem::Measurement {
+
+inline constexpr char const *VALUE_COLUMNS = "number, integer, text";
+
+/// Reads the columns of VALUE_COLUMNS, which begin at `first`, for a token of `type`; throws ProjectError when nothing
+/// of that type stands there.
+StoredValue readValue(SqlConnection const &connection, QSqlQuery const &query, int first, ColumnType_t type);
+
+/// Throws ProjectError for a number that is no type.
+ColumnType_t readType(SqlConnection const &connection, QSqlQuery const &query, int column);
+
+std::vector<ProjectToken> readTokens(SqlConnection const &connection);
+
+/// Adds the token, or stores all of it anew when `exists`.
+void writeToken(SqlConnection const &connection, ProjectToken const &token, bool exists);
+
+/// Whole number from the database; throws ProjectError for anything else.
+std::int64_t readWhole(SqlConnection const &connection, QSqlQuery const &query, int column);
+
+struct ValueRow
+{
+    std::int64_t stage = 0;
+    StoredValue value;
+
+    bool operator==(ValueRow const &) const = default;
+};
+
+/// Values of one token, ascending by stage.
+std::vector<ValueRow> readTokenValues(SqlConnection const &connection, ProjectToken const &token);
+void deleteTokenValues(SqlConnection const &connection, std::int64_t token);
+void insertTokenValues(SqlConnection const &connection, std::int64_t token, std::vector<ValueRow> const &rows);
+
+/// Inserts the stages; none of them is there yet.
+void insertStages(SqlConnection const &connection, std::vector<std::int64_t> const &stages);
+std::vector<std::int64_t> readStages(SqlConnection const &connection);
+
+} // namespace Zem::Measurement

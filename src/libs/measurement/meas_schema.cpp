@@ -1,0 +1,80 @@
+#include "meas_schema.h"
+
+#include <QtCore/QFileInfo>
+
+namespace Zem::Measurement {
+
+namespace {
+
+// Stages are kept apart from the values, for a stage may have none. A value stands in the column of its token's type.
+constexpr char const *TABLES[] = {
+    "CREATE TABLE zem_project (version INTEGER NOT NULL, change BIGINT NOT NULL)",
+    "CREATE TABLE stage (number BIGINT PRIMARY KEY)",
+    "CREATE TABLE token (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, title TEXT NOT NULL, type INTEGER NOT NULL, "
+    "quantity TEXT NOT NULL, unit TEXT NOT NULL, modified BIGINT NOT NULL)",
+    "CREATE TABLE value (token BIGINT NOT NULL, stage BIGINT NOT NULL, number DOUBLE PRECISION, integer BIGINT, text "
+    "TEXT, "
+    "PRIMARY KEY (token, stage))",
+    "CREATE INDEX value_of_stage ON value (stage)",
+};
+
+void createTables(SqlConnection const &connection)
+{
+    SqlTransaction transaction(connection);
+    for (char const *const table : TABLES) {
+        connection.execute(QString::fromLatin1(table));
+    }
+    connection.execute(QStringLiteral("INSERT INTO zem_project (version, change) VALUES (%1, 0)").arg(SCHEMA_VERSION));
+    transaction.commit();
+}
+
+std::int64_t readNumber(SqlConnection const &connection, char const *statement)
+{
+    QSqlQuery query = connection.execute(QString::fromLatin1(statement));
+    return query.next() ? query.value(0).toLongLong() : 0;
+}
+
+/// SQLite itself notices missing pages only when it comes across them.
+void requireWholeFile(SqlConnection const &connection)
+{
+    std::int64_t const size = readNumber(connection, "PRAGMA page_count") * readNumber(connection, "PRAGMA page_size");
+    if (QFileInfo(connection.name()).size() < size) {
+        connection.fail(QStringLiteral("the file is damaged: its end is missing"));
+    }
+}
+
+int readVersion(SqlConnection const &connection)
+{
+    QSqlQuery query = connection.execute(QStringLiteral("SELECT version FROM zem_project"));
+    bool number = false;
+    int const version = query.next() ? query.value(0).toInt(&number) : 0;
+    if (!number || version < 1) {
+        connection.fail(QStringLiteral("the project is damaged: it has no version"));
+    }
+    return version;
+}
+
+} // namespace
+
+void prepareSchema(SqlConnection const &connection, OpenMode_t mode)
+{
+    if (connection.kind() == SqlKind_t::SQLITE) {
+        connection.execute(QStringLiteral("PRAGMA schema_version")); // the first look into the file
+        requireWholeFile(connection);
+    }
+    QStringList const tables = connection.tables();
+    if (tables.isEmpty() && mode == OpenMode_t::CREATE) {
+        return createTables(connection);
+    }
+    if (!tables.contains(QStringLiteral("zem_project"))) {
+        connection.fail(QStringLiteral("this is no measurement project"));
+    }
+    int const version = readVersion(connection);
+    if (version > SCHEMA_VERSION) {
+        connection.fail(QStringLiteral("the project has version %1, newer than %2, the last one known here")
+                            .arg(version)
+                            .arg(SCHEMA_VERSION));
+    }
+}
+
+} // namespace Zem::Measurement
