@@ -15,7 +15,6 @@ int main(int argc, char **argv)
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
     Run run;
     addImportVerb(&app, &run);
-    addRenderVerb(&app, &run);
     addConvertVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);

@@ -8,6 +8,7 @@
 #include <ZemScriptObject.h>
 
 #include <QtCore/QRegularExpression>
+#include <QtCore/QStringList>
 
 #include <array>
 

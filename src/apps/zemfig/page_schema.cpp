@@ -1,5 +1,7 @@
 #include "page_schema.h"
 
+#include <QtCore/QStringList>
+
 #include <algorithm>
 #include <map>
 #include <memory>
