@@ -120,7 +120,10 @@ private:
     {
     };
     constexpr Value(Missing, Type_t type) noexcept : type_(type) {}
-    Value(Type_t type, Data data) : type_(type), data_(std::move(data)) {}
+    template <class T>
+    Value(Type_t type, std::in_place_type_t<T> kind, T const &data) : type_(type), data_(kind, data)
+    {
+    }
 
     static Data zeroOf(Type_t type);
 

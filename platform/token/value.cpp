@@ -74,12 +74,12 @@ Value::Value(double value, UnitData const &unit) : type_(TYPE_DOUBLE), data_(Num
 
 Value Value::fromBool(bool value)
 {
-    return {TYPE_BOOLEAN, Data(value)};
+    return Value(TYPE_BOOLEAN, std::in_place_type<bool>, value);
 }
 
 Value Value::fromDateTime(QDateTime const &time)
 {
-    return {TYPE_DATE_TIME, Data(time)};
+    return Value(TYPE_DATE_TIME, std::in_place_type<QDateTime>, time);
 }
 
 Value Value::fromVec2d(BaVec2d<double> const &vector, Unit const *unit)
@@ -89,7 +89,7 @@ Value Value::fromVec2d(BaVec2d<double> const &vector, Unit const *unit)
 
 Value Value::fromVec2d(BaVec2d<double> const &vector, UnitData const &unit)
 {
-    return {TYPE_VECTOR_2D, Vec2d{vector, unit}};
+    return Value(TYPE_VECTOR_2D, std::in_place_type<Vec2d>, Vec2d{vector, unit});
 }
 
 Value Value::fromVec3d(BaVec3d<double> const &vector, Unit const *unit)
@@ -99,12 +99,12 @@ Value Value::fromVec3d(BaVec3d<double> const &vector, Unit const *unit)
 
 Value Value::fromVec3d(BaVec3d<double> const &vector, UnitData const &unit)
 {
-    return {TYPE_VECTOR_3D, Vec3d{vector, unit}};
+    return Value(TYPE_VECTOR_3D, std::in_place_type<Vec3d>, Vec3d{vector, unit});
 }
 
 Value Value::fromFormattedText(FormattedText const &text)
 {
-    return {TYPE_FORMATTED_TEXT, Data(text)};
+    return Value(TYPE_FORMATTED_TEXT, std::in_place_type<FormattedText>, text);
 }
 
 template <class T>

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <sstream>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 namespace {
 
@@ -121,4 +121,4 @@ std::string blocksOf(std::string const &bytes)
     return result;
 }
 
-} // namespace Zem::Test
+} // namespace Zem::Support

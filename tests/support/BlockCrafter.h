@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 /// The fields of a block, little endian, without any code of the product.
 class Payload
@@ -52,4 +52,4 @@ void readFrom(std::string const &bytes, std::function<void(IO::InStream &)> cons
 /// Version and payload size of each block of a stream, as "10:93 2:20 ".
 std::string blocksOf(std::string const &bytes);
 
-} // namespace Zem::Test
+} // namespace Zem::Support

@@ -3,7 +3,7 @@
 
 #include <ZemFig2Calculator.h>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 /// Every character is 2 mm wide and 5 mm high, tags and entities count as they are written. Wrapping breaks anywhere.
 class FakeCalculator : public Fig2::Calculator
@@ -36,4 +36,4 @@ private:
     mutable int measured_ = 0;
 };
 
-} // namespace Zem::Test
+} // namespace Zem::Support

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 using namespace Fig2;
 
@@ -41,7 +41,7 @@ std::string pen(LineStyle const &line)
 {
     if (line.getStyle() == LineStyle::STYLE_NONE)
         return " no pen";
-    return " pen " + Test::text(line.getWidth()) + " " + LineStyle::getStyleParameterName(line.getStyle()).toStdString() +
+    return " pen " + Support::text(line.getWidth()) + " " + LineStyle::getStyleParameterName(line.getStyle()).toStdString() +
            " " + text(line.getColor()) + " " + LineStyle::getCapStyleParameterName(line.getCapStyle()).toStdString();
 }
 
@@ -52,7 +52,7 @@ std::string brush(FillStyle const &fill)
 
 std::string text(Font const &font)
 {
-    return " font " + font.getFamily().toStdString() + " " + Test::text(font.getSize()) + " " +
+    return " font " + font.getFamily().toStdString() + " " + Support::text(font.getSize()) + " " +
            std::to_string(font.getStyle());
 }
 
@@ -63,26 +63,26 @@ void RecordingPainter::record(std::string const &call, Rotation const &rotation)
     if (rotation.getAngle() == 0.0)
         calls_.push_back(call);
     else
-        calls_.push_back(call + " turned " + Test::text(rotation.getAngle()) + " about " + Test::text(rotation.getBase()));
+        calls_.push_back(call + " turned " + Support::text(rotation.getAngle()) + " about " + Support::text(rotation.getBase()));
 }
 
 void RecordingPainter::drawLine(BaVec2d<double> const &from, BaVec2d<double> const &to, LineStyle const &line,
                                 Rotation const &rotation)
 {
-    record("line " + Test::text(from) + " " + Test::text(to) + pen(line), rotation);
+    record("line " + Support::text(from) + " " + Support::text(to) + pen(line), rotation);
 }
 
 void RecordingPainter::drawPolygon(Polygon2d const &polygon, LineStyle const &line, FillStyle const &fill,
                                    Rotation const &rotation, bool closed)
 {
-    std::string const points = polygon.empty() ? "" : " " + Test::text(polygon);
+    std::string const points = polygon.empty() ? "" : " " + Support::text(polygon);
     record((closed ? "polygon" : "polyline") + points + pen(line) + brush(fill), rotation);
 }
 
 void RecordingPainter::drawEllipse(BaVec2d<double> const &centre, BaVec2d<double> const &radii, double angle,
                                    LineStyle const &line, FillStyle const &fill, Rotation const &rotation)
 {
-    record("ellipse " + Test::text(centre) + " radii " + Test::text(radii) + " angle " + Test::text(angle) + pen(line) +
+    record("ellipse " + Support::text(centre) + " radii " + Support::text(radii) + " angle " + Support::text(angle) + pen(line) +
                brush(fill),
            rotation);
 }
@@ -91,30 +91,30 @@ void RecordingPainter::drawEllipseSegment(BaVec2d<double> const &centre, BaVec2d
                                           double startAngle, double endAngle, double angle, LineStyle const &line,
                                           FillStyle const &fill, Rotation const &rotation)
 {
-    record("segment " + Test::text(centre) + " radii " + Test::text(radii) + " from " + Test::text(startAngle) + " to " +
-               Test::text(endAngle) + " angle " + Test::text(angle) + pen(line) + brush(fill),
+    record("segment " + Support::text(centre) + " radii " + Support::text(radii) + " from " + Support::text(startAngle) + " to " +
+               Support::text(endAngle) + " angle " + Support::text(angle) + pen(line) + brush(fill),
            rotation);
 }
 
 void RecordingPainter::drawText(BaVec2d<double> const &position, Font const &font, QString const &content,
                                 Color const &color, Rotation const &rotation)
 {
-    record("text " + Test::text(position) + " '" + content.toStdString() + "'" + text(font) + " " + text(color),
+    record("text " + Support::text(position) + " '" + content.toStdString() + "'" + text(font) + " " + text(color),
            rotation);
 }
 
 void RecordingPainter::drawRichText(BaVec2d<double> const &position, QString const &content, Font const &font,
                                     double width, Rotation const &rotation, int)
 {
-    record("richtext " + Test::text(position) + " '" + content.toStdString() + "'" + text(font) + " width " +
-               Test::text(width),
+    record("richtext " + Support::text(position) + " '" + content.toStdString() + "'" + text(font) + " width " +
+               Support::text(width),
            rotation);
 }
 
 void RecordingPainter::drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                                   std::vector<Color> const &colors, Rotation const &rotation)
 {
-    record("colors " + Test::text(position) + " size " + Test::text(size) + (vertical ? " vertical " : " horizontal ") +
+    record("colors " + Support::text(position) + " size " + Support::text(size) + (vertical ? " vertical " : " horizontal ") +
                std::to_string(colors.size()),
            rotation);
 }
@@ -130,7 +130,7 @@ bool RecordingPainter::getClipping(Polygon2d *area)
 void RecordingPainter::setClipping(Polygon2d const &area)
 {
     clippings_.push_back(area);
-    calls_.push_back("clip " + Test::text(area));
+    calls_.push_back("clip " + Support::text(area));
 }
 
 void RecordingPainter::resetClipping()
@@ -147,7 +147,7 @@ void RecordingPainter::setDrawingNested(bool nested)
 
 void RecordingPainter::pushTransformation(BaVec2d<double> const &offset, double scaling, Rotation const &rotation)
 {
-    record("transform " + Test::text(offset) + " scaling " + Test::text(scaling), rotation);
+    record("transform " + Support::text(offset) + " scaling " + Support::text(scaling), rotation);
 }
 
 void RecordingPainter::popTransformation()
@@ -163,4 +163,4 @@ std::string RecordingPainter::transcript() const
     return lines;
 }
 
-} // namespace Zem::Test
+} // namespace Zem::Support

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 /// Numbers with up to six digits; a pen as "pen width style #rrggbbaa cap", "no pen" for style none; a fill as
 /// "fill #rrggbbaa" or "no fill"; a rotation only when its angle is not 0.
@@ -53,4 +53,4 @@ std::string text(double number);
 std::string text(BaVec2d<double> const &point);
 std::string text(Polygon2d const &polygon);
 
-} // namespace Zem::Test
+} // namespace Zem::Support

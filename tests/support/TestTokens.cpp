@@ -1,6 +1,6 @@
 #include "TestTokens.h"
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 void TestTokens::set(QString const &name, Value const &value)
 {
@@ -38,4 +38,4 @@ unsigned int TestTokens::getModifiedCounter(QString const &name) const
     return found == counters_.end() ? 0 : found->second;
 }
 
-} // namespace Zem::Test
+} // namespace Zem::Support

@@ -6,7 +6,7 @@
 #include <map>
 #include <utility>
 
-namespace Zem::Test {
+namespace Zem::Support {
 
 /// Values by name, valid at every stage or at one. Setting a value raises the counter of its token.
 class TestTokens : public Fig2::EmptyFigureTokenInterface
@@ -25,4 +25,4 @@ private:
     std::map<QString, unsigned int> counters_;
 };
 
-} // namespace Zem::Test
+} // namespace Zem::Support

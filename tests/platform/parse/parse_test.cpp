@@ -333,3 +333,30 @@ TEST(ParameterStringMisuse, isAProgramError)
     EXPECT_THROW(Parse::createList(KEY, 2, {q("a"), q("b")}), ProgError);
     EXPECT_THROW(Parse::createList(KEY, q("c"), {q("a"), q("b")}), ProgError);
 }
+
+TEST(ParameterStringErrors, areAllThatAnyTextCanCause)
+{
+    std::vector<std::function<void(QString &)>> const readers{
+        [](QString &p) { Parse::getString(p, q("a")); },
+        [](QString &p) { Parse::getStringVector(p, q("a"), 0, MANY); },
+        [](QString &p) { Parse::getVec2dVector(p, q("a"), 0, MANY); },
+        [](QString &p) { Parse::getVec3dFromString(p, q("a")); },
+        [](QString &p) { Parse::getColor(p, q("a")); },
+        [](QString &p) { Parse::getDouble(p, q("a"), LOWEST, HIGHEST); },
+        [](QString &p) { Parse::getInt(p, q("a"), -9, 9); }};
+    QString const alphabet = q("a=\"\\[](), \n#1.e-q");
+    std::mt19937 random(11);
+    int refused = 0;
+    for (int i = 0; i < 50000; ++i) {
+        QString text = q("a=");
+        for (auto length = random() % 12; length > 0; --length) {
+            text += alphabet[static_cast<qsizetype>(random() % static_cast<unsigned int>(alphabet.size()))];
+        }
+        QString parameters = text;
+        bool const bad = !paramError([&] { readers[random() % readers.size()](parameters); }).isEmpty();
+        EXPECT_EQ(parameters == text, bad) << text.toStdString();
+        refused += bad ? 1 : 0;
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_LT(refused, 50000);
+}

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace Zem;
 using namespace Zem::Test;
 
@@ -49,6 +51,39 @@ public:
         return Value(static_cast<int>(stage.getIdentifier()));
     }
 };
+
+struct Block
+{
+    unsigned int version = 0;
+    std::string payload;
+};
+
+std::vector<Block> blocksOf(std::string const &bytes, std::size_t count)
+{
+    std::istringstream source(bytes);
+    IO::InStream stream(&source);
+    std::vector<Block> blocks(count);
+    for (Block &block : blocks) {
+        stream.openBlock();
+        block.version = stream.getBlockVersion();
+        block.payload.resize(stream.getBytesLeft());
+        stream.readData(block.payload.data(), stream.getBytesLeft());
+        stream.closeBlock();
+    }
+    return blocks;
+}
+
+std::string bytesOf(std::vector<Block> const &blocks)
+{
+    return savedBytes([&](IO::OutStream *stream) {
+        for (Block const &block : blocks) {
+            auto const size = static_cast<unsigned int>(block.payload.size());
+            stream->beginBlock(size, block.version);
+            stream->writeData(block.payload.data(), size);
+            stream->endBlock();
+        }
+    });
+}
 
 class OtherFilter : public TokenFilter
 {
@@ -232,4 +267,30 @@ TEST(TokenContainerInAStream, refusesANameThatIsNoTokenAndAWrongCount)
         stream->endBlock();
     });
     EXPECT_THROW(loadFrom(badCount, &container), IO::StreamException);
+}
+
+TEST(TokenContainerInAStream, loadsOrThrowsWhateverStandsInItsBlocks)
+{
+    TokenContainer stored;
+    stored.setValue(integer("a"), Value(1.5, uForce));
+    stored.setValue(integer("b"), Value::fromDateTime(QDateTime(QDate(2024, 1, 2), QTime(3, 4), Qt::UTC)));
+    stored.setValue(integer("c"), Value::fromFormattedText(FormattedText(q("x"))));
+    std::string const bytes = savedBytes([&](IO::OutStream *stream) { stored.save(stream); });
+    std::vector<Block> const blocks = blocksOf(bytes, 9); // the count, 3 x info and value, a unit, a text
+    std::mt19937 random(5);
+    int loaded = 0;
+    for (int i = 0; i < 4000; ++i) {
+        std::vector<Block> damaged = blocks;
+        std::string &payload = damaged[random() % damaged.size()].payload;
+        payload[random() % payload.size()] = static_cast<char>(random() & 0xff);
+        TokenContainer container;
+        try {
+            loadFrom(bytesOf(damaged), &container);
+            ++loaded;
+        } catch (IO::StreamException const &) {
+            EXPECT_TRUE(names(container).isEmpty());
+        }
+    }
+    EXPECT_GT(loaded, 0);
+    EXPECT_LT(loaded, 4000);
 }

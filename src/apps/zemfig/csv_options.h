@@ -1,0 +1,27 @@
+// csv_options.h: the options that say how a CSV file is to be read, for every verb that reads one.
+#pragma once
+
+#include "page_source.h"
+
+#include <CLI/CLI.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace Zem::Zemfig {
+
+/// The options as the user gave them, until the verb runs.
+struct CsvArguments
+{
+    std::map<std::string, std::string> values;
+    std::vector<std::string> missing;
+    std::vector<std::string> units;
+
+    /// Adds the options to a verb.
+    void addTo(CLI::App *verb);
+    /// Hands them over. Throws UsageError for a value that does not fit.
+    void apply(DataChoice *choice) const;
+};
+
+} // namespace Zem::Zemfig

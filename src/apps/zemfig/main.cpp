@@ -1,0 +1,33 @@
+#include "verbs.h"
+
+#include "cli.h"
+
+#include <ZemFig2InitLibrary.h>
+
+#include <QtCore/QCoreApplication>
+
+int main(int argc, char **argv)
+{
+    using namespace Zem::Zemfig;
+
+    CLI::App app("Report pages from measured values: PDF, SVG and PNG from a CSV file and a page description");
+    app.require_subcommand(1);
+    app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
+    Run run;
+    addImportVerb(&app, &run);
+    addConvertVerb(&app, &run);
+    addShowVerb(&app, &run);
+    addCheckVerb(&app, &run);
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const &error) {
+        return app.exit(error) == 0 ? EXIT_DONE : EXIT_USAGE;
+    }
+    return runVerb([&] {
+        // No display is needed, and none is looked for unless the user names one.
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        Zem::Fig2::InitLibrary();
+        run();
+    });
+}

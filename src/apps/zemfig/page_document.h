@@ -1,0 +1,43 @@
+// page_document.h: page documents for people, in TOML, and the figures they describe.
+#pragma once
+
+#include <ZemFig2Figure.h>
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+#include <memory>
+#include <vector>
+
+namespace Zem::Zemfig {
+
+/// Something that is wrong with a document: where and what.
+struct Problem
+{
+    QString file;
+    int line = 0; ///< from 1; 0 when it is not about a line
+    QString text;
+
+    /// "file:line: text".
+    QString toString() const;
+};
+
+/// A page document as it was read. Everything stays in memory; nothing is read through it later.
+struct PageDocument
+{
+    std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
+    QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
+    std::vector<Problem> problems;        ///< empty for a sound document
+};
+
+/// Reads a document. Never throws for what is in it: all that is wrong is told in `problems`, in the order of the file.
+PageDocument readPageDocument(QString const &fileName);
+/// The same for a text; `fileName` is for the messages.
+PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
+
+/// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
+/// figure. Elements without a name get none.
+QString writePageDocument(Fig2::Figure const &figure);
+
+} // namespace Zem::Zemfig

@@ -1,0 +1,566 @@
+#include "page_document.h"
+
+#include "page_schema.h"
+
+#include <ZemFig2Connector.h>
+#include <ZemFig2Group.h>
+#include <ZemParse.h>
+#include <ZemScriptObject.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+
+#include <toml++/toml.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace Zem::Zemfig {
+
+using namespace Fig2;
+
+QString Problem::toString() const
+{
+    return line > 0 ? QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(text) : file + QStringLiteral(": ") + text;
+}
+
+namespace {
+
+QString textOf(std::string_view view)
+{
+    return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
+}
+
+int lineOf(toml::node const &node)
+{
+    return static_cast<int>(node.source().begin.line);
+}
+
+/// The name of a TOML type for people.
+QString typeOf(toml::node const &node)
+{
+    switch (node.type()) {
+    case toml::node_type::table:
+        return QStringLiteral("a table");
+    case toml::node_type::array:
+        return QStringLiteral("a list");
+    case toml::node_type::string:
+        return QStringLiteral("a text");
+    case toml::node_type::integer:
+    case toml::node_type::floating_point:
+        return QStringLiteral("a number");
+    case toml::node_type::boolean:
+        return QStringLiteral("true or false");
+    default:
+        return QStringLiteral("a date or time");
+    }
+}
+
+bool readNumber(toml::node const &node, double *number)
+{
+    if (!node.is_number())
+        return false;
+    *number = node.is_integer() ? static_cast<double>(node.as_integer()->get()) : node.as_floating_point()->get();
+    return std::isfinite(*number);
+}
+
+bool readVector(toml::node const &node, BaVec2d<double> *vector)
+{
+    toml::array const *array = node.as_array();
+    return array && array->size() == 2 && readNumber((*array)[0], &vector->x) && readNumber((*array)[1], &vector->y);
+}
+
+/// Makes the entry of a parameter string, and knows why a value does not fit.
+class EntryMaker
+{
+public:
+    /// The entry; empty when the value does not fit, and then `expected` tells what would.
+    static QString make(Parameter const &parameter, toml::node const &node, QString *expected)
+    {
+        switch (parameter.kind) {
+        case ParameterKind::Bool:
+            *expected = QStringLiteral("true or false");
+            return node.is_boolean() ? Parse::createBool(parameter.key, node.as_boolean()->get()) : QString();
+        case ParameterKind::Number:
+            return number(parameter, node, expected);
+        case ParameterKind::Text:
+            *expected = QStringLiteral("a text");
+            return node.is_string() ? Parse::createString(parameter.key, textOf(node.as_string()->get())) : QString();
+        case ParameterKind::Color:
+            return color(parameter, node, expected);
+        case ParameterKind::Vector:
+            return vector(parameter, node, expected);
+        case ParameterKind::VectorList:
+            return vectorList(parameter, node, expected);
+        }
+        return {};
+    }
+
+private:
+    static QString number(Parameter const &parameter, toml::node const &node, QString *expected)
+    {
+        *expected = QStringLiteral("a number");
+        double value = 0.0;
+        if (!readNumber(node, &value))
+            return {};
+        // Whole numbers go as such: some parameters take nothing else.
+        if (node.is_integer())
+            return QStringLiteral("%1 = %2\n").arg(parameter.key).arg(node.as_integer()->get());
+        return Parse::createDouble(parameter.key, value);
+    }
+
+    static QString color(Parameter const &parameter, toml::node const &node, QString *expected)
+    {
+        static QRegularExpression const form(QStringLiteral("\\A#([0-9a-fA-F]{6}|[0-9a-fA-F]{8})\\z"));
+        *expected = QStringLiteral("a colour as \"#rrggbb\" or \"#rrggbbaa\"");
+        if (!node.is_string())
+            return {};
+        QString const text = textOf(node.as_string()->get());
+        return form.match(text).hasMatch() ? QStringLiteral("%1 = %2\n").arg(parameter.key, text) : QString();
+    }
+
+    static QString vector(Parameter const &parameter, toml::node const &node, QString *expected)
+    {
+        *expected = QStringLiteral("two numbers as [x, y]");
+        BaVec2d<double> value;
+        return readVector(node, &value) ? Parse::createVec2d(parameter.key, value) : QString();
+    }
+
+    static QString vectorList(Parameter const &parameter, toml::node const &node, QString *expected)
+    {
+        *expected = QStringLiteral("a list of points as [[x, y], [x, y], ...]");
+        toml::array const *array = node.as_array();
+        if (!array)
+            return {};
+        std::vector<BaVec2d<double>> points;
+        for (toml::node const &item : *array) {
+            BaVec2d<double> point;
+            if (!readVector(item, &point))
+                return {};
+            points.push_back(point);
+        }
+        return Parse::createVec2dVector(parameter.key, points);
+    }
+};
+
+/// Keys of an element's table that are no parameters.
+constexpr std::array<char const *, 5> STRUCTURE_KEYS{"type", "name", "children", "connect", "master"};
+
+bool isStructureKey(QString const &key)
+{
+    return std::any_of(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end(),
+                       [&key](char const *name) { return key == QLatin1StringView(name); });
+}
+
+struct FontStyle
+{
+    char const *key;
+    unsigned int bit;
+};
+constexpr std::array<FontStyle, 7> FONT_STYLES{{{"italic", Font::ITALIC},
+                                                {"bold", Font::BOLD},
+                                                {"light", Font::LIGHT},
+                                                {"demi_bold", Font::DEMI_BOLD},
+                                                {"black", Font::BLACK},
+                                                {"underline", Font::UNDERLINE},
+                                                {"strikeout", Font::STRIKEOUT}}};
+
+/// Reads one document into a figure and gathers what is wrong with it.
+class Reader
+{
+public:
+    Reader(QString const &fileName, PageDocument *document) : fileName_(fileName), document_(document) {}
+
+    void read(toml::table const &root)
+    {
+        document_->figure = std::make_unique<Figure>();
+        collectNames(root);
+        for (auto const &[key, node] : root)
+            readSection(textOf(key.str()), node);
+        for (Wish const &wish : wishes_)
+            connect(wish);
+        for (Wish const &wish : masters_)
+            setMaster(wish);
+        std::stable_sort(document_->problems.begin(), document_->problems.end(),
+                         [](Problem const &a, Problem const &b) { return a.line < b.line; });
+    }
+
+private:
+    /// A name that stands for an element which may come later in the file.
+    struct Wish
+    {
+        Element *element;
+        QString name;
+        QString point;
+        int line;
+    };
+
+    void report(int line, QString const &text) { document_->problems.push_back({fileName_, line, text}); }
+
+    void readSection(QString const &key, toml::node const &node)
+    {
+        if (key == QLatin1StringView("page") && node.is_table())
+            readPage(*node.as_table());
+        else if (key == QLatin1StringView("data") && node.is_table())
+            readData(*node.as_table());
+        else if (key == QLatin1StringView("element") && node.is_array())
+            readElements(*node.as_array(), document_->figure->getRoot(), 1);
+        else
+            report(lineOf(node),
+                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "element"})));
+    }
+
+    void readPage(toml::table const &table)
+    {
+        QString background;
+        for (auto const &[key, node] : flattened(table)) {
+            BaVec2d<double> size;
+            if (key == QLatin1StringView("size")) {
+                if (readVector(*node, &size) && size.x > 0.0 && size.y > 0.0)
+                    document_->figure->setSize(size);
+                else
+                    report(lineOf(*node), QStringLiteral("'size' wants two numbers above 0 as [width, height]"));
+            } else if (key == QLatin1StringView("background_filled")) {
+                background += entry({key, ParameterKind::Bool, {}}, *node);
+            } else if (key == QLatin1StringView("background_color")) {
+                background += entry({key, ParameterKind::Color, {}}, *node);
+            } else {
+                reportUnknown(*node, key, {"size", "background_filled", "background_color"}, "the page");
+            }
+        }
+        FillStyle style = document_->figure->getBackground();
+        style.createFromParameterString(background, QStringLiteral("background"));
+        document_->figure->setBackground(style);
+    }
+
+    void readData(toml::table const &table)
+    {
+        for (auto const &[key, node] : flattened(table)) {
+            if (node->is_string())
+                document_->data[key] = textOf(node->as_string()->get());
+            else if (node->is_boolean())
+                document_->data[key] = node->as_boolean()->get();
+            else if (node->is_integer())
+                document_->data[key] = static_cast<qlonglong>(node->as_integer()->get());
+            else if (node->is_floating_point())
+                document_->data[key] = node->as_floating_point()->get();
+            else
+                report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
+        }
+    }
+
+    using FlatTable = std::vector<std::pair<QString, toml::node const *>>;
+
+    /// Nested tables joined by underscores; structure keys and fonts stay as they are.
+    FlatTable flattened(toml::table const &table, QString const &prefix = QString())
+    {
+        FlatTable result;
+        for (auto const &[key, node] : table) {
+            QString const name = prefix.isEmpty() ? textOf(key.str()) : prefix + QLatin1Char('_') + textOf(key.str());
+            if (!node.is_table() || isFontKey(name) || isStructureKey(name)) {
+                result.emplace_back(name, &node);
+                continue;
+            }
+            FlatTable const inner = flattened(*node.as_table(), name);
+            result.insert(result.end(), inner.begin(), inner.end());
+        }
+        return result;
+    }
+
+    static bool isFontKey(QString const &key)
+    {
+        return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
+    }
+
+    void reportUnknown(toml::node const &node, QString const &key, std::vector<QString> const &known, QString const &where)
+    {
+        report(lineOf(node), QStringLiteral("unknown key '%1' in %2%3").arg(key, where, suggestion(key, known)));
+    }
+
+    /// An entry of a parameter string; empty, and reported, when the value does not fit.
+    QString entry(Parameter const &parameter, toml::node const &node)
+    {
+        QString expected;
+        QString const made = EntryMaker::make(parameter, node, &expected);
+        if (made.isEmpty())
+            report(lineOf(node), QStringLiteral("'%1' wants %2, not %3").arg(parameter.key, expected, typeOf(node)));
+        return made;
+    }
+
+    void readElements(toml::array const &array, Group *parent, unsigned int depth)
+    {
+        if (depth > Group::MAXIMUM_DEPTH) {
+            report(lineOf(array), QStringLiteral("groups nested too deeply"));
+            return;
+        }
+        for (toml::node const &node : array) {
+            if (node.is_table())
+                readElement(*node.as_table(), parent, depth);
+            else
+                report(lineOf(node), QStringLiteral("an element wants a table, not %1").arg(typeOf(node)));
+        }
+    }
+
+    void readElement(toml::table const &table, Group *parent, unsigned int depth)
+    {
+        Element::Type_t type{};
+        if (!readType(table, &type))
+            return;
+        std::unique_ptr<Element> element(Element::create(type));
+        readName(table, element.get());
+        Element *added = element.release();
+        parent->addChild(added);
+        if (auto *group = dynamic_cast<Group *>(added)) {
+            if (toml::node const *children = table.get("children")) {
+                if (children->is_array())
+                    readElements(*children->as_array(), group, depth + 1);
+                else
+                    report(lineOf(*children), QStringLiteral("'children' wants a list of elements"));
+            }
+        }
+        readParameters(table, added);
+        readWishes(table, added);
+    }
+
+    bool readType(toml::table const &table, Element::Type_t *type)
+    {
+        toml::node const *node = table.get("type");
+        if (!node || !node->is_string()) {
+            report(lineOf(table), QStringLiteral("an element wants a 'type' such as \"label\""));
+            return false;
+        }
+        QString const name = textOf(node->as_string()->get());
+        if (Element::getTypeFromParameterName(name, type) && !parametersOf(*type).empty())
+            return true;
+        report(lineOf(*node), QStringLiteral("unknown element type '%1'%2").arg(name, suggestion(name, knownTypes())));
+        return false;
+    }
+
+    static std::vector<QString> knownTypes()
+    {
+        std::vector<QString> names;
+        for (int type = Element::LINE; type <= Element::SNAPSHOT_FRAME; ++type) {
+            if (!parametersOf(static_cast<Element::Type_t>(type)).empty())
+                names.push_back(Element::getTypeParameterName(static_cast<Element::Type_t>(type)));
+        }
+        return names;
+    }
+
+    /// All names that the document gives, so that an element without one does not take another's.
+    void collectNames(toml::node const &node)
+    {
+        if (toml::array const *array = node.as_array()) {
+            for (toml::node const &item : *array)
+                collectNames(item);
+        } else if (toml::table const *table = node.as_table()) {
+            for (auto const &[key, inner] : *table) {
+                if (key == "name" && inner.is_string())
+                    givenNames_.insert(textOf(inner.as_string()->get()));
+                else if (key == "element" || key == "children")
+                    collectNames(inner);
+            }
+        }
+    }
+
+    QString freeName(Element const *element)
+    {
+        QString const base = Element::getTypeParameterName(element->getType());
+        QString name;
+        do {
+            name = QStringLiteral("%1_%2").arg(base).arg(++nameCounter_);
+        } while (givenNames_.contains(name));
+        return name;
+    }
+
+    void readName(toml::table const &table, Element *element)
+    {
+        toml::node const *node = table.get("name");
+        if (!node) {
+            element->getScriptObject()->setName(freeName(element));
+            return;
+        }
+        QString const name = node->is_string() ? textOf(node->as_string()->get()) : QString();
+        if (name.isEmpty())
+            report(lineOf(*node), QStringLiteral("'name' wants a text that is not empty"));
+        else if (document_->figure->getElementsScriptObject()->getChild(name))
+            report(lineOf(*node), QStringLiteral("the name '%1' is taken already").arg(name));
+        else
+            element->getScriptObject()->setName(name);
+    }
+
+    QString describe(Element const *element) const
+    {
+        return QStringLiteral("%1 '%2'").arg(element->getTypeName(), element->getScriptObject()->getName());
+    }
+
+    void readParameters(toml::table const &table, Element *element)
+    {
+        for (auto const &[key, node] : flattened(table)) {
+            if (isStructureKey(key))
+                continue;
+            QString parameters;
+            if (isFontKey(key) && node->is_table())
+                parameters = fontEntry(*node->as_table(), key, element);
+            else if (auto const parameter = findParameter(element->getType(), key))
+                parameters = entry(*parameter, *node);
+            else
+                reportUnknownParameter(*node, key, element);
+            apply(parameters, element, lineOf(*node));
+        }
+    }
+
+    void reportUnknownParameter(toml::node const &node, QString const &key, Element const *element)
+    {
+        std::vector<QString> known(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end());
+        for (Parameter const &parameter : parametersOf(element->getType()))
+            known.push_back(parameter.key);
+        reportUnknown(node, key, known, describe(element));
+    }
+
+    void apply(QString parameters, Element *element, int line)
+    {
+        if (parameters.isEmpty())
+            return;
+        try {
+            auto *group = dynamic_cast<Group *>(element);
+            // A group hands its entries on to its children; here they are meant for the group itself.
+            if (group && !Parse::parameterExists(parameters, Element::PARAM_ORIGIN))
+                group->Element::createFromParameterString(parameters);
+            else if (!group || group->getChildBegin() != group->getChildEnd())
+                element->createFromParameterString(parameters);
+        } catch (ParamError const &error) {
+            report(line, QStringLiteral("%1: %2").arg(describe(element), error.getText()));
+        }
+    }
+
+    /// A font given as a table: what is left out keeps its default.
+    QString fontEntry(toml::table const &table, QString const &key, Element const *element)
+    {
+        Font font;
+        std::vector<QString> known{"family", "size"};
+        for (FontStyle const &style : FONT_STYLES)
+            known.push_back(QString::fromLatin1(style.key));
+        for (auto const &[name, node] : table) {
+            QString const text = textOf(name.str());
+            if (!readFontKey(text, node, &font))
+                report(lineOf(node), QStringLiteral("bad key '%1' in the font of %2%3")
+                                         .arg(text, describe(element), suggestion(text, known)));
+        }
+        return Parse::createString(key, font.getParameterString());
+    }
+
+    static bool readFontKey(QString const &key, toml::node const &node, Font *font)
+    {
+        double size = 0.0;
+        if (key == QLatin1StringView("family") && node.is_string()) {
+            font->setFamily(textOf(node.as_string()->get()));
+            return true;
+        }
+        if (key == QLatin1StringView("size") && readNumber(node, &size) && size > 0.0) {
+            font->setSize(size);
+            return true;
+        }
+        for (FontStyle const &style : FONT_STYLES) {
+            if (key != QLatin1StringView(style.key) || !node.is_boolean())
+                continue;
+            font->setStyle(node.as_boolean()->get() ? font->getStyle() | style.bit : font->getStyle() & ~style.bit);
+            return true;
+        }
+        return false;
+    }
+
+    void readWishes(toml::table const &table, Element *element)
+    {
+        if (toml::node const *node = table.get("connect"))
+            readConnect(*node, element);
+        toml::node const *master = table.get("master");
+        if (master && master->is_string() && dynamic_cast<Group *>(element))
+            masters_.push_back({element, textOf(master->as_string()->get()), {}, lineOf(*master)});
+        else if (master)
+            report(lineOf(*master), QStringLiteral("'master' wants the name of a child, in a group"));
+    }
+
+    /// A name, { to = name, part = name }, or a list of them.
+    void readConnect(toml::node const &node, Element *element)
+    {
+        if (toml::array const *array = node.as_array()) {
+            for (toml::node const &item : *array)
+                readConnect(item, element);
+            return;
+        }
+        toml::table const *table = node.as_table();
+        toml::node const *target = table ? table->get("to") : &node;
+        toml::node const *part = table ? table->get("part") : nullptr;
+        if (target && target->is_string() && (!part || part->is_string()))
+            wishes_.push_back({element, textOf(target->as_string()->get()),
+                               part ? textOf(part->as_string()->get()) : QString(), lineOf(node)});
+        else
+            report(lineOf(node), QStringLiteral("'connect' wants the name of an element, or a list of them"));
+    }
+
+    Element *find(QString const &name) const
+    {
+        ScriptObject const *node = document_->figure->getElementsScriptObject()->getChild(name);
+        return node ? static_cast<Element *>(node->getTObject()) : nullptr;
+    }
+
+    void connect(Wish const &wish)
+    {
+        Element *target = find(wish.name);
+        if (!target)
+            report(wish.line, QStringLiteral("%1 is to be connected to '%2', which does not exist")
+                                  .arg(describe(wish.element), wish.name));
+        else if (target == wish.element || !wish.element->canConnectTo(target, wish.point))
+            report(wish.line,
+                   QStringLiteral("%1 cannot be connected to %2").arg(describe(wish.element), describe(target)));
+        else
+            wish.element->connect(target, wish.point);
+    }
+
+    void setMaster(Wish const &wish)
+    {
+        auto *group = static_cast<Group *>(wish.element);
+        Element *master = find(wish.name);
+        if (master && master->getParent() == group)
+            group->setMasterElement(master);
+        else
+            report(wish.line, QStringLiteral("%1 has no child '%2'").arg(describe(group), wish.name));
+    }
+
+    QString fileName_;
+    PageDocument *document_;
+    QSet<QString> givenNames_;
+    int nameCounter_ = 0;
+    std::vector<Wish> wishes_;
+    std::vector<Wish> masters_;
+};
+
+} // namespace
+
+PageDocument parsePageDocument(QByteArray const &text, QString const &fileName)
+{
+    PageDocument document;
+    try {
+        toml::table const root = toml::parse(std::string_view(text.constData(), static_cast<std::size_t>(text.size())));
+        Reader(fileName, &document).read(root);
+    } catch (toml::parse_error const &error) {
+        document.problems.push_back(
+            {fileName, static_cast<int>(error.source().begin.line), textOf(error.description())});
+    }
+    return document;
+}
+
+PageDocument readPageDocument(QString const &fileName)
+{
+    QFile file(fileName);
+    if (file.open(QIODevice::ReadOnly))
+        return parsePageDocument(file.readAll(), fileName);
+    PageDocument document;
+    document.problems.push_back({fileName, 0, file.errorString()});
+    return document;
+}
+
+} // namespace Zem::Zemfig

@@ -1,0 +1,247 @@
+#include "page_document.h"
+
+#include "page_schema.h"
+
+#include <ZemFig2Connector.h>
+#include <ZemFig2Group.h>
+#include <ZemParse.h>
+#include <ZemScriptObject.h>
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QStringList>
+
+#include <array>
+
+namespace Zem::Zemfig {
+
+using namespace Fig2;
+
+namespace {
+
+/// A TOML text on one line.
+QString quoted(QString const &text)
+{
+    QString result = QStringLiteral("\"");
+    for (QChar character : text) {
+        if (character == QLatin1Char('"') || character == QLatin1Char('\\'))
+            result += QLatin1Char('\\') + QString(character);
+        else if (character == QLatin1Char('\n'))
+            result += QLatin1StringView("\\n");
+        else if (character.unicode() < 0x20 || character.unicode() == 0x7f)
+            result += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+        else
+            result += character;
+    }
+    return result + QLatin1Char('"');
+}
+
+/// Numbers keep their bits: what TOML would read as an integer, and lose, is marked as a fraction.
+QString numberForm(QString const &number)
+{
+    static QRegularExpression const whole(QStringLiteral("\\A-?[0-9]+\\z"));
+    bool const isWhole = whole.match(number).hasMatch();
+    return isWhole && (number.size() > 15 || number == QLatin1StringView("-0")) ? number + QLatin1StringView(".0")
+                                                                                  : number;
+}
+
+/// "(1, 2)" and "[(1, 2), (3, 4)]" as TOML lists.
+QString vectorForm(QString const &value)
+{
+    static QRegularExpression const number(QStringLiteral("[^\\s,()\\[\\]]+"));
+    QString result;
+    qsizetype end = 0;
+    for (QRegularExpressionMatch const &match : number.globalMatch(value)) {
+        result += value.mid(end, match.capturedStart() - end) + numberForm(match.captured());
+        end = match.capturedEnd();
+    }
+    result += value.mid(end);
+    return result.replace(QLatin1Char('('), QLatin1Char('[')).replace(QLatin1Char(')'), QLatin1Char(']'));
+}
+
+QString textOf(Parameter const &parameter)
+{
+    QString entry = parameter.key + QLatin1StringView(" = ") + parameter.value + QLatin1Char('\n');
+    return Parse::getString(entry, parameter.key);
+}
+
+QString fontForm(QString const &text)
+{
+    static constexpr std::array<std::pair<char const *, unsigned int>, 7> STYLES{{{"italic", Font::ITALIC},
+                                                                                  {"bold", Font::BOLD},
+                                                                                  {"light", Font::LIGHT},
+                                                                                  {"demi_bold", Font::DEMI_BOLD},
+                                                                                  {"black", Font::BLACK},
+                                                                                  {"underline", Font::UNDERLINE},
+                                                                                  {"strikeout", Font::STRIKEOUT}}};
+    Font font;
+    if (!font.createFromParameterString(text))
+        return quoted(text);
+    QString styles;
+    unsigned int rest = font.getStyle();
+    for (auto const &[word, bit] : STYLES) {
+        if (rest & bit)
+            styles += QStringLiteral(", %1 = true").arg(QLatin1StringView(word));
+        rest &= ~bit;
+    }
+    // Bits without a word, and sizes without a short decimal form, are kept by the plain form.
+    QString const size = QString::number(font.getSize(), 'g', 15);
+    if (rest || size.toDouble() != font.getSize())
+        return quoted(text);
+    return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
+}
+
+bool isFont(QString const &key)
+{
+    return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
+}
+
+QString valueForm(Parameter const &parameter)
+{
+    switch (parameter.kind) {
+    case ParameterKind::Text:
+        return isFont(parameter.key) ? fontForm(textOf(parameter)) : quoted(textOf(parameter));
+    case ParameterKind::Color:
+        // Opaque colours are the rule and go without their alpha.
+        return quoted(parameter.value.size() == 9 && parameter.value.endsWith(QLatin1StringView("ff"))
+                          ? parameter.value.left(7)
+                          : parameter.value);
+    case ParameterKind::Vector:
+    case ParameterKind::VectorList:
+        return vectorForm(parameter.value);
+    case ParameterKind::Number:
+        return numberForm(parameter.value);
+    case ParameterKind::Bool:
+        break;
+    }
+    return parameter.value;
+}
+
+/// Records whose entries are written together, as { width = 0.2, style = "full" }.
+constexpr std::array<char const *, 6> RECORDS{"border",    "background", "connector_style",
+                                              "color_bar", "symbol1",    "symbol2"};
+
+/// The record that a key belongs to; empty for none.
+QString recordOf(QString const &key)
+{
+    for (char const *record : RECORDS) {
+        if (key.startsWith(QLatin1StringView(record) + QLatin1Char('_')))
+            return QString::fromLatin1(record);
+    }
+    return {};
+}
+
+class Writer
+{
+public:
+    QString write(Figure const &figure)
+    {
+        writePage(figure);
+        writeChildren(*figure.getRoot(), QStringLiteral("element"));
+        return text_;
+    }
+
+private:
+    void line(QString const &key, QString const &value) { text_ += key + QLatin1StringView(" = ") + value + '\n'; }
+
+    void writePage(Figure const &figure)
+    {
+        text_ += QLatin1StringView("[page]\n");
+        QString const size = Parse::createVec2d(QStringLiteral("size"), figure.getSize());
+        line(QStringLiteral("size"), valueForm(entriesOf(size).front()));
+        writeParameters(entriesOf(figure.getBackground().getParameterString(QStringLiteral("background"))));
+    }
+
+    void writeChildren(Group const &group, QString const &path)
+    {
+        for (auto child = group.getChildBegin(); child != group.getChildEnd(); ++child)
+            writeElement(**child, path);
+    }
+
+    void writeElement(Element const &element, QString const &path)
+    {
+        text_ += QStringLiteral("\n[[%1]]\n").arg(path);
+        line(QStringLiteral("type"), quoted(Element::getTypeParameterName(element.getType())));
+        line(QStringLiteral("name"), quoted(element.getScriptObject()->getName()));
+        writeParameters(changedParameters(element));
+        writeConnectors(element);
+        auto const *group = dynamic_cast<Group const *>(&element);
+        if (!group)
+            return;
+        writeMaster(*group);
+        writeChildren(*group, path + QLatin1StringView(".children"));
+    }
+
+    static std::vector<Parameter> changedParameters(Element const &element)
+    {
+        std::vector<Parameter> changed;
+        for (Parameter const &parameter : entriesOf(element.getParameterString())) {
+            bool const isDerived = parameter.key == Element::PARAM_TYPE ||
+                                   (parameter.key == Element::PARAM_ORIGIN &&
+                                    (element.getType() == Element::GROUP || element.getType() == Element::LINE));
+            auto const standard = findParameter(element.getType(), parameter.key);
+            if (!isDerived && !(standard && standard->value == parameter.value))
+                changed.push_back(parameter);
+        }
+        return changed;
+    }
+
+    void writeParameters(std::vector<Parameter> const &parameters)
+    {
+        QString record;
+        QString items;
+        auto const flush = [&] {
+            if (!record.isEmpty())
+                line(record, QStringLiteral("{ %1 }").arg(items));
+            items.clear();
+        };
+        for (Parameter const &parameter : parameters) {
+            QString const next = recordOf(parameter.key);
+            if (next != record)
+                flush();
+            record = next;
+            if (record.isEmpty()) {
+                line(parameter.key, valueForm(parameter));
+                continue;
+            }
+            items += items.isEmpty() ? QString() : QStringLiteral(", ");
+            items += parameter.key.mid(record.size() + 1) + QLatin1StringView(" = ") + valueForm(parameter);
+        }
+        flush();
+    }
+
+    void writeConnectors(Element const &element)
+    {
+        QString targets;
+        for (auto it = element.getConnectorBegin(); it != element.getConnectorEnd(); ++it) {
+            if ((*it)->getSource() != &element)
+                continue;
+            QString const name = quoted((*it)->getTarget()->getScriptObject()->getName());
+            QString const part = quoted((*it)->getTargetName());
+            targets += targets.isEmpty() ? QString() : QStringLiteral(", ");
+            targets += (*it)->getTargetName().isEmpty() ? name : QStringLiteral("{ to = %1, part = %2 }").arg(name, part);
+        }
+        if (!targets.isEmpty())
+            line(QStringLiteral("connect"), QStringLiteral("[%1]").arg(targets));
+    }
+
+    /// The first child is the master unless something else is said.
+    void writeMaster(Group const &group)
+    {
+        Element const *master = group.getMasterElement();
+        while (master && master->getParent() != &group)
+            master = master->getParent();
+        if (master && master != *group.getChildBegin())
+            line(QStringLiteral("master"), quoted(master->getScriptObject()->getName()));
+    }
+
+    QString text_;
+};
+
+} // namespace
+
+QString writePageDocument(Figure const &figure)
+{
+    return Writer().write(figure);
+}
+
+} // namespace Zem::Zemfig

@@ -1,0 +1,100 @@
+#include "page_schema.h"
+
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <numeric>
+
+namespace Zem::Zemfig {
+
+namespace {
+
+ParameterKind kindOf(QString const &value)
+{
+    if (value.startsWith(QLatin1Char('"')))
+        return ParameterKind::Text;
+    if (value == QLatin1StringView("true") || value == QLatin1StringView("false"))
+        return ParameterKind::Bool;
+    if (value.startsWith(QLatin1Char('#')))
+        return ParameterKind::Color;
+    if (value.startsWith(QLatin1Char('(')))
+        return ParameterKind::Vector;
+    if (value.startsWith(QLatin1Char('[')))
+        return ParameterKind::VectorList;
+    return ParameterKind::Number;
+}
+
+/// How many letters must be put in, taken out or changed to make one word of the other (Levenshtein 1966).
+int editDistance(QString const &a, QString const &b)
+{
+    std::vector<int> row(static_cast<std::size_t>(b.size()) + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        int diagonal = row[0]++;
+        for (qsizetype j = 0; j < b.size(); ++j) {
+            auto const place = static_cast<std::size_t>(j);
+            int const changed = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[place + 1];
+            row[place + 1] = std::min({changed, row[place] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+} // namespace
+
+std::vector<Parameter> entriesOf(QString const &parameters)
+{
+    std::vector<Parameter> entries;
+    for (QString const &line : parameters.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        qsizetype const equals = line.indexOf(QLatin1StringView(" = "));
+        if (equals < 0)
+            continue;
+        QString const value = line.mid(equals + 3);
+        entries.push_back({line.left(equals), kindOf(value), value});
+    }
+    return entries;
+}
+
+std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type)
+{
+    static std::map<Fig2::Element::Type_t, std::vector<Parameter>> tables;
+    auto const found = tables.find(type);
+    if (found != tables.end())
+        return found->second;
+    std::unique_ptr<Fig2::Element> const prototype(
+        type == Fig2::Element::IMAGE_LABEL ? nullptr : Fig2::Element::create(type));
+    return tables[type] = prototype ? entriesOf(prototype->getParameterString()) : std::vector<Parameter>();
+}
+
+std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key)
+{
+    std::vector<Parameter> const &parameters = parametersOf(type);
+    auto const found = std::find_if(parameters.begin(), parameters.end(),
+                                    [&key](Parameter const &parameter) { return parameter.key == key; });
+    return found == parameters.end() ? std::nullopt : std::optional(*found);
+}
+
+QString nearestWord(QString const &word, std::vector<QString> const &words)
+{
+    QString nearest;
+    int best = static_cast<int>(word.size()) / 3 + 2;
+    for (QString const &candidate : words) {
+        int const distance = editDistance(word.toLower(), candidate.toLower());
+        if (distance < best) {
+            best = distance;
+            nearest = candidate;
+        }
+    }
+    return nearest;
+}
+
+QString suggestion(QString const &word, std::vector<QString> const &words)
+{
+    QString const nearest = nearestWord(word, words);
+    return nearest.isEmpty() ? QString() : QStringLiteral(" (did you mean '%1'?)").arg(nearest);
+}
+
+} // namespace Zem::Zemfig

@@ -1,0 +1,66 @@
+// page_source.h: opening a page, whatever kind of file it stands in, and the data it shows.
+#pragma once
+
+#include "page_document.h"
+
+#include <ZemMeasCsv.h>
+#include <ZemMeasProject.h>
+#include <ZemMeasTokenInterface.h>
+
+#include <QtCore/QTemporaryDir>
+
+#include <memory>
+
+namespace Zem::Zemfig {
+
+/// Reads a page document or a figure file, told by its content. What is wrong stays in `problems`.
+PageDocument openPage(QString const &fileName);
+/// The same, but throws InputError with all problems when there is one.
+PageDocument openSoundPage(QString const &fileName);
+
+/// Where the values of a page come from; all empty for a page without data.
+struct DataChoice
+{
+    QString project; ///< file or URL
+    QString csv;
+    Measurement::CsvOptions csvOptions;
+    Measurement::ImportOptions importOptions;
+};
+
+/// The data that a page document names itself, by a path that must stay inside the folder of the document. Throws
+/// InputError for a path that leaves it and for an option that does not exist.
+DataChoice dataOfDocument(PageDocument const &document, QString const &fileName);
+
+/// An open project over one of the choices, or nothing at all.
+class PageData
+{
+public:
+    /// Throws ImportError, ProjectError, InputError.
+    explicit PageData(DataChoice const &choice);
+    ~PageData();
+
+    /// Never null: without data an interface that holds nothing.
+    Fig2::FigureTokenInterface const *tokens() const { return tokens_.get(); }
+    bool hasData() const { return project_ != nullptr; }
+    /// Ascending.
+    std::vector<unsigned int> stages() const;
+    QString name() const { return name_; }
+
+private:
+    QString name_;
+    std::unique_ptr<QTemporaryDir> folder_; ///< holds the project made of a CSV file
+    std::unique_ptr<Measurement::Project> project_;
+    std::unique_ptr<Fig2::FigureTokenInterface> tokens_;
+};
+
+/// The stages that "12", "3..40", "3..40,50" or "all" names among those that exist; empty text means the last one.
+/// Throws UsageError for what cannot be read, InputError for a stage that does not exist.
+std::vector<unsigned int> selectStages(QString const &text, std::vector<unsigned int> const &existing,
+                                       QString const &source);
+
+/// Reads an option of a CSV file by its name ("delimiter", "decimal_comma", ...) as documents and the command have it.
+/// False for an unknown name; throws InputError for a value that does not fit.
+bool setCsvOption(DataChoice *choice, QString const &name, QString const &value);
+std::vector<QString> csvOptionNames();
+
+} // namespace Zem::Zemfig

@@ -1,0 +1,146 @@
+#include "verbs.h"
+
+#include "cli.h"
+#include "page_schema.h"
+#include "page_source.h"
+
+#include <ZemFig2LabelBase.h>
+#include <ZemFig2Tools.h>
+#include <ZemScriptObject.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <algorithm>
+#include <memory>
+
+namespace Zem::Zemfig {
+
+using namespace Fig2;
+
+namespace {
+
+struct Arguments
+{
+    std::string page;
+    std::string project;
+    std::string data;
+    bool json = false;
+};
+
+QString describe(Element const &element)
+{
+    return QStringLiteral("%1 '%2'").arg(element.getTypeName(), element.getScriptObject()->getName());
+}
+
+/// Looks through a page that could be read, and gathers what is wrong with it.
+class Checker
+{
+public:
+    Checker(QString const &fileName, PageDocument *document) : fileName_(fileName), document_(document) {}
+
+    void checkAgainst(PageData const &data)
+    {
+        Figure &figure = *document_->figure;
+        figure.setTokenInterface(data.tokens());
+        std::vector<unsigned int> const stages = data.stages();
+        figure.update(stages.empty() ? StageIdentifier::NO_STAGE : StageIdentifier(stages.back()), true);
+        collectTokens(*data.tokens());
+        for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it) {
+            checkPlace(**it);
+            if (auto const *label = dynamic_cast<LabelBase const *>(*it))
+                checkTokens(*label);
+        }
+    }
+
+private:
+    void report(QString const &text) { document_->problems.push_back({fileName_, 0, text}); }
+
+    void collectTokens(FigureTokenInterface const &tokens)
+    {
+        std::vector<TokenInfo> infos;
+        tokens.getTokens(&infos);
+        for (TokenInfo const &info : infos)
+            known_.push_back(info.getName());
+        std::sort(known_.begin(), known_.end());
+    }
+
+    void checkPlace(Element const &element)
+    {
+        if (element.getType() != Element::GROUP && !document_->figure->isInBounds(&element))
+            report(QStringLiteral("%1 lies off the page").arg(describe(element)));
+    }
+
+    void checkTokens(LabelBase const &label)
+    {
+        std::vector<QString> names;
+        std::vector<QString> formats;
+        Tools::parseTokens(label.getText(), QLatin1Char('$'), &names, &formats);
+        for (QString const &name : names) {
+            if (!std::binary_search(known_.begin(), known_.end(), name))
+                report(QStringLiteral("%1: no data has the token '%2'%3")
+                           .arg(describe(label), name, suggestion(name, known_)));
+        }
+        if (label.getText().count(QLatin1Char('$')) % 2 != 0)
+            report(QStringLiteral("%1: a '$' without its partner, the text behind it is lost").arg(describe(label)));
+    }
+
+    QString fileName_;
+    PageDocument *document_;
+    std::vector<QString> known_;
+};
+
+QJsonArray toJson(std::vector<Problem> const &problems)
+{
+    QJsonArray array;
+    for (Problem const &problem : problems)
+        array.append(QJsonObject{{"file", problem.file}, {"line", problem.line}, {"text", problem.text}});
+    return array;
+}
+
+void check(Arguments const &arguments)
+{
+    QString const fileName = QString::fromStdString(arguments.page);
+    PageDocument document = openPage(fileName);
+    if (document.figure) {
+        DataChoice choice = dataOfDocument(document, fileName);
+        if (!arguments.project.empty() || !arguments.data.empty()) {
+            choice.project = QString::fromStdString(arguments.project);
+            choice.csv = QString::fromStdString(arguments.data);
+        }
+        PageData const data(choice);
+        Checker(fileName, &document).checkAgainst(data);
+        // The figure must not outlive the data it looks at.
+        document.figure.reset();
+    }
+    if (arguments.json)
+        print(QString::fromUtf8(QJsonDocument(toJson(document.problems)).toJson()));
+    if (document.problems.empty()) {
+        if (!arguments.json)
+            print(fileName + QStringLiteral(": good\n"));
+        return;
+    }
+    if (!arguments.json) {
+        for (Problem const &problem : document.problems)
+            print(problem.toString() + QLatin1Char('\n'));
+    }
+    throw InputError(QStringLiteral("%1: %2 found").arg(fileName).arg(
+        document.problems.size() == 1 ? QStringLiteral("1 problem")
+                                      : QStringLiteral("%1 problems").arg(document.problems.size())));
+}
+
+} // namespace
+
+void addCheckVerb(CLI::App *app, Run *run)
+{
+    auto arguments = std::make_shared<Arguments>();
+    CLI::App *verb = app->add_subcommand("check", "Say what is wrong with a page");
+    verb->add_option("page", arguments->page, "page document (.figure.toml) or figure file (.fig)")->required();
+    auto *project = verb->add_option("--project", arguments->project, "project file or URL");
+    verb->add_option("--data", arguments->data, "CSV file")->excludes(project);
+    verb->add_flag("--json", arguments->json, "as JSON");
+    verb->callback([arguments, run] { *run = [arguments] { check(*arguments); }; });
+}
+
+} // namespace Zem::Zemfig
