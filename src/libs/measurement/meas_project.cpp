@@ -30,8 +30,8 @@ Project::Project(QString const &location, OpenMode_t mode)
         prepareSchema(*connection_, mode);
     } catch (...) {
         connection_.reset();
-        if (mayMake) {
-            QFile::remove(location); // nothing half made stays
+        if (mayMake && QFileInfo(location).size() == 0) { // unless another process has made it meanwhile
+            QFile::remove(location);
         }
         throw;
     }
