@@ -4,7 +4,7 @@
 
 #include <ZemFig2InitLibrary.h>
 
-#include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
 
 int main(int argc, char **argv)
 {
@@ -15,6 +15,7 @@ int main(int argc, char **argv)
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
     Run run;
     addImportVerb(&app, &run);
+    addRenderVerb(&app, &run);
     addConvertVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
@@ -27,6 +28,7 @@ int main(int argc, char **argv)
         // No display is needed, and none is looked for unless the user names one.
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication const application(argc, argv);
         Zem::Fig2::InitLibrary();
         run();
     });
