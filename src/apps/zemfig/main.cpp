@@ -6,6 +6,8 @@
 
 #include <QtGui/QGuiApplication>
 
+#include <csignal>
+
 int main(int argc, char **argv)
 {
     using namespace Zem::Zemfig;
@@ -13,6 +15,8 @@ int main(int argc, char **argv)
     CLI::App app("Report pages from measured values: PDF, SVG and PNG from a CSV file and a page description");
     app.require_subcommand(1);
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
+    // A file that may not grow is a failed write with a message, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     Run run;
     addImportVerb(&app, &run);
     addRenderVerb(&app, &run);
