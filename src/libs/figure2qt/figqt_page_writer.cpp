@@ -6,6 +6,7 @@
 #include "figqt_page_check.h"
 
 #include <ZemFig2Figure.h>
+#include <ZemFig2LabelBase.h>
 #include <ZemFig2Painter.h>
 #include <ZemTranslate.h>
 
@@ -66,7 +67,25 @@ std::unique_ptr<PageWriter> createPageWriter(QString const &fileName, PageOption
 
 void drawPage(Fig2::Figure const &figure, PageWriter *writer)
 {
-    figure.draw(&writer->beginPage(figure.getSize()));
+    drawPage(figure, &writer->beginPage(figure.getSize()));
+}
+
+void drawPage(Fig2::Figure const &figure, Fig2::Painter *painter)
+{
+    figure.drawBackground(painter);
+    Fig2::FigureTokenInterface const *tokens = figure.getTokenInterface();
+    if (!tokens)
+        return;
+    std::vector<Fig2::Element const *> order;
+    figure.computeRenderingOrder(&order);
+    for (Fig2::Element const *element : order) {
+        if (auto const *label = dynamic_cast<Fig2::LabelBase const *>(element))
+            label->drawConnectorLine(painter);
+    }
+    for (Fig2::Element const *element : order) {
+        for (int step = 0; !element->draw(tokens, painter, step); ++step) {
+        }
+    }
 }
 
 } // namespace Zem::Fig2Qt
