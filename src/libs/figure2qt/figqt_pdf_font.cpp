@@ -88,7 +88,6 @@ std::vector<QString> textsOfGlyphs(QRawFont const &font, QList<quint32> const &g
 PdfFont::PdfFont(TrueTypeFont trueType, QRawFont const &font, int number, int object)
     : trueType_(std::move(trueType)), resource_(std::string("F") += std::to_string(number)),
       name_(subsetTag(number) + fileName(font)), object_(object),
-      boldMissing_(font.weight() >= QFont::DemiBold && !trueType_.isBold()),
       slantMissing_(font.style() != QFont::StyleNormal && !trueType_.isItalic())
 {
     useGlyph(MISSING_GLYPH);

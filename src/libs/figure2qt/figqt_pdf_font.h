@@ -26,8 +26,7 @@ public:
 
     std::string const &getResource() const { return resource_; }
     int getObject() const { return object_; }
-    /// The font file has no bold or slanted outlines, though that is what was asked for.
-    bool isBoldMissing() const { return boldMissing_; }
+    /// The font file has no slanted outlines, though they were asked for.
     bool isSlantMissing() const { return slantMissing_; }
 
     /// The number of the glyph in the file.
@@ -56,7 +55,6 @@ private:
     std::string resource_;
     std::string name_;
     int object_;
-    bool boldMissing_;
     bool slantMissing_;
     std::vector<Code> codes_;
     std::unordered_map<std::uint32_t, std::uint32_t> codeOf_;

@@ -10,9 +10,8 @@ namespace Zem::Fig2Qt {
 
 namespace {
 
-// What FreeType makes of a font that has no such outlines: a slant of 12 degrees, lines wider by a 24th of the em.
+// What FreeType makes of a font that has no slanted outlines: 12 degrees.
 constexpr double SLANT = 0.2126;
-constexpr double EMBOLDENING = 1.0 / 24.0;
 // A glyph off by less than this, in thousandths of the em, stays where it is.
 constexpr double TOLERANCE = 0.5;
 
@@ -140,10 +139,6 @@ void PdfCanvas::drawGlyphs(QGlyphRun const &glyphs, PdfFont *font, TextRun const
     double const size = glyphs.rawFont().pixelSize() * scale;
     setFill(run.color);
     setFont(*font, size);
-    if (font->isBoldMissing()) {
-        setStroke({size * EMBOLDENING, run.color, false, {}});
-        content_ += "2 Tr\n";
-    }
     QList<QPointF> const positions = glyphs.positions();
     bool const whole = onOneLine(positions);
     for (qsizetype first = 0; first < positions.size();) {
@@ -158,8 +153,6 @@ void PdfCanvas::drawGlyphs(QGlyphRun const &glyphs, PdfFont *font, TextRun const
         showGlyphs(font, whole ? glyphs : nextLevel(glyphs, &first));
         first = whole ? positions.size() : first;
     }
-    if (font->isBoldMissing())
-        content_ += "0 Tr\n";
     if (font->isSlantMissing()) {
         content_ += "ET\n";
         beginText(toPage, 0.0, QPointF());
