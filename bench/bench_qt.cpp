@@ -26,10 +26,11 @@ std::vector<QString> formattedLabels()
 {
     std::vector<QString> labels;
     for (int i = 0; i < LABELS; ++i)
-        labels.push_back(QStringLiteral("Run <b>B%1</b> &sigma;<sub>max</sub> = <span style=\"color:#b02020\">%2</span> "
-                                        "<i>MPa</i>")
-                             .arg(i)
-                             .arg(std::sin(i) * 1000.0, 0, 'f', 2));
+        labels.push_back(
+            QStringLiteral("Run <b>B%1</b> &sigma;<sub>max</sub> = <span style=\"color:#b02020\">%2</span> "
+                           "<i>MPa</i>")
+                .arg(i)
+                .arg(std::sin(i) * 1000.0, 0, 'f', 2));
     return labels;
 }
 
@@ -133,9 +134,13 @@ void encode(benchmark::State &state, PngCoding::Filter filter)
     state.counters["bytes"] = static_cast<double>(bytes);
 }
 BENCHMARK_CAPTURE(encode, none, PngCoding::Filter::NONE)
-    ->Unit(benchmark::kMillisecond)->ArgsProduct({{1, 2, 3, 4, 6}, {1}})->UseRealTime();
+    ->Unit(benchmark::kMillisecond)
+    ->ArgsProduct({{1, 2, 3, 4, 6}, {1}})
+    ->UseRealTime();
 BENCHMARK_CAPTURE(encode, up, PngCoding::Filter::UP)
-    ->Unit(benchmark::kMillisecond)->ArgsProduct({{1, 2, 3, 4, 6}, {1, 2}})->UseRealTime();
+    ->Unit(benchmark::kMillisecond)
+    ->ArgsProduct({{1, 2, 3, 4, 6}, {1, 2}})
+    ->UseRealTime();
 
 } // namespace
 } // namespace Zem::Fig2Qt

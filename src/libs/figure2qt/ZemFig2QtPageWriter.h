@@ -29,13 +29,13 @@ public:
 /// What the formats leave open.
 struct PageOptions
 {
-    double dpi = 300.0;                       ///< of PNG
-    QString title;                            ///< of PDF and SVG; left out when empty
-    std::optional<QDateTime> creationDate;    ///< of PDF; left out when not given
+    double dpi = 300.0;                    ///< of PNG
+    QString title;                         ///< of PDF and SVG; left out when empty
+    std::optional<QDateTime> creationDate; ///< of PDF; left out when not given
 };
 
-/// Takes pages one after the other. The same drawing gives the same bytes: no file holds a time that was not given, or a
-/// random number. The file appears under its name in close(); without it, and after a failure, a file of that name
+/// Takes pages one after the other. The same drawing gives the same bytes: no file holds a time that was not given, or
+/// a random number. The file appears under its name in close(); without it, and after a failure, a file of that name
 /// stays as it was. Painters are in mode 0, which draws everything at once.
 class PageWriter
 {

@@ -19,8 +19,8 @@ struct Stroke
 {
     double width = 0.0; ///< above 0
     Color color;
-    bool round = false;          ///< round ends and corners, else ends cut off at the points and mitred corners
-    std::vector<double> dashes;  ///< lengths of dash and gap in turn; empty for a full line
+    bool round = false;         ///< round ends and corners, else ends cut off at the points and mitred corners
+    std::vector<double> dashes; ///< lengths of dash and gap in turn; empty for a full line
 
     bool operator==(Stroke const &) const = default;
 };

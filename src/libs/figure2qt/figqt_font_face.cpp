@@ -33,8 +33,7 @@ double paintedUnderlinePosition(QFontMetricsF const &metrics)
 
 } // namespace
 
-FontFace::FontFace(QFont const &font)
-    : font_(font), rawFont_(QRawFont::fromFont(font)), shapes_(SHAPE_CACHE_CHARACTERS)
+FontFace::FontFace(QFont const &font) : font_(font), rawFont_(QRawFont::fromFont(font)), shapes_(SHAPE_CACHE_CHARACTERS)
 {
     QFontMetricsF const metrics(font);
     ascent_ = metrics.ascent();
@@ -98,8 +97,7 @@ std::shared_ptr<ShapedText const> FontFace::compose(QString const &text) const
     for (qsizetype i = 0; i < text.size(); ++i) {
         Glyph const &glyph = glyphs_[static_cast<std::size_t>(text[i].unicode() - FIRST)];
         bool const last = i + 1 == text.size();
-        double const advance =
-            last ? glyph.advance : static_cast<double>(pairAdvances_[pairOf(text[i], text[i + 1])]);
+        double const advance = last ? glyph.advance : static_cast<double>(pairAdvances_[pairOf(text[i], text[i + 1])]);
         if (advance < 0.0)
             return nullptr;
         indexes[i] = glyph.index;

@@ -48,8 +48,8 @@ FontFace &Fonts::getFace(QFont const &font)
     plain.setUnderline(false);
     plain.setStrikeOut(false);
     plain.setOverline(false);
-    auto const found = std::find_if(faces_.begin(), faces_.end(),
-                                    [&plain](FontFace const &face) { return face.getFont() == plain; });
+    auto const found =
+        std::find_if(faces_.begin(), faces_.end(), [&plain](FontFace const &face) { return face.getFont() == plain; });
     if (found != faces_.end()) {
         faces_.splice(faces_.begin(), faces_, found);
         return faces_.front();

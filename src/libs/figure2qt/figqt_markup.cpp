@@ -34,21 +34,20 @@ std::optional<QColor> readColor(View text)
     return color.isValid() ? std::optional<QColor>(color) : std::nullopt;
 }
 
-
 /// The entities of engineering texts; the document knows the rest.
 char16_t entityCharacter(View name)
 {
     static QHash<QString, char16_t> const known{
-        {QStringLiteral("amp"), u'&'},       {QStringLiteral("lt"), u'<'},        {QStringLiteral("gt"), u'>'},
-        {QStringLiteral("quot"), u'"'},      {QStringLiteral("nbsp"), u'\u00a0'}, {QStringLiteral("deg"), u'°'},
-        {QStringLiteral("plusmn"), u'±'},    {QStringLiteral("micro"), u'µ'},     {QStringLiteral("middot"), u'·'},
-        {QStringLiteral("times"), u'×'},     {QStringLiteral("sup2"), u'²'},      {QStringLiteral("sup3"), u'³'},
-        {QStringLiteral("alpha"), u'α'},     {QStringLiteral("beta"), u'β'},      {QStringLiteral("gamma"), u'γ'},
-        {QStringLiteral("delta"), u'δ'},     {QStringLiteral("epsilon"), u'ε'},   {QStringLiteral("lambda"), u'λ'},
-        {QStringLiteral("mu"), u'μ'},        {QStringLiteral("nu"), u'ν'},        {QStringLiteral("rho"), u'ρ'},
-        {QStringLiteral("sigma"), u'σ'},     {QStringLiteral("tau"), u'τ'},       {QStringLiteral("phi"), u'φ'},
-        {QStringLiteral("Delta"), u'Δ'},     {QStringLiteral("Sigma"), u'Σ'},     {QStringLiteral("Omega"), u'Ω'},
-        {QStringLiteral("ndash"), u'–'},     {QStringLiteral("mdash"), u'—'},     {QStringLiteral("minus"), u'−'},
+        {QStringLiteral("amp"), u'&'},    {QStringLiteral("lt"), u'<'},        {QStringLiteral("gt"), u'>'},
+        {QStringLiteral("quot"), u'"'},   {QStringLiteral("nbsp"), u'\u00a0'}, {QStringLiteral("deg"), u'°'},
+        {QStringLiteral("plusmn"), u'±'}, {QStringLiteral("micro"), u'µ'},     {QStringLiteral("middot"), u'·'},
+        {QStringLiteral("times"), u'×'},  {QStringLiteral("sup2"), u'²'},      {QStringLiteral("sup3"), u'³'},
+        {QStringLiteral("alpha"), u'α'},  {QStringLiteral("beta"), u'β'},      {QStringLiteral("gamma"), u'γ'},
+        {QStringLiteral("delta"), u'δ'},  {QStringLiteral("epsilon"), u'ε'},   {QStringLiteral("lambda"), u'λ'},
+        {QStringLiteral("mu"), u'μ'},     {QStringLiteral("nu"), u'ν'},        {QStringLiteral("rho"), u'ρ'},
+        {QStringLiteral("sigma"), u'σ'},  {QStringLiteral("tau"), u'τ'},       {QStringLiteral("phi"), u'φ'},
+        {QStringLiteral("Delta"), u'Δ'},  {QStringLiteral("Sigma"), u'Σ'},     {QStringLiteral("Omega"), u'Ω'},
+        {QStringLiteral("ndash"), u'–'},  {QStringLiteral("mdash"), u'—'},     {QStringLiteral("minus"), u'−'},
     };
     return known.value(name.toString(), u'\0');
 }
@@ -71,9 +70,7 @@ bool setWeight(QFont *font, View value)
         return false;
     if (!numeric && value != u"bold" && value != u"normal")
         return false;
-    font->setWeight(numeric ? static_cast<QFont::Weight>(weight)
-                            : value == u"bold" ? QFont::Bold
-                                               : QFont::Normal);
+    font->setWeight(numeric ? static_cast<QFont::Weight>(weight) : value == u"bold" ? QFont::Bold : QFont::Normal);
     return true;
 }
 
@@ -202,8 +199,8 @@ private:
     /// html, body and a single paragraph around everything add nothing to a text.
     void skipFrame()
     {
-        for (auto const &[open, close] : {std::pair(u"<html>", u"</html>"), std::pair(u"<body>", u"</body>"),
-                                          std::pair(u"<p>", u"</p>")}) {
+        for (auto const &[open, close] :
+             {std::pair(u"<html>", u"</html>"), std::pair(u"<body>", u"</body>"), std::pair(u"<p>", u"</p>")}) {
             View const inner = text_.mid(place_).trimmed();
             if (!inner.startsWith(View(open)) || !inner.endsWith(View(close)))
                 continue;

@@ -117,8 +117,7 @@ struct PagePainter::State
     std::vector<QPainterPath> clips;
 };
 
-PagePainter::PagePainter(std::unique_ptr<Canvas> canvas)
-    : canvas_(std::move(canvas)), state_(std::make_unique<State>())
+PagePainter::PagePainter(std::unique_ptr<Canvas> canvas) : canvas_(std::move(canvas)), state_(std::make_unique<State>())
 {
     requireGuiApplication();
 }

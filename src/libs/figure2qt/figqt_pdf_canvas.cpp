@@ -31,7 +31,7 @@ PdfCanvas::PdfCanvas(PdfFile *file, PdfFonts *fonts, double height) : file_(file
     number(-POINTS_PER_MM, 9);
     content_ += "0 ";
     number(std::floor(height * POINTS_PER_MM * 1e4) / 1e4); // as the page box
-    content_ += "cm 4 M\n"; // 4: MITER_LIMIT
+    content_ += "cm 4 M\n";                                 // 4: MITER_LIMIT
 }
 
 std::string PdfCanvas::getResources() const
@@ -186,8 +186,7 @@ void PdfCanvas::popClip()
     outer_.pop_back();
 }
 
-void PdfCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
-                          QTransform const &toPage)
+void PdfCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
     bool const opaque =
         std::all_of(colors.begin(), colors.end(), [](Color const &one) { return one.getAlpha() == 255; });
@@ -204,19 +203,18 @@ void PdfCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> 
 }
 
 /// A shading has no transparency, so such a strip is cut into narrow bands.
-void PdfCanvas::drawBands(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
-                          QTransform const &toPage)
+void PdfCanvas::drawBands(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
     int const bands = colors.size() == 1 ? 1 : BANDS;
     QSizeF const step(vertical ? rect.width() : rect.width() / bands, vertical ? rect.height() / bands : rect.height());
     for (int i = 0; i < bands; ++i) {
         double const place = (i + 0.5) / bands * static_cast<double>(colors.size() - 1);
         std::size_t const lower = std::min(static_cast<std::size_t>(place), colors.size() - 1);
-        Color const band = mixed(colors[lower], colors[std::min(lower + 1, colors.size() - 1)],
-                                 place - static_cast<double>(lower));
+        Color const band =
+            mixed(colors[lower], colors[std::min(lower + 1, colors.size() - 1)], place - static_cast<double>(lower));
         QPainterPath path;
-        path.addRect(QRectF(rect.topLeft() + (vertical ? QPointF(0, i * step.height()) : QPointF(i * step.width(), 0)),
-                            step));
+        path.addRect(
+            QRectF(rect.topLeft() + (vertical ? QPointF(0, i * step.height()) : QPointF(i * step.width(), 0)), step));
         drawPath(toPage.map(path), nullptr, &band);
     }
 }

@@ -19,9 +19,9 @@ std::string compressed(std::string_view bytes, QString const &fileName)
 {
     uLongf size = compressBound(static_cast<uLong>(bytes.size()));
     std::string result(size, '\0');
-    int const status = compress2(reinterpret_cast<Bytef *>(result.data()), &size,
-                                 reinterpret_cast<Bytef const *>(bytes.data()), static_cast<uLong>(bytes.size()),
-                                 COMPRESSION_LEVEL);
+    int const status =
+        compress2(reinterpret_cast<Bytef *>(result.data()), &size, reinterpret_cast<Bytef const *>(bytes.data()),
+                  static_cast<uLong>(bytes.size()), COMPRESSION_LEVEL);
     if (status != Z_OK)
         throw OutputError(translate("Figure2Qt_err", "%1: cannot compress").arg(fileName));
     result.resize(size);

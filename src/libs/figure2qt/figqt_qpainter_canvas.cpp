@@ -133,7 +133,8 @@ void QPainterCanvas::drawText(TextLayout const &layout, QTransform const &toPage
         if (shape.fill)
             painter_->fillPath(shape.path, toQColor(*shape.fill));
         if (shape.stroke)
-            painter_->strokePath(shape.path, QPen(toQColor(*shape.stroke), shape.strokeWidth, Qt::SolidLine, Qt::FlatCap));
+            painter_->strokePath(shape.path,
+                                 QPen(toQColor(*shape.stroke), shape.strokeWidth, Qt::SolidLine, Qt::FlatCap));
     }
     for (TextRun const &run : layout.runs) {
         painter_->setPen(toQColor(run.color));

@@ -61,9 +61,9 @@ QString ruleOf(QPainterPath const &path)
 
 QString hexadecimal(Color const &color)
 {
-    return QStringLiteral("#%1").arg(
-        static_cast<unsigned>(color.getRed()) << 16U | static_cast<unsigned>(color.getGreen()) << 8U | color.getBlue(),
-        6, 16, QLatin1Char('0'));
+    return QStringLiteral("#%1").arg(static_cast<unsigned>(color.getRed()) << 16U |
+                                         static_cast<unsigned>(color.getGreen()) << 8U | color.getBlue(),
+                                     6, 16, QLatin1Char('0'));
 }
 
 /// What XML can hold: no control characters, no half of a pair.
@@ -233,8 +233,7 @@ void SvgCanvas::drawWords(TextRun const &run)
     }
 }
 
-void SvgCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
-                          QTransform const &toPage)
+void SvgCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
     QString const id = QStringLiteral("strip%1").arg(++lastId_);
     QPointF const end = vertical ? rect.bottomLeft() : rect.topRight();

@@ -59,8 +59,8 @@ TextShape horizontalLine(double x, double width, double y, double lineWidth, Col
 void addDecoration(TextRun const &run, QFont const &font, FontFace const &face, TextLayout *layout)
 {
     auto const add = [&](double below) {
-        layout->shapes.push_back(horizontalLine(run.position.x(), run.width, run.position.y() + below,
-                                                face.getLineWidth(), run.color));
+        layout->shapes.push_back(
+            horizontalLine(run.position.x(), run.width, run.position.y() + below, face.getLineWidth(), run.color));
     };
     if (font.underline())
         add(face.getUnderlinePosition());
@@ -93,8 +93,7 @@ TextEngine &TextEngine::forThisThread()
     return engine;
 }
 
-TextEngine::TextEngine()
-    : recorder_(&fonts_), device_(&recorder_), layouts_(LAYOUT_CACHE_WEIGHT)
+TextEngine::TextEngine() : recorder_(&fonts_), device_(&recorder_), layouts_(LAYOUT_CACHE_WEIGHT)
 {
     requireGuiApplication();
     [[maybe_unused]] static bool const registered = (qAddPostRoutine(clearAtExit), true);

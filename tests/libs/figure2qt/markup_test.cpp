@@ -64,8 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"<span style='vertical-align:super'>x</span>", "[x super]|"}, Case{"a<br>b<br/>c", "[a]|[b]|[c]|"},
         Case{"<html><body><p>x</p></body></html>", "[x]|"}, Case{" \n a \t b ", "[a b ]|"},
         Case{"a <b> b</b>", "[a ][b bold]|"}, Case{"&lt;&amp;&gt;&quot;", "[<&>\"]|"},
-        Case{"&#65;&#x42;&deg;&plusmn;", "[AB°±]|"}, Case{"a&nbsp; b", "[a\u00a0 b]|"},
-        Case{"<b></b>a", "[a]|"}));
+        Case{"&#65;&#x42;&deg;&plusmn;", "[AB°±]|"}, Case{"a&nbsp; b", "[a\u00a0 b]|"}, Case{"<b></b>a", "[a]|"}));
 
 class OtherMarkup : public testing::TestWithParam<char const *>
 {
@@ -78,13 +77,13 @@ TEST_P(OtherMarkup, isLeftToTheDocument)
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, OtherMarkup,
-    testing::Values("", " ", "<b></b>", "<table><tr><td>x</td></tr></table>", "<p>a</p><p>b</p>", "<p align=right>x</p>",
-                    "<ul><li>x</li></ul>", "<b>open", "a</b>", "<b><i>x</b></i>", "<span class='x'>y</span>",
-                    "<span style='background:red'>x</span>", "<span style='font-size:12px'>x</span>",
-                    "<span style='color:nonsense'>x</span>", "<img src='x'>", "a < b", "a<", "&unknown;", "a & b", "&#0;",
-                    "a<br><br>b", "a <br>b", "<b>a<br>b</b>", "x<sub>a<sub>b</sub></sub>", "<u>a<b>b</b></u>",
-                    "\u05d0\u05d1", "e\u0301", "soft\u00adhyphen", "<!-- x -->y", "<pre>x</pre>", "<b/>x",
-                    "<span style=\"font-size:-3pt\">x</span>", "\U0001F600"));
+    testing::Values("", " ", "<b></b>", "<table><tr><td>x</td></tr></table>", "<p>a</p><p>b</p>",
+                    "<p align=right>x</p>", "<ul><li>x</li></ul>", "<b>open", "a</b>", "<b><i>x</b></i>",
+                    "<span class='x'>y</span>", "<span style='background:red'>x</span>",
+                    "<span style='font-size:12px'>x</span>", "<span style='color:nonsense'>x</span>", "<img src='x'>",
+                    "a < b", "a<", "&unknown;", "a & b", "&#0;", "a<br><br>b", "a <br>b", "<b>a<br>b</b>",
+                    "x<sub>a<sub>b</sub></sub>", "<u>a<b>b</b></u>", "\u05d0\u05d1", "e\u0301", "soft\u00adhyphen",
+                    "<!-- x -->y", "<pre>x</pre>", "<b/>x", "<span style=\"font-size:-3pt\">x</span>", "\U0001F600"));
 
 TEST(BoundMarkup, leavesOrdinaryTextAlone)
 {
@@ -95,7 +94,8 @@ TEST(BoundMarkup, leavesOrdinaryTextAlone)
 
 TEST(BoundMarkup, cutsLongNumbersInTags)
 {
-    EXPECT_EQ(boundMarkup(QStringLiteral("<table cellpadding=2000000000>")), QStringLiteral("<table cellpadding=2000>"));
+    EXPECT_EQ(boundMarkup(QStringLiteral("<table cellpadding=2000000000>")),
+              QStringLiteral("<table cellpadding=2000>"));
 }
 
 TEST(BoundMarkup, dropsTablesNestedTooDeep)

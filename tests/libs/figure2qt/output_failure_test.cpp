@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <cmath>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -60,7 +61,10 @@ private:
 class OnEachFormat : public testing::TestWithParam<char const *>
 {
 protected:
-    QString file(char const *stem) const { return folder_.file(stem) + QLatin1Char('.') + QLatin1StringView(GetParam()); }
+    QString file(char const *stem) const
+    {
+        return folder_.file(stem) + QLatin1Char('.') + QLatin1StringView(GetParam());
+    }
 
     Folder folder_;
 };
@@ -123,15 +127,50 @@ TEST_P(OnEachFormat, aFolderInPlaceOfTheFileIsAnError)
     EXPECT_THROW(Fig2Qt::createPageWriter(file("page")), OutputError);
 }
 
+/// Gives up the rights of the superuser, whom no permissions stop, while it lives.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser() : before_(::geteuid()) { become(before_ == 0 ? 65534 : before_); }
+    ~OrdinaryUser() { become(before_); }
+    OrdinaryUser(OrdinaryUser const &) = delete;
+    OrdinaryUser &operator=(OrdinaryUser const &) = delete;
+
+private:
+    static void become(uid_t user) { EXPECT_EQ(::seteuid(user), 0); }
+
+    uid_t before_;
+};
+
 TEST_P(OnEachFormat, aFolderThatCannotBeWrittenIsAnError)
 {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "the superuser can write anywhere";
-    ::chmod(QFile::encodeName(folder_.path()).constData(), 0500);
+    QByteArray const path = QFile::encodeName(folder_.path());
+    ::chmod(path.constData(), 0555);
+    QString message;
+    {
+        OrdinaryUser const user;
+        try {
+            Fig2Qt::createPageWriter(file("page"));
+        } catch (OutputError const &error) {
+            message = error.getText();
+        }
+    }
+    ::chmod(path.constData(), 0700);
 
-    EXPECT_THROW(Fig2Qt::createPageWriter(file("page")), OutputError);
+    EXPECT_TRUE(message.contains(QLatin1StringView("Permission denied"))) << message.toStdString();
+}
 
-    ::chmod(QFile::encodeName(folder_.path()).constData(), 0700);
+TEST_P(OnEachFormat, aWriteProtectedFileIsAnError)
+{
+    writeOld(file("page"));
+    ::chmod(QFile::encodeName(folder_.path()).constData(), 0777);
+    ::chmod(QFile::encodeName(file("page")).constData(), 0444);
+    {
+        OrdinaryUser const user;
+        EXPECT_THROW(Fig2Qt::createPageWriter(file("page")), OutputError);
+    }
+
+    EXPECT_EQ(bytesOf(file("page")), "old");
 }
 
 TEST_P(OnEachFormat, aFileKeepsItsPermissions)

@@ -67,9 +67,8 @@ QImage paintThroughSvg(Vec const &size, Drawing const &drawing)
 {
     Folder const folder;
     writePage(folder.file("page.svg"), size, drawing);
-    run(QStringLiteral("rsvg-convert"),
-        {QStringLiteral("-d254"), QStringLiteral("-p254"), QStringLiteral("-bwhite"), QStringLiteral("-o"),
-         folder.file("page.png"), folder.file("page.svg")});
+    run(QStringLiteral("rsvg-convert"), {QStringLiteral("-d254"), QStringLiteral("-p254"), QStringLiteral("-bwhite"),
+                                         QStringLiteral("-o"), folder.file("page.png"), folder.file("page.svg")});
     return QImage(folder.file("page.png")).convertToFormat(QImage::Format_RGB32);
 }
 
@@ -77,15 +76,16 @@ QImage paintThroughPdf(Vec const &size, Drawing const &drawing)
 {
     Folder const folder;
     writePage(folder.file("page.pdf"), size, drawing);
-    run(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"),
-                                     QStringLiteral("-singlefile"), QStringLiteral("-thinlinemode"),
-                                     QStringLiteral("none"), folder.file("page.pdf"), folder.file("page")});
+    run(QStringLiteral("pdftoppm"),
+        {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"), QStringLiteral("-singlefile"),
+         QStringLiteral("-thinlinemode"), QStringLiteral("none"), folder.file("page.pdf"), folder.file("page")});
     return QImage(folder.file("page.png")).convertToFormat(QImage::Format_RGB32);
 }
 
 std::string colorAt(QImage const &image, double x, double y)
 {
-    std::string const name = image.pixelColor(static_cast<int>(x * 10.0), static_cast<int>(y * 10.0)).name().toStdString();
+    std::string const name =
+        image.pixelColor(static_cast<int>(x * 10.0), static_cast<int>(y * 10.0)).name().toStdString();
     for (auto const &[code, word] : {std::pair("#ffffff", "white"), std::pair("#000000", "black"),
                                      std::pair("#ff0000", "red"), std::pair("#0000ff", "blue")}) {
         if (name == code)
@@ -122,8 +122,8 @@ double difference(QImage const &a, QImage const &b, int tolerance)
         for (int x = 0; x < a.width(); ++x) {
             QRgb const p = a.pixel(x, y);
             QRgb const q = b.pixel(x, y);
-            int const most = std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
-                                       std::abs(qBlue(p) - qBlue(q))});
+            int const most =
+                std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)), std::abs(qBlue(p) - qBlue(q))});
             count += most > tolerance ? 1 : 0;
         }
     }

@@ -39,7 +39,8 @@ private:
 };
 
 /// Writes a page of `size` millimetres; the ending of the name is the format.
-void writePage(QString const &fileName, Vec const &size, Drawing const &drawing, Fig2Qt::PageOptions const &options = {});
+void writePage(QString const &fileName, Vec const &size, Drawing const &drawing,
+               Fig2Qt::PageOptions const &options = {});
 QByteArray bytesOf(QString const &fileName);
 
 /// A page of 254 dpi: 10 pixels are a millimetre.

@@ -49,8 +49,9 @@ TEST(PaintedLine, isNotDrawnInStyleNone)
 
 TEST(PaintedLine, ofWidthZeroIsATenthOfAMillimetre)
 {
-    QImage const image =
-        paint({30, 10}, [](Painter &painter) { painter.drawLine({5, 5.05}, {25, 5.05}, fullLine(0.0), Rotation::null); });
+    QImage const image = paint({30, 10}, [](Painter &painter) {
+        painter.drawLine({5, 5.05}, {25, 5.05}, fullLine(0.0), Rotation::null);
+    });
 
     EXPECT_EQ(inkOf(image), QRectF(50, 50, 200, 1));
 }

@@ -128,8 +128,8 @@ TEST(PaintedEllipseSegment, isFilledUpToItsChord)
                                    Rotation::null);
     });
 
-    EXPECT_EQ(colorAt(image, 15, 5), "red");     // beyond the chord from (18, 10) to (10, 2)
-    EXPECT_EQ(colorAt(image, 12, 8), "white");   // between chord and centre
+    EXPECT_EQ(colorAt(image, 15, 5), "red");   // beyond the chord from (18, 10) to (10, 2)
+    EXPECT_EQ(colorAt(image, 12, 8), "white"); // between chord and centre
 }
 
 TEST(PaintedStrip, runsFromTheFirstColourToTheLast)
@@ -189,7 +189,8 @@ TEST(Transformation, scalesLineWidths)
 
 TEST(Transformation, nestsAndTurns)
 {
-    // Inside out: times 2, to (1, 0); then times 2, turned a quarter about (10, 10): (1, 0) -> (2, 0) -> turned (0, 18).
+    // Inside out: times 2, to (1, 0); then times 2, turned a quarter about (10, 10): (1, 0) -> (2, 0) -> turned (0,
+    // 18).
     QImage const image = paint({20, 20}, [](Painter &painter) {
         painter.pushTransformation({0, 0}, 2.0, Rotation({10, 10}, M_PI / 2.0));
         painter.pushTransformation({1, 0}, 2.0, Rotation::null);
@@ -248,8 +249,8 @@ TEST(FarAwayCoordinates, areDrawnAsFarAsThePageReaches)
         painter.drawLine({-1e300, 5}, {1e300, 5}, fullLine(1.0), Rotation::null);
         painter.drawRect({-1e200, 7}, {2e200, 1}, LineStyle::null, FillStyle(RED), Rotation::null);
     };
-    for (QImage const &image : {paint({10, 10}, drawing), paintThroughSvg({10, 10}, drawing),
-                                paintThroughPdf({10, 10}, drawing)}) {
+    for (QImage const &image :
+         {paint({10, 10}, drawing), paintThroughSvg({10, 10}, drawing), paintThroughPdf({10, 10}, drawing)}) {
         EXPECT_EQ(colorAt(image, 0.5, 5), "black");
         EXPECT_EQ(colorAt(image, 9.5, 5), "black");
         EXPECT_EQ(colorAt(image, 5, 7.5), "red");

@@ -112,7 +112,8 @@ TEST(Pdf, sharesItsFontsBetweenPages)
     text("two")(writer->beginPage({100, 50}));
     writer->close();
 
-    EXPECT_EQ(run(QStringLiteral("pdffonts"), {folder.file("pages.pdf")}).count(QLatin1StringView("LiberationSans")), 1);
+    EXPECT_EQ(run(QStringLiteral("pdffonts"), {folder.file("pages.pdf")}).count(QLatin1StringView("LiberationSans")),
+              1);
     EXPECT_TRUE(textOf(folder.file("pages.pdf")).contains(QLatin1StringView("two")));
 }
 

@@ -83,7 +83,8 @@ TEST(Png, hasThePixelsOfItsResolutionAndTellsIt)
     Folder const folder;
     Fig2Qt::PageOptions options;
     options.dpi = 150.0;
-    writePage(folder.file("page.png"), {210, 297}, [](Painter &) {}, options);
+    writePage(
+        folder.file("page.png"), {210, 297}, [](Painter &) {}, options);
     QImage const image(folder.file("page.png"));
 
     EXPECT_EQ(image.size(), QSize(1240, 1754)); // 210 / 25.4 * 150 = 1240.2, 297 / 25.4 * 150 = 1753.9
@@ -96,7 +97,8 @@ TEST(Png, hasAtLeastOnePixel)
     Folder const folder;
     Fig2Qt::PageOptions options;
     options.dpi = 1.0;
-    writePage(folder.file("page.png"), {1, 1}, [](Painter &) {}, options);
+    writePage(
+        folder.file("page.png"), {1, 1}, [](Painter &) {}, options);
 
     EXPECT_EQ(QImage(folder.file("page.png")).size(), QSize(1, 1));
 }
@@ -118,7 +120,8 @@ TEST_P(RefusedPicture, isAnErrorThatNamesTheFile)
     Fig2Qt::PageOptions options;
     options.dpi = GetParam().dpi;
     try {
-        writePage(folder.file("page.png"), GetParam().size, [](Painter &) {}, options);
+        writePage(
+            folder.file("page.png"), GetParam().size, [](Painter &) {}, options);
         FAIL() << "nothing was thrown";
     } catch (Fig2Qt::OutputError const &error) {
         EXPECT_TRUE(error.getText().contains(folder.file("page.png"))) << error.what();
@@ -145,7 +148,8 @@ TEST(Png, tellsHowManyPixelsWereTooMany)
     Fig2Qt::PageOptions options;
     options.dpi = 25'400.0; // 1,000 to the millimetre
     try {
-        writePage(folder.file("page.png"), {210, 297}, [](Painter &) {}, options);
+        writePage(
+            folder.file("page.png"), {210, 297}, [](Painter &) {}, options);
         FAIL() << "nothing was thrown";
     } catch (Fig2Qt::OutputError const &error) {
         EXPECT_TRUE(error.getText().contains(QLatin1StringView("210000 x 297000 pixels"))) << error.what();

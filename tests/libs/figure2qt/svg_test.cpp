@@ -46,7 +46,9 @@ TEST(Svg, hasItsTitle)
     Fig2Qt::PageOptions options;
     options.title = QStringLiteral("a < b");
 
-    EXPECT_EQ(textsOf(svgOf({10, 10}, [](Painter &) {}, options), QLatin1StringView("title")),
+    EXPECT_EQ(textsOf(svgOf(
+                          {10, 10}, [](Painter &) {}, options),
+                      QLatin1StringView("title")),
               QStringList(QStringLiteral("a < b")));
 }
 
@@ -61,7 +63,8 @@ TEST(Svg, keepsTextAsTextWithItsBlanks)
 
 TEST(Svg, namesFontsWithTheirAttributes)
 {
-    QString const svg = svgOf({100, 50}, text(QStringLiteral("<b>a</b> <i>b</i> <span style='color:#ff8000'>c</span>")));
+    QString const svg =
+        svgOf({100, 50}, text(QStringLiteral("<b>a</b> <i>b</i> <span style='color:#ff8000'>c</span>")));
 
     EXPECT_TRUE(svg.contains(QLatin1StringView("font-family=\"'Liberation Sans',sans-serif\"")));
     EXPECT_TRUE(svg.contains(QLatin1StringView("font-weight=\"700\"")));
@@ -93,12 +96,12 @@ TEST(Svg, nestsItsClippings)
         painter.resetClipping();
     });
 
-    QString expected = QStringLiteral(
-        "<clipPath id=\"clip1\"><path d=\"M1 1L10 1L10 10L1 10Z\" clip-rule=\"evenodd\"/></clipPath>"
-        "<g clip-path=\"url(#clip1)\">"
-        "<clipPath id=\"clip2\"><path d=\"M2 2L11 2L11 11L2 11Z\" clip-rule=\"evenodd\"/></clipPath>"
-        "<g clip-path=\"url(#clip2)\">"
-        "<path d=\"M0 0L9 9\" fill=\"none\" stroke=\"#000000\" stroke-width=\"1\"/></g></g>");
+    QString expected =
+        QStringLiteral("<clipPath id=\"clip1\"><path d=\"M1 1L10 1L10 10L1 10Z\" clip-rule=\"evenodd\"/></clipPath>"
+                       "<g clip-path=\"url(#clip1)\">"
+                       "<clipPath id=\"clip2\"><path d=\"M2 2L11 2L11 11L2 11Z\" clip-rule=\"evenodd\"/></clipPath>"
+                       "<g clip-path=\"url(#clip2)\">"
+                       "<path d=\"M0 0L9 9\" fill=\"none\" stroke=\"#000000\" stroke-width=\"1\"/></g></g>");
     EXPECT_TRUE(svg.contains(expected)) << svg.toStdString();
 }
 
@@ -112,8 +115,8 @@ TEST(Svg, isPaintedAsAPicture)
             painter.drawLine({2, 12.0 + 2 * i}, {38, 13.0 + 2 * i}, styledLine(0.5, style, LineStyle::CAP_SHARP),
                              Rotation::null);
         }
-        painter.drawPolygon(Polygon2d({{2, 22}, {18, 22}, {2, 34}, {18, 34}}, true), fullLine(1.0, BLUE), FillStyle(RED),
-                            Rotation::null, true);
+        painter.drawPolygon(Polygon2d({{2, 22}, {18, 22}, {2, 34}, {18, 34}}, true), fullLine(1.0, BLUE),
+                            FillStyle(RED), Rotation::null, true);
         painter.drawEllipse({28, 28}, {9, 4}, 0.5, fullLine(0.3), FillStyle(Color(0, 128, 0, 100)), Rotation::null);
         painter.drawColors({2, 36}, {36, 3}, false, {RED, Color(0, 255, 0), BLUE}, Rotation::null);
     };

@@ -103,11 +103,13 @@ INSTANTIATE_TEST_SUITE_P(
     Texts, BothWays,
     testing::Values("abc", "Run <b>B17</b> &sigma;<sub>max</sub> = <i>-12.30</i> MPa", "<html><p>a  b </p></html>",
                     "a <b> b </b> c", "x<sup>2</sup>y", "<u>under line</u>", "<s>strike</s>",
-                    "line two <b>bold</b><br> third", "<span style='font-size:20pt;color:#ff0000'>Big</span> small<br>next",
-                    "AVAWA To 11.11 Te", "office fi ffl", "<html><body><p>  lead</p></body></html>", "a<sub> b</sub>",
-                    "<font color=\"red\">r</font> <span style=\"font-weight:600; font-style:italic\">f</span>", "a\nb\tc",
-                    "a&nbsp; b", "Größe ±5 µm − 3 × 4", "<b>a</b> <i> b</i>", "<html>\n<body>\n<p>x</p>\n</body>\n</html>",
-                    "a<b></b>b", "<sup>a</sup>b<br>c<sub>d</sub>", "Привет Ελλάδα"));
+                    "line two <b>bold</b><br> third",
+                    "<span style='font-size:20pt;color:#ff0000'>Big</span> small<br>next", "AVAWA To 11.11 Te",
+                    "office fi ffl", "<html><body><p>  lead</p></body></html>", "a<sub> b</sub>",
+                    "<font color=\"red\">r</font> <span style=\"font-weight:600; font-style:italic\">f</span>",
+                    "a\nb\tc", "a&nbsp; b", "Größe ±5 µm − 3 × 4", "<b>a</b> <i> b</i>",
+                    "<html>\n<body>\n<p>x</p>\n</body>\n</html>", "a<b></b>b", "<sup>a</sup>b<br>c<sub>d</sub>",
+                    "Привет Ελλάδα"));
 
 TEST(TextLayout, wrapsTheSameWayAsADocument)
 {
@@ -192,7 +194,8 @@ TEST(TextLayout, isTheSameObjectForTheSameText)
     EXPECT_EQ(layOut("kept", 20.0), layOut("kept", 20.0));
     EXPECT_NE(layOut("kept", 20.0), layOut("kept", 21.0));
     EXPECT_NE(layOut("kept"), layOut("not kept"));
-    EXPECT_NE(engine().layOutRich(QStringLiteral("kept"), Font(Font::DEFAULT_FONT_SANS, 11.0, 0), -1.0), layOut("kept"));
+    EXPECT_NE(engine().layOutRich(QStringLiteral("kept"), Font(Font::DEFAULT_FONT_SANS, 11.0, 0), -1.0),
+              layOut("kept"));
 }
 
 TEST(TextLayout, ofAFontChangedInPlaceIsNew)
@@ -224,8 +227,8 @@ TEST(TextLayout, underlinesPlainTextOfAnUnderlinedFont)
 
 TEST(TextLayout, reachesAsFarAsItsLastSlantedLetter)
 {
-    Layout const layout =
-        engine().layOutPlain(QStringLiteral("f"), Font(QStringLiteral("Liberation Serif"), 10.0, Font::ITALIC), Color());
+    Layout const layout = engine().layOutPlain(QStringLiteral("f"),
+                                               Font(QStringLiteral("Liberation Serif"), 10.0, Font::ITALIC), Color());
 
     EXPECT_GT(layout->width, layout->runs[0].width);
 }
@@ -254,7 +257,8 @@ TEST(ComposedText, keepsLigaturesTogether)
     face.shape(QStringLiteral("if"));
     auto const shape = face.shape(QStringLiteral("ifi"));
 
-    EXPECT_EQ(shape->glyphs[0].glyphIndexes(), FontFace(toQFont(Font())).shape(QStringLiteral("ifi"))->glyphs[0].glyphIndexes());
+    EXPECT_EQ(shape->glyphs[0].glyphIndexes(),
+              FontFace(toQFont(Font())).shape(QStringLiteral("ifi"))->glyphs[0].glyphIndexes());
 }
 
 class Untrusted : public testing::TestWithParam<QString>

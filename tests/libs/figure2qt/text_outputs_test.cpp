@@ -123,7 +123,8 @@ TEST(SvgText, hasWordsOfTheMeasuredLengthAtTheMeasuredPlaces)
     Folder const folder;
     writePage(folder.file("page.svg"), {120, 20}, richText(QStringLiteral("first second")));
     QString const svg = QString::fromUtf8(bytesOf(folder.file("page.svg")));
-    QRegularExpression const word(QStringLiteral("<tspan x=\"([0-9.]+)\" textLength=\"([0-9.]+)\"[^>]*>([^<]*)</tspan>"));
+    QRegularExpression const word(
+        QStringLiteral("<tspan x=\"([0-9.]+)\" textLength=\"([0-9.]+)\"[^>]*>([^<]*)</tspan>"));
     auto it = word.globalMatch(svg);
     ASSERT_TRUE(it.hasNext());
     auto const first = it.next();
@@ -167,16 +168,16 @@ TEST_P(OnAllOutputs, looksTheSame)
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, OnAllOutputs,
-    testing::Values(TextCase{"simple", "Run <b>B17</b> &sigma;<sub>max</sub> = <i>12.3</i>", -1.0},
-                    TextCase{"decorated", "<u>under<sup>2</sup></u> <s>through</s>", -1.0},
-                    TextCase{"wrapped", "one two three four five six", 30.0},
-                    TextCase{"justified", "<p align=justify>one two three four five six seven</p>", 40.0},
-                    TextCase{"table", "<table border=1 cellpadding=4><tr><td>ab</td><td bgcolor=#ffc0c0>12.5</td></tr></table>",
-                             -1.0},
-                    TextCase{"list", "<ul><li>one</li><li>two</li></ul>", -1.0},
-                    TextCase{"ligature", "office final", -1.0},
-                    TextCase{"colours", "<span style='color:#b02020'>red</span> <span style='background:#ffff80'>marked</span>",
-                             -1.0}),
+    testing::Values(
+        TextCase{"simple", "Run <b>B17</b> &sigma;<sub>max</sub> = <i>12.3</i>", -1.0},
+        TextCase{"decorated", "<u>under<sup>2</sup></u> <s>through</s>", -1.0},
+        TextCase{"wrapped", "one two three four five six", 30.0},
+        TextCase{"justified", "<p align=justify>one two three four five six seven</p>", 40.0},
+        TextCase{"table", "<table border=1 cellpadding=4><tr><td>ab</td><td bgcolor=#ffc0c0>12.5</td></tr></table>",
+                 -1.0},
+        TextCase{"list", "<ul><li>one</li><li>two</li></ul>", -1.0}, TextCase{"ligature", "office final", -1.0},
+        TextCase{"colours", "<span style='color:#b02020'>red</span> <span style='background:#ffff80'>marked</span>",
+                 -1.0}),
     [](auto const &instance) { return std::string(instance.param.name); });
 
 TEST(PlainText, standsWithItsTopLeftCornerAtThePosition)
