@@ -1,10 +1,10 @@
 #include <ZemFig2QtApplication.h>
 
-#include "page_support.h"
-
-#include <ZemError.h>
+#include <ZemFont.h>
 
 #include <gtest/gtest.h>
+
+#include <QtGui/QFontDatabase>
 
 #include <cstdlib>
 
@@ -21,8 +21,7 @@ TEST(GuiApplication, isTakenAsItIsWhenThereIsOne)
 
 TEST(GuiApplication, findsTheDefaultFont)
 {
-    EXPECT_TRUE(Support::run(QStringLiteral("fc-match"), {QStringLiteral("Liberation Sans")})
-                    .contains(QLatin1StringView("LiberationSans-Regular")));
+    EXPECT_TRUE(QFontDatabase::hasFamily(Font::DEFAULT_FONT_SANS));
 }
 
 [[noreturn]] void startWithoutDisplay()
