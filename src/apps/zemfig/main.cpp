@@ -3,8 +3,7 @@
 #include "cli.h"
 
 #include <ZemFig2InitLibrary.h>
-
-#include <QtGui/QGuiApplication>
+#include <ZemFig2QtApplication.h>
 
 #include <csignal>
 
@@ -29,10 +28,7 @@ int main(int argc, char **argv)
         return app.exit(error) == 0 ? EXIT_DONE : EXIT_USAGE;
     }
     return runVerb([&] {
-        // No display is needed, and none is looked for unless the user names one.
-        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-        QGuiApplication const application(argc, argv);
+        auto const application = Zem::Fig2Qt::ensureGuiApplication(argc, argv);
         Zem::Fig2::InitLibrary();
         run();
     });
