@@ -7,6 +7,17 @@
 
 #include <csignal>
 
+namespace {
+
+/// Passes on what Qt has to say, but not that there is no desktop session: none is needed.
+void tellQtMessage(QtMsgType, QMessageLogContext const &, QString const &text)
+{
+    if (!text.startsWith(QLatin1StringView("QStandardPaths: XDG_RUNTIME_DIR")))
+        Zem::Zemfig::message(text);
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
     using namespace Zem::Zemfig;
@@ -16,6 +27,7 @@ int main(int argc, char **argv)
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
     // A file that may not grow is a failed write with a message, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
+    qInstallMessageHandler(tellQtMessage);
     Run run;
     addImportVerb(&app, &run);
     addRenderVerb(&app, &run);
