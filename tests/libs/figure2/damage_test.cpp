@@ -9,6 +9,7 @@
 
 #include <ZemScriptObject.h>
 
+#include <sys/resource.h>
 #include <zlib.h>
 
 #include <cstring>
@@ -154,7 +155,33 @@ TEST(DamagedFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
     }
 }
 
-TEST(DamagedFigure, wakesAndDrawsNothingThatHangs)
+long peakMemoryKilobytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST(DamagedFigure, takesNoMemoryForWhatItOnlyClaims)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    long const before = peakMemoryKilobytes();
+    for (std::size_t block : blocks) {
+        for (std::size_t place = 8; place + 4 <= 8 + numberAt(bytes, block); ++place) {
+            std::string damaged = bytes;
+            // As a count or a length: more than two thousand million.
+            std::memcpy(damaged.data() + block + place, "\xff\xff\xff\x7f", 4);
+            repairChecksum(damaged, block);
+            loads(damaged);
+        }
+    }
+
+    // A single list of that length would take 8 GB; 512 MB leave room for what a sanitizer holds back.
+    EXPECT_LT(peakMemoryKilobytes() - before, 512 * 1024);
+}
+
+TEST(DamagedFigure, updatesOrIsRefused)
 {
     std::string const bytes = everything();
     std::vector<std::size_t> const blocks = blockPlaces(bytes);

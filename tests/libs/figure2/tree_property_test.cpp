@@ -155,10 +155,12 @@ void checkGroup(Group const &group, Figure const &figure)
     }
     // The master is set when there are children; it is none only where a chain of groups ends in an empty one.
     Element const *master = group.getMasterElement();
-    RC_ASSERT(!(seen.empty() && master));
-    RC_ASSERT(!master || master->getType() != Element::GROUP);
-    if (!seen.empty() && !master)
-        RC_ASSERT(std::any_of(seen.begin(), seen.end(), [](auto *each) { return each->getType() == Element::GROUP; }));
+    bool const masterIsGroup = master && master->getType() == Element::GROUP;
+    bool const hasGroups =
+        std::any_of(seen.begin(), seen.end(), [](auto *each) { return each->getType() == Element::GROUP; });
+    RC_ASSERT_FALSE(masterIsGroup);
+    RC_ASSERT_FALSE(seen.empty() && master != nullptr);
+    RC_ASSERT(seen.empty() || master != nullptr || hasGroups);
 }
 
 bool isReallySelected(Element const *top)
