@@ -129,8 +129,8 @@ TEST(InvalidatorArea, addsUpUntilReset)
 
 TEST(FigureInvalidators, areRegisteredOnce)
 {
-    Figure figure;
     Invalidator invalidator;
+    Figure figure;
     figure.registerInvalidator(&invalidator);
 
     EXPECT_EQ(progError([&] { figure.registerInvalidator(&invalidator); }),
@@ -174,8 +174,8 @@ TEST(FigureInvalidators, areAllToldOfTheEndEvenWhenTheyLeave)
 
 TEST(FigureUpdate, withoutTokenInterfaceDoesNothingAndKeepsTheWishForTheWholePage)
 {
-    Figure figure;
     Invalidator invalidator;
+    Figure figure;
     figure.registerInvalidator(&invalidator);
     figure.invalidate();
 
@@ -227,6 +227,7 @@ TEST_F(FigureWithTokens, tellsEveryInvalidator)
     add(root);
 
     update();
+    figure.unregisterInvalidator(&other);
 
     EXPECT_EQ(text(other.getInvalidArea()), "8,8 12,8 12,12 8,12");
     EXPECT_EQ(changedArea(), "8,8 12,8 12,12 8,12");
@@ -785,8 +786,8 @@ TEST(FigureToString, putsBlanksInFrontOfTheFollowingLines)
 TEST(FigureCopy, copiesThePageAndItsTree)
 {
     TestTokens tokens;
-    Figure figure(&tokens);
     Invalidator invalidator;
+    Figure figure(&tokens);
     figure.registerInvalidator(&invalidator);
     figure.setSize({100, 50});
     figure.setBackground(FillStyle::null);
@@ -795,6 +796,7 @@ TEST(FigureCopy, copiesThePageAndItsTree)
     first->setSelected(true);
     figure.invalidate();
 
+    Invalidator own;
     Figure copy(figure);
 
     EXPECT_EQ(copy.getTokenInterface(), &tokens);
@@ -810,7 +812,6 @@ TEST(FigureCopy, copiesThePageAndItsTree)
     EXPECT_EQ(copied->getConnectorTarget(&point)->getFigure(), &copy);
     EXPECT_EQ(point, "point");
     // The wish for the whole page is copied, the invalidator is not.
-    Invalidator own;
     copy.registerInvalidator(&own);
     copy.update(StageIdentifier(1), false);
     EXPECT_EQ(text(own.getInvalidArea()), "0,0 100,0 100,50 0,50");
