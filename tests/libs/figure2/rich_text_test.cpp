@@ -155,6 +155,8 @@ TEST(RTFToolsConvertText, turnsColourMarksIntoSpansAndEscapesTheRest)
     EXPECT_EQ(RTFTools::convertText("<color red >"), "<span style=\"color:red \">");
     EXPECT_EQ(RTFTools::convertText("<color>"), "<span style=\"color:\">");
     EXPECT_EQ(RTFTools::convertText("<color red"), "<span style=\"color:red\">");
+    // What is taken for a tag goes with the mark in it.
+    EXPECT_EQ(RTFTools::convertText("1 < 2 <color red>x"), "1 <span style=\"color:red\">x");
     EXPECT_EQ(RTFTools::convertText(""), "");
 }
 

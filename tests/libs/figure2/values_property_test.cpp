@@ -169,7 +169,7 @@ RC_GTEST_PROP(StylesInAllForms, keepASymbol, ())
 {
     Symbol symbol = makeSymbol();
     RC_ASSERT(throughText(symbol) == symbol);
-    QString const family = QString::fromStdString(*rc::gen::nonEmpty(rc::gen::string<std::string>('a', 'z')));
+    QString const family = QString::fromStdString(*rc::gen::nonEmpty(rc::gen::container<std::string>(rc::gen::inRange('a', 'z'))));
     symbol.setFont(Font(family, *rc::gen::inRange(1, 1000) * 0.1, *rc::gen::inRange(0U, 128U)));
     RC_ASSERT(throughBlock(symbol) == symbol);
     RC_ASSERT(throughParameters(symbol) == symbol);
@@ -301,8 +301,8 @@ RC_GTEST_PROP(RichTextOfAnyMarkup, isConverted, ())
 {
     QString const text = *rc::gen::oneOf(anyMarkup(), anyText());
     QString const converted = RTFTools::convertText(text);
-    RC_ASSERT(converted.count('<') == converted.count("<span style=\"color:") + converted.count("</span>") +
-                                          converted.count("<br>\n"));
+    if (!text.contains("<color"))
+        RC_ASSERT(converted.count('<') == converted.count("</span>") + converted.count("<br>\n"));
     RC_ASSERT(RTFTools::stripTags(text, "html").size() <= text.size());
     RC_ASSERT(RTFTools::convertToQt4(text).count("<p>") >= text.count("<p>"));
     RTFTools::parseStyleAttribute(text);
