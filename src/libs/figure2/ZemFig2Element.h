@@ -43,7 +43,7 @@ class Element : public TObject
 {
 public:
     /// Stored in files: never renumber.
-    enum Type_t {
+    enum Type_t : unsigned int {
         LINE = 0,
         RECTANGLE = 1,
         ELLIPSE = 2,
@@ -99,7 +99,7 @@ public:
     virtual unsigned int getEstimatedObjectSize() const = 0;
 
     Type_t getType() const { return type_; }
-    void setType(Type_t type) { type_ = type; }
+    void setType(Type_t type);
     /// The type for the user, translated.
     QString getTypeName() const;
 
@@ -279,6 +279,7 @@ protected:
 
 private:
     friend class Figure;
+    friend class Group;
 
     struct BlockExtras;
     template <class Archive, class Self, class Extras>
@@ -290,6 +291,7 @@ private:
     template <class Reader>
     void readFrameParameters(Reader &reader, QString &parameters);
     void createScriptObject();
+    void joinFigure(Figure *figure);
     void giveName(Figure *figure);
     void addConnector(Connector *connector);
     void removeConnector(Connector *connector);

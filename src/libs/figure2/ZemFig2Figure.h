@@ -15,7 +15,9 @@
 
 #include <QtCore/QString>
 
+#include <list>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace Zem {
@@ -72,6 +74,8 @@ public:
     void draw(Painter *painter) const;
     void drawBackground(Painter *painter) const;
     void drawConnectorLines(Painter *painter) const;
+    /// For callers that draw element by element: replaces `order` by the visible elements in the order of drawing.
+    void computeRenderingOrder(std::vector<Element const *> *order) const;
 
     /// All elements below the root, groups before their children.
     Group::ElementIterator getElementBegin() { return root_->getElementBegin(); }
@@ -85,7 +89,7 @@ public:
     /// Called by the elements when something changed that the selection depends on.
     void updateElementSelection(Element *element);
     /// The selected elements of the top level.
-    std::vector<Element *> getSelectedElements() const { return selection_; }
+    std::vector<Element *> getSelectedElements() const { return {selection_.begin(), selection_.end()}; }
 
     /// The element of the top level that is hit at `point`, the one painted last; null for none.
     Element *getElementAt(BaVec2d<double> const &point) const;
@@ -127,6 +131,10 @@ private:
     void adoptRoot(Group *root);
     Element *topLevelElement(Element *element) const;
     bool isTopLevelSelected(Element const *top) const;
+    bool isListed(Element const *top) const { return selectionPlaces_.contains(top); }
+    void list(Element *top);
+    void unlist(Element const *top);
+    void unlistAll();
     void forgetSelection(Element const *element, Group *group);
     bool updateElements(StageIdentifier const &stage, Polygon2d *modified, bool (*wanted)(Element::Type_t));
     void loadPage(IO::InStream *stream);
@@ -139,7 +147,9 @@ private:
     FillStyle background_{Color(255, 255, 255)};
     std::vector<Invalidator *> invalidators_;
     bool invalidatePage_ = false;
-    std::vector<Element *> selection_;
+    // In the order of selection, with the place of each: selecting everything must not walk the list each time.
+    std::list<Element *> selection_;
+    std::unordered_map<Element const *, std::list<Element *>::iterator> selectionPlaces_;
     std::unique_ptr<ScriptObject> elementsScriptObject_;
 };
 

@@ -115,6 +115,8 @@ private:
     template <class Visit>
     void forEachLeaf(Visit const &visit) const;
     void deleteChildren();
+    static void deleteOrRelease(Element *child);
+    static void leaveFigure(Element *element);
     void setFigureBelow(Figure *figure);
     void copyMaster(Group const &other);
     Element *findAlignmentElement(Alignment_t x, Alignment_t y) const;
@@ -125,6 +127,7 @@ private:
     void loadChildren(IO::InStream *stream, int a, int b);
     ChildTable loadChildTable(IO::InStream *stream);
     bool dragLeaf(Element *leaf, DragScale const &scale, std::map<Element *, QString> *before);
+    static void undoDrag(std::map<Element *, QString> const &before);
 
     std::vector<Element *> children_;
     Element *masterElement_ = nullptr;

@@ -168,9 +168,11 @@ std::istream &AlignedElement::loadFromStream(std::istream &stream)
 {
     {
         TextReader reader(stream);
-        if (reader.version() > TEXT_VERSION)
+        unsigned int const version = reader.version();
+        if (version > TEXT_VERSION)
             throwWrongBlockVersion();
-        textItems(reader, *this);
+        if (version == TEXT_VERSION)
+            textItems(reader, *this);
     }
     return AreaBase::loadFromStream(stream);
 }

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace Zem::Fig2 {
 
@@ -85,7 +86,8 @@ Element::Element(Element const &other)
 
 Element::~Element()
 {
-    for (Connector *connector : connectors_) {
+    // Emptied first: a connector may have this element at both of its ends.
+    for (Connector *connector : std::exchange(connectors_, {})) {
         Element *other = connector->getSource() == this ? connector->getTarget() : connector->getSource();
         if (other) {
             std::erase(other->connectors_, connector);
@@ -137,6 +139,12 @@ bool Element::getTypeFromParameterName(QString const &name, Type_t *type)
     return false;
 }
 
+void Element::setType(Type_t type)
+{
+    type_ = type;
+    valid_ = false;
+}
+
 void Element::updateId()
 {
     id_ = _id_counter++;
@@ -146,6 +154,12 @@ void Element::setFigure(Figure *figure)
 {
     if (figure && figure != figure_)
         giveName(figure);
+    joinFigure(figure);
+}
+
+/// Leaves the name as it is.
+void Element::joinFigure(Figure *figure)
+{
     figure_ = figure;
     getScriptObject()->setParent(figure ? figure->getElementsScriptObject() : nullptr);
 }
@@ -157,7 +171,8 @@ void Element::giveName(Figure *figure)
     if (!current.isEmpty() && !container->getChild(current))
         return;
     QString const base = QString::fromLatin1(textsOf(type_).scriptName);
-    std::size_t number = container->getChildren().size();
+    // How many were there before this element.
+    std::size_t number = container->getChildren().size() - (getScriptObject()->getParent() == container ? 1U : 0U);
     QString name;
     do {
         name = QStringLiteral("%2_%1").arg(number++).arg(base);
@@ -307,7 +322,9 @@ void Element::setVisible(bool visible)
         return;
     visible_ = visible;
     valid_ = false;
-    if (figure_)
+    // Whether an element that is not selected shows means nothing to the selection, and finding that out could cost a
+    // walk through all of its group.
+    if (figure_ && selected_)
         figure_->updateElementSelection(this);
 }
 

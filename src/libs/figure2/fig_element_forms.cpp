@@ -18,6 +18,7 @@ namespace Zem::Fig2 {
 namespace {
 
 constexpr unsigned int BLOCK_VERSION = 10; // 4: link to 3D; 5: visible; 7: maximize; 9: name; 10: system font
+constexpr int FIRST_NAME_VERSION = 9;
 constexpr unsigned int TEXT_VERSION = 5;   // 2: maximize; 4: name; 5: system font
 constexpr unsigned int ALIGNMENTS = 3;
 
@@ -79,6 +80,8 @@ void Element::load(IO::InStream *stream, int a, int b)
         blockVersion_ = static_cast<int>(
             loadBlock(stream, BLOCK_VERSION, [&](auto &archive) { blockFields(archive, *this, extras); }));
         getScriptObject()->setName(extras.name);
+        if (blockVersion_ < FIRST_NAME_VERSION && extras.name.isEmpty() && figure_)
+            giveName(figure_);
         valid_ = false;
         border_.load(stream);
         background_.load(stream);

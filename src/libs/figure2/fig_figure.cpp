@@ -46,10 +46,14 @@ bool isLegend(Element::Type_t type)
     return type == Element::LEGEND;
 }
 
+bool isImageOrFrame(Element::Type_t type)
+{
+    return type == Element::IMAGE || type == Element::SNAPSHOT_FRAME;
+}
+
 bool isImageOrChart(Element::Type_t type)
 {
-    return type == Element::IMAGE || type == Element::SNAPSHOT_FRAME || type == Element::CHART ||
-           type == Element::GENERIC_CHART;
+    return isImageOrFrame(type) || type == Element::CHART || type == Element::GENERIC_CHART;
 }
 
 /// Image labels among them: they are visited twice, the second time to no effect unless their data has changed.
@@ -118,8 +122,9 @@ void Figure::adoptRoot(Group *root)
 
 void Figure::setRoot(Group *root)
 {
-    selection_.clear();
-    delete root_;
+    unlistAll();
+    if (root != root_)
+        delete root_;
     adoptRoot(root);
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         it->setFigure(this);
@@ -229,6 +234,24 @@ void Figure::draw(Painter *painter) const
     }
 }
 
+void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
+{
+    order->clear();
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
+        if (!it->getVisible())
+            continue;
+        if (it->getType() < Element::LINE || it->getType() > Element::SNAPSHOT_FRAME)
+            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                            "type does not belong to a figure element");
+        if (isImageOrFrame(it->getType()))
+            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                            "Image element cast failed");
+        // Image labels are reached through their image only.
+        if (!isImageLabel(it->getType()))
+            order->push_back(*it);
+    }
+}
+
 Element *Figure::topLevelElement(Element *element) const
 {
     if (element == root_)
@@ -250,9 +273,33 @@ void Figure::selectElement(Element *element, bool selected)
 void Figure::clearSelection()
 {
     for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
-        if (it->isSelected())
-            it->setSelected(false);
+        if (!it->selected_)
+            continue;
+        // Not by setSelected, which looks each time whether the rest of the group is selected.
+        it->selected_ = false;
+        it->invalidate();
     }
+    unlistAll();
+}
+
+void Figure::list(Element *top)
+{
+    selectionPlaces_.emplace(top, selection_.insert(selection_.end(), top));
+}
+
+void Figure::unlist(Element const *top)
+{
+    auto const found = selectionPlaces_.find(top);
+    if (found == selectionPlaces_.end())
+        return;
+    selection_.erase(found->second);
+    selectionPlaces_.erase(found);
+}
+
+void Figure::unlistAll()
+{
+    selection_.clear();
+    selectionPlaces_.clear();
 }
 
 bool Figure::isTopLevelSelected(Element const *top) const
@@ -272,23 +319,20 @@ void Figure::updateElementSelection(Element *element)
     Element *top = topLevelElement(element);
     if (!top)
         return;
-    auto const place = std::find(selection_.begin(), selection_.end(), top);
-    bool const listed = place != selection_.end();
     bool const selected = isTopLevelSelected(top);
-    if (selected && !listed)
-        selection_.push_back(top);
-    else if (!selected && listed)
-        selection_.erase(place);
+    if (selected && !isListed(top))
+        list(top);
+    else if (!selected)
+        unlist(top);
 }
 
 /// `element` leaves the tree; `group` is where it stood, which may have been selected for its sake only.
 void Figure::forgetSelection(Element const *element, Group *group)
 {
-    std::erase(selection_, element);
+    unlist(element);
     Element *top = topLevelElement(group);
-    auto const place = std::find(selection_.begin(), selection_.end(), top);
-    if (place != selection_.end() && !isTopLevelSelected(top))
-        selection_.erase(place);
+    if (isListed(top) && !isTopLevelSelected(top))
+        unlist(top);
 }
 
 namespace {
@@ -385,7 +429,7 @@ QString Figure::toString() const
 unsigned int Figure::getEstimatedObjectSize() const
 {
     return root_->getEstimatedObjectSize() +
-           static_cast<unsigned int>(sizeof(Figure) + selection_.capacity() * sizeof(Element *) +
+           static_cast<unsigned int>(sizeof(Figure) + selection_.size() * 6 * sizeof(Element *) +
                                      invalidators_.capacity() * sizeof(Invalidator *));
 }
 

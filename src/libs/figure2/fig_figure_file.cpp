@@ -52,17 +52,21 @@ void Figure::connectLoadedElements()
     std::unordered_map<int, Element *> elements;
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         elements[it->getId()] = *it;
-    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
-        for (auto connector = it->getConnectorBegin(); connector != it->getConnectorEnd(); ++connector) {
-            if ((*connector)->getSource() != *it)
+    auto const connect = [&elements](Element *element) {
+        for (auto it = element->getConnectorBegin(); it != element->getConnectorEnd(); ++it) {
+            Connector *connector = *it;
+            if (connector->getSource() != element)
                 continue;
-            auto const target = elements.find((*connector)->getTargetId());
-            if (target == elements.end() || target->second == *it)
+            auto const target = elements.find(connector->getTargetId());
+            if (target == elements.end() || target->second == element)
                 throw IO::StreamException(translate("Figure_err", "dangling connector, report corrupted"));
-            (*connector)->setTarget(target->second);
-            target->second->addConnector(*connector);
+            connector->setTarget(target->second);
+            target->second->addConnector(connector);
         }
-    }
+    };
+    connect(root_);
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it)
+        connect(*it);
 }
 
 void Figure::load(IO::InStream *stream, int a, int b)

@@ -47,22 +47,46 @@ Group::Group(Group const &other) : Element(other)
     setFigureBelow(getFigure());
 }
 
-/// Makes the child the master that stands where the master of `other` stands among its children.
+/// Makes the element the master that stands where the master of `other` stands: the child itself, so that it is known
+/// when it leaves, or the element at the same place of the walk when the master is no child.
 void Group::copyMaster(Group const &other)
 {
     auto const found = std::find(other.children_.begin(), other.children_.end(), other.masterElement_);
-    if (found != other.children_.end())
+    if (found != other.children_.end()) {
         masterElement_ = children_[static_cast<std::size_t>(found - other.children_.begin())];
+        return;
+    }
+    masterElement_ = children_.empty() ? nullptr : children_.front();
+    auto copied = getElementBegin();
+    for (auto source = other.getElementBegin(); source != other.getElementEnd(); ++source, ++copied) {
+        if (*source == other.masterElement_)
+            masterElement_ = *copied;
+    }
 }
 
 Group::~Group()
 {
-    for (Element *child : children_) {
-        if (child->isExternallyManaged())
-            child->setParent(nullptr);
-        else
-            delete child;
+    for (Element *child : children_)
+        deleteOrRelease(child);
+}
+
+/// An element that others manage lives on; it must not reach for a figure that may be gone before it.
+void Group::deleteOrRelease(Element *child)
+{
+    if (!child->isExternallyManaged()) {
+        delete child;
+        return;
     }
+    child->setParent(nullptr);
+    leaveFigure(child);
+}
+
+/// The element with all that stands below it.
+void Group::leaveFigure(Element *element)
+{
+    element->setFigure(nullptr);
+    if (auto *group = dynamic_cast<Group *>(element))
+        group->setFigureBelow(nullptr);
 }
 
 void Group::deleteChildren()
@@ -73,10 +97,7 @@ void Group::deleteChildren()
     for (Element *child : children) {
         if (getFigure())
             getFigure()->forgetSelection(child, this);
-        if (child->isExternallyManaged())
-            child->setParent(nullptr);
-        else
-            delete child;
+        deleteOrRelease(child);
     }
 }
 
@@ -122,10 +143,10 @@ void Group::addChild(Element *element, Element const *predecessor)
         throw ProgError("Zem::Fig2::Group::addChild", "fig_group", __LINE__, "Element already inserted");
     auto place = children_.end();
     if (predecessor) {
-        place = std::find(children_.begin(), children_.end(), predecessor);
-        if (place == children_.end())
+        // From the end: mostly the predecessor is the child added last.
+        place = std::find(children_.rbegin(), children_.rend(), predecessor).base();
+        if (place == children_.begin())
             throw ProgError("Zem::Fig2::Group::addChild", "fig_group", __LINE__, "Predecessor element not found");
-        ++place;
     }
     children_.insert(place, element);
     if (!masterElement_)
@@ -134,6 +155,7 @@ void Group::addChild(Element *element, Element const *predecessor)
     element->setFigure(getFigure());
     if (auto *group = dynamic_cast<Group *>(element))
         group->setFigureBelow(getFigure());
+    invalidate();
     // Nothing else can have changed the selection: looking at every sibling each time would cost too much.
     if (getFigure() && holdsSelected(element))
         getFigure()->updateElementSelection(this);
@@ -147,13 +169,11 @@ void Group::removeChild(Element *element)
     Figure *figure = getFigure();
     element->setSelected(false);
     element->setParent(nullptr);
-    element->setFigure(nullptr);
-    // What stands below must not reach for a figure that may be gone before it.
-    if (auto *group = dynamic_cast<Group *>(element))
-        group->setFigureBelow(nullptr);
+    leaveFigure(element);
     children_.erase(place);
     if (masterElement_ == element)
         masterElement_ = children_.empty() ? nullptr : children_.front();
+    invalidate();
     if (figure)
         figure->forgetSelection(element, this);
 }
@@ -168,6 +188,14 @@ struct ConnectorEnds
     QString otherSideName;
 };
 
+bool isBelow(Element const *element, Element const *ancestor)
+{
+    while (element && element != ancestor)
+        element = element->getParent();
+    return element == ancestor;
+}
+
+/// Without those that lead to an element below this one, which goes with it.
 std::vector<ConnectorEnds> endsOf(Element const *element)
 {
     std::vector<ConnectorEnds> ends;
@@ -177,6 +205,8 @@ std::vector<ConnectorEnds> endsOf(Element const *element)
             ends.push_back({connector->getTarget(), connector->getSourceName(), connector->getTargetName()});
         else
             ends.push_back({connector->getSource(), connector->getTargetName(), connector->getSourceName()});
+        if (!ends.back().other || isBelow(ends.back().other, element))
+            ends.pop_back();
     }
     return ends;
 }
@@ -205,7 +235,10 @@ void Group::replaceChild(Element *oldElement, Element *newElement)
     auto const place = std::find(children_.begin(), children_.end(), oldElement);
     if (place == children_.end())
         throw ProgError("Zem::Fig2::Group::replaceChild", "fig_group", __LINE__, "Element is not a child element");
+    if (newElement == oldElement)
+        return;
     std::vector<ConnectorEnds> const ends = endsOf(oldElement);
+    invalidate();
     *place = newElement;
     newElement->setParent(this);
     newElement->setFigure(getFigure());
@@ -467,15 +500,25 @@ bool Group::dragPointMove(int index, BaVec2d<double> const &position)
     DragScale const scale = DragScale::of(dragPolygon_, dragPolygon_[static_cast<std::size_t>(index)], position);
     std::map<Element *, QString> before;
     bool dragged = true;
-    forEachLeaf([&](Element *leaf) { dragged = dragged && dragLeaf(leaf, scale, &before); });
+    try {
+        forEachLeaf([&](Element *leaf) { dragged = dragged && dragLeaf(leaf, scale, &before); });
+    } catch (...) {
+        undoDrag(before);
+        throw;
+    }
     Rect const bounds(computeCoveredPolygon(true));
     if (dragged && !(bounds.width < 1.0) && !(bounds.height < 1.0))
         return true;
-    for (auto &[leaf, parameters] : before) {
+    undoDrag(before);
+    return false;
+}
+
+void Group::undoDrag(std::map<Element *, QString> const &before)
+{
+    for (auto const &[leaf, parameters] : before) {
         QString text = parameters;
         leaf->createFromParameterString(text);
     }
-    return false;
 }
 
 } // namespace Zem::Fig2

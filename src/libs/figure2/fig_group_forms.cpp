@@ -25,8 +25,20 @@ struct Group::ChildTable
     int masterId = 0;
 };
 
+namespace {
+
+/// What load can make of a type; it reads nothing for any other.
+bool isKnown(Element const *child)
+{
+    return child->getType() <= Element::SNAPSHOT_FRAME;
+}
+
+} // namespace
+
 void Group::save(IO::OutStream *stream, int a, int b) const
 {
+    // What load would refuse must not replace a good file.
+    requireDepth();
     Element::save(stream, a, b);
     saveBlock(stream, BLOCK_VERSION, [this](auto &archive) {
         archive.field(static_cast<unsigned int>(children_.size()));
@@ -35,8 +47,10 @@ void Group::save(IO::OutStream *stream, int a, int b) const
         archive.field(masterElement_ != nullptr);
         archive.field(masterElement_ ? masterElement_->getId() : 0);
     });
-    for (Element const *child : children_)
-        child->save(stream, a, b);
+    for (Element const *child : children_) {
+        if (isKnown(child))
+            child->save(stream, a, b);
+    }
 }
 
 Group::ChildTable Group::loadChildTable(IO::InStream *stream)
@@ -85,7 +99,8 @@ void Group::loadChildren(IO::InStream *stream, int a, int b)
         if (!child)
             continue;
         child->setParent(this);
-        child->setFigure(getFigure());
+        // Named by what it loads: a name made now would only be looked for in vain among those that come.
+        child->joinFigure(getFigure());
         child->load(stream, a, b);
         if (table.hasMaster && child->getId() == table.masterId)
             masterElement_ = child.get();
@@ -112,9 +127,24 @@ QString Group::getParameterString() const
     return Element::getParameterString();
 }
 
+namespace {
+
+/// The entry tells what the group is and must not make groups of its children.
+void takeOwnType(QString &parameters)
+{
+    QString rest = parameters;
+    QLatin1StringView const key = Element::PARAM_TYPE;
+    if (Parse::parameterExists(rest, key) &&
+        Parse::getString(rest, key) == Element::getTypeParameterName(Element::GROUP))
+        parameters = rest;
+}
+
+} // namespace
+
 void Group::createFromParameterString(QString &parameters)
 {
     ParameterReader reader(parameters);
+    takeOwnType(parameters);
     if (reader.exists(PARAM_ORIGIN)) {
         BaVec2d<double> origin;
         reader.item(PARAM_ORIGIN, origin);

@@ -223,10 +223,12 @@ std::istream &Polygon::loadFromStream(std::istream &stream)
     {
         polygon_.clear();
         TextReader reader(stream);
-        if (reader.version() > TEXT_VERSION)
+        unsigned int const version = reader.version();
+        if (version > TEXT_VERSION)
             throwWrongBlockVersion();
         unsigned int count = 0;
-        reader.item(count);
+        if (version == TEXT_VERSION)
+            reader.item(count);
         for (unsigned int i = 0; i < count && reader.good(); ++i) {
             BaVec2d<double> point;
             reader.item(point);

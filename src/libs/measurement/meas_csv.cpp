@@ -134,7 +134,9 @@ private:
         column.name = uniqueName(!given.isEmpty() ? given : !title.name.isEmpty() ? title.name : fallback);
         auto const unit = options_.columnUnits.find(column.name);
         column.unitText = unit != options_.columnUnits.end() ? unit->second : unitTextOf(index, title.unitText);
-        column.unit = findColumnUnit(column.name, column.unitText);
+        // In a header "1" only says that there is no unit; who gives it as a unit means that of strain.
+        bool const isStrain = unit != options_.columnUnits.end() && unit->second == QLatin1String("1");
+        column.unit = isStrain ? UnitData(uStrain) : findColumnUnit(column.name, column.unitText);
         table_.columns.push_back(std::move(column));
         indices_.push_back(index);
     }

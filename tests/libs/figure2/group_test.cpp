@@ -1,0 +1,801 @@
+#include "probe_elements.h"
+
+#include <ElementForms.h>
+#include <RecordingPainter.h>
+#include <ZemFig2Connector.h>
+#include <ZemFig2Figure.h>
+#include <ZemFig2Group.h>
+#include <ZemFig2Line.h>
+#include <ZemFig2Polygon.h>
+
+#include <ZemScriptObject.h>
+
+namespace Zem::Fig2 {
+namespace {
+
+using Support::progError;
+using Support::text;
+
+ProbeRectangle *add(Group &group, double x = 0, double y = 0, double edge = 10)
+{
+    auto *rectangle = new ProbeRectangle;
+    rectangle->setOrigin({x, y});
+    rectangle->setSize({edge, edge});
+    rectangle->setBorder(LineStyle::null);
+    group.addChild(rectangle);
+    return rectangle;
+}
+
+Group *addGroup(Group &group)
+{
+    auto *child = new Group;
+    group.addChild(child);
+    return child;
+}
+
+std::vector<Element *> childrenOf(Group &group)
+{
+    return {group.getChildBegin(), group.getChildEnd()};
+}
+
+void updateAll(Group &group)
+{
+    for (auto it = group.getElementBegin(); it != group.getElementEnd(); ++it)
+        it->update(StageIdentifier(1), nullptr, nullptr);
+    group.computeDynamicData(StageIdentifier(1), nullptr);
+}
+
+using Elements = std::vector<Element *>;
+
+TEST(GroupAddChild, appendsOrInsertsBehindAPredecessor)
+{
+    Group group;
+    Element *first = add(group);
+    Element *last = add(group);
+    auto *middle = new Rectangle;
+
+    group.addChild(middle, first);
+
+    EXPECT_EQ(childrenOf(group), (Elements{first, middle, last}));
+    EXPECT_EQ(middle->getParent(), &group);
+    EXPECT_TRUE(group.childExists(middle));
+}
+
+TEST(GroupAddChild, makesTheFirstOneTheMaster)
+{
+    Group group;
+    EXPECT_EQ(group.getMasterElement(), nullptr);
+    Element *first = add(group);
+    add(group);
+
+    EXPECT_EQ(group.getMasterElement(), first);
+}
+
+TEST(GroupAddChild, refusesAChildAndAnUnknownPredecessor)
+{
+    Group group;
+    Element *child = add(group);
+    Rectangle other;
+
+    EXPECT_EQ(progError([&] { group.addChild(child); }), "fig_group: Element already inserted");
+    EXPECT_EQ(progError([&] { group.addChild(&other, &other); }), "fig_group: Predecessor element not found");
+    EXPECT_EQ(childrenOf(group), (Elements{child}));
+    EXPECT_EQ(other.getParent(), nullptr);
+}
+
+TEST(GroupAddChild, givesTheFigureToAllBelow)
+{
+    Figure figure;
+    auto *outer = new Group;
+    Group *inner = addGroup(*outer);
+    Element *leaf = add(*inner);
+
+    figure.getRoot()->addChild(outer);
+
+    EXPECT_EQ(outer->getFigure(), &figure);
+    EXPECT_EQ(inner->getFigure(), &figure);
+    EXPECT_EQ(leaf->getFigure(), &figure);
+    EXPECT_EQ(leaf->getScriptObject()->getName(), "rectangle_2");
+}
+
+TEST(GroupAddChild, tellsTheSelectionOfTheFigure)
+{
+    Figure figure;
+    Group *group = addGroup(*figure.getRoot());
+    auto *selected = new Rectangle;
+    selected->setSelected(true);
+
+    group->addChild(selected);
+
+    EXPECT_EQ(figure.getSelectedElements(), (Elements{group}));
+}
+
+TEST(GroupRemoveChild, givesTheElementBack)
+{
+    Figure figure;
+    Group *group = addGroup(*figure.getRoot());
+    Element *first = add(*group);
+    Element *second = add(*group);
+    Element *third = add(*group);
+    second->setSelected(true);
+
+    group->removeChild(second);
+
+    EXPECT_EQ(childrenOf(*group), (Elements{first, third}));
+    EXPECT_FALSE(second->isSelected());
+    EXPECT_EQ(second->getParent(), nullptr);
+    EXPECT_EQ(second->getFigure(), nullptr);
+    EXPECT_EQ(second->getScriptObject()->getParent(), nullptr);
+    delete second;
+}
+
+TEST(GroupRemoveChild, takesTheFigureFromAllBelow)
+{
+    Figure figure;
+    Group *group = addGroup(*figure.getRoot());
+    Element *leaf = add(*group);
+
+    figure.getRoot()->removeChild(group);
+
+    EXPECT_EQ(leaf->getFigure(), nullptr);
+    delete group;
+}
+
+TEST(GroupRemoveChild, refusesAStranger)
+{
+    Group group;
+    Rectangle stranger;
+
+    EXPECT_EQ(progError([&] { group.removeChild(&stranger); }), "fig_group: Element is not a child element");
+}
+
+TEST(GroupRemoveChild, passesTheMasterOn)
+{
+    Group group;
+    std::unique_ptr<Element> const first(add(group));
+    std::unique_ptr<Element> const second(add(group));
+
+    group.removeChild(first.get());
+    EXPECT_EQ(group.getMasterElement(), second.get());
+    group.removeChild(second.get());
+    EXPECT_EQ(group.getMasterElement(), nullptr);
+}
+
+TEST(GroupChildren, changeTheOutlineOfTheGroup)
+{
+    Group group;
+    add(group, 0, 0);
+    std::unique_ptr<Element> const leaving(add(group, 100, 0));
+    updateAll(group);
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+    ASSERT_TRUE(group.isValid());
+
+    group.removeChild(leaving.get());
+
+    EXPECT_FALSE(group.isValid());
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+    EXPECT_EQ(text(group.getDragPolygon()), "-5,-5 5,-5 5,5 -5,5");
+    leaving->update(StageIdentifier(1), nullptr, nullptr);
+    group.addChild(leaving.get());
+    EXPECT_FALSE(group.isValid());
+    group.removeChild(leaving.get());
+}
+
+TEST(GroupReplaceChild, takesPlaceAndMasterOfTheOldOne)
+{
+    Figure figure;
+    Group &group = *figure.getRoot();
+    Element *first = add(group);
+    Element *old = add(group);
+    Element *last = add(group);
+    group.setMasterElement(old);
+    old->setSelected(true);
+    auto *fresh = new ProbeRectangle;
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_EQ(childrenOf(group), (Elements{first, fresh, last}));
+    EXPECT_EQ(group.getMasterElement(), fresh);
+    EXPECT_EQ(fresh->getParent(), &group);
+    EXPECT_EQ(fresh->getFigure(), &figure);
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+}
+
+TEST(GroupReplaceChild, refusesAStranger)
+{
+    Group group;
+    add(group);
+    Rectangle stranger;
+    Rectangle fresh;
+
+    EXPECT_EQ(progError([&] { group.replaceChild(&stranger, &fresh); }), "fig_group: Element is not a child element");
+}
+
+TEST(GroupReplaceChild, byItselfChangesNothing)
+{
+    Group group;
+    Element *child = add(group);
+
+    group.replaceChild(child, child);
+
+    EXPECT_EQ(childrenOf(group), (Elements{child}));
+}
+
+struct Ends
+{
+    Element const *source;
+    Element const *target;
+    std::string name;
+
+    bool operator==(Ends const &) const = default;
+};
+
+std::vector<Ends> connectorsOf(Element const *element)
+{
+    std::vector<Ends> ends;
+    for (auto it = element->getConnectorBegin(); it != element->getConnectorEnd(); ++it)
+        ends.push_back({(*it)->getSource(), (*it)->getTarget(), (*it)->getTargetName().toStdString()});
+    return ends;
+}
+
+TEST(GroupReplaceChild, carriesOverConnectorsThatLeadToTheOldOne)
+{
+    Group group;
+    ProbeRectangle *other = add(group);
+    ProbeRectangle *old = add(group);
+    other->connect(old, "point");
+    auto *fresh = new ProbeRectangle;
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, "point"}}));
+    EXPECT_EQ(connectorsOf(other), connectorsOf(fresh));
+}
+
+TEST(GroupReplaceChild, carriesOverConnectorsThatBeginAtTheOldOne)
+{
+    Group group;
+    ProbeRectangle *other = add(group);
+    ProbeRectangle *old = add(group);
+    old->connect(other, "point");
+    auto *fresh = new ProbeRectangle;
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{fresh, other, "point"}}));
+    EXPECT_EQ(connectorsOf(other), connectorsOf(fresh));
+}
+
+TEST(GroupReplaceChild, turnsConnectorsWithoutNamesTowardsTheNewOne)
+{
+    Group group;
+    ProbeRectangle *other = add(group);
+    ProbeRectangle *old = add(group);
+    old->connect(other, "");
+    auto *fresh = new ProbeRectangle;
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, ""}}));
+}
+
+TEST(GroupReplaceChild, losesWhatTheNewOneDoesNotAccept)
+{
+    Group group;
+    ProbeRectangle *other = add(group);
+    ProbeRectangle *old = add(group);
+    old->connect(other, "point");
+    other->connect(old, "kept");
+    auto *fresh = new ProbeRectangle;
+    fresh->refusedPoint = "point";
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, "kept"}}));
+    EXPECT_EQ(connectorsOf(other).size(), 1U);
+}
+
+TEST(GroupReplaceChild, ofAGroupDropsConnectorsFromWithinIt)
+{
+    Group group;
+    Group *old = addGroup(group);
+    ProbeRectangle *inside = add(*old);
+    inside->connect(old, "");
+    auto *fresh = new ProbeRectangle;
+
+    group.replaceChild(old, fresh);
+
+    EXPECT_TRUE(connectorsOf(fresh).empty());
+}
+
+TEST(GroupMaster, descendsToAnElementThatIsNoGroup)
+{
+    Group outer;
+    Group *inner = addGroup(outer);
+    add(*inner, 3, 4);
+    Element *master = add(*inner, 5, 6);
+    inner->setMasterElement(master);
+    add(outer);
+
+    EXPECT_EQ(outer.getMasterElement(), master);
+    EXPECT_EQ(outer.getOrigin(), BaVec2d<double>(5, 6));
+}
+
+TEST(GroupMaster, clearsValidWhenSet)
+{
+    Group group;
+    Element *child = add(group);
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+
+    group.setMasterElement(child);
+
+    EXPECT_FALSE(group.isValid());
+}
+
+TEST(GroupOrigin, isThatOfTheMaster)
+{
+    Group group;
+    add(group, 1, 2);
+    Element *master = add(group, 3, 4);
+    group.setMasterElement(master);
+    master->setPivotAlignmentX(ALIGN_END);
+    master->setPivotAlignmentY(ALIGN_CENTER);
+
+    EXPECT_EQ(group.getOrigin(), BaVec2d<double>(3, 4));
+    EXPECT_EQ(group.getAlignmentOrigin(), BaVec2d<double>(8, 4));
+}
+
+TEST(GroupOrigin, movesEveryElementBelow)
+{
+    Group group;
+    Element *master = add(group, 1, 2);
+    Group *inner = addGroup(group);
+    Element *deep = add(*inner, 10, 20);
+
+    group.setOrigin({2, 4});
+    EXPECT_EQ(master->getOrigin(), BaVec2d<double>(2, 4));
+    EXPECT_EQ(deep->getOrigin(), BaVec2d<double>(11, 22));
+    group.moveBy({-1, 0});
+    EXPECT_EQ(deep->getOrigin(), BaVec2d<double>(10, 22));
+    group.setAlignmentOrigin({0, 0}); // the pivot of the master, at -4,-1, moves there
+    EXPECT_EQ(master->getOrigin(), BaVec2d<double>(5, 5));
+    EXPECT_EQ(deep->getOrigin(), BaVec2d<double>(14, 23));
+}
+
+TEST(GroupOrigin, clearsValidWhenMoved)
+{
+    Group group;
+    add(group);
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+
+    group.setOrigin({1, 1});
+
+    EXPECT_FALSE(group.isValid());
+}
+
+TEST(GroupOrigin, ofAnEmptyGroupIsRefused)
+{
+    Group group;
+
+    EXPECT_EQ(progError([&] { static_cast<void>(group.getOrigin()); }), "fig_group: Group does not have any children");
+    EXPECT_EQ(progError([&] { group.setOrigin({0, 0}); }), "fig_group: Empty group");
+    EXPECT_EQ(progError([&] { static_cast<void>(group.getAlignmentOrigin()); }), "fig_group: Group has no elements");
+    EXPECT_EQ(progError([&] { group.moveBy({1, 1}); }), "fig_group: Group does not have any children");
+}
+
+TEST(GroupOutline, isTheHullOfTheChildren)
+{
+    Group group;
+    ProbeRectangle *first = add(group, 0, 0);
+    add(group, 20, 0);
+    first->setBorder(LineStyle(2, LineStyle::STYLE_FULL, Color()));
+
+    EXPECT_EQ(text(group.computeCoveredPolygon(false)), "-5,-5 25,-5 25,5 -5,5");
+    EXPECT_EQ(text(group.computeCoveredPolygon(true)), "-6,-6 6,-6 25,-5 25,5 6,6 -6,6");
+    group.computeDynamicData(StageIdentifier(1), nullptr);
+    EXPECT_EQ(text(group.getDragPolygon()), "-5,-5 25,-5 25,5 -5,5");
+    EXPECT_EQ(text(group.getCoveredPolygon()), "-6,-6 6,-6 25,-5 25,5 6,6 -6,6");
+    EXPECT_EQ(text(group.getUpdatePolygon()), "-6,-6 6,-6 25,-5 25,5 6,6 -6,6");
+}
+
+TEST(GroupOutline, ofFewerThanFourPointsStaysAsItIs)
+{
+    Group group;
+    auto *bare = new BareElement;
+    bare->outline = Polygon2d({{5, 5}, {0, 0}, {5, 5}}, true);
+    group.addChild(bare);
+
+    EXPECT_EQ(text(group.computeCoveredPolygon(true)), "5,5 0,0 5,5");
+    EXPECT_TRUE(Group().computeCoveredPolygon(true).empty());
+}
+
+TEST(GroupCachedUpdate, gathersThePolygonsOfAllElementsBelow)
+{
+    Group group;
+    ProbeRectangle *first = add(group, 0, 0);
+    first->setBorder(LineStyle(2, LineStyle::STYLE_FULL, Color()));
+    Group *inner = addGroup(group);
+    Element *deep = add(*inner, 20, 0);
+    updateAll(group);
+    deep->setOrigin({40, 0}); // not seen: the cached polygons count
+    Polygon2d area(true);
+
+    EXPECT_FALSE(group.update(nullptr, &area));
+
+    EXPECT_TRUE(area.empty());
+    EXPECT_EQ(text(group.getDragPolygon()), "-5,-5 25,-5 25,5 -5,5");
+    EXPECT_EQ(text(group.getCoveredPolygon()), "-6,-6 6,-6 25,-5 25,5 6,6 -6,6");
+    EXPECT_EQ(text(group.getUpdatePolygon()), "-6,-6 6,-6 25,-5 25,5 6,6 -6,6");
+}
+
+TEST(GroupCachedUpdate, keepsFewerThanFourPoints)
+{
+    Group group;
+    auto *bare = new BareElement;
+    bare->outline = Polygon2d({{5, 5}, {0, 0}, {5, 5}}, true);
+    group.addChild(bare);
+    updateAll(group);
+
+    group.update(nullptr, nullptr);
+
+    EXPECT_EQ(text(group.getDragPolygon()), "5,5 0,0 5,5");
+}
+
+TEST(GroupCachedUpdate, withoutElementsEmptiesThePolygons)
+{
+    Group group;
+    std::unique_ptr<Element> const child(add(group));
+    updateAll(group);
+    group.removeChild(child.get());
+    addGroup(group);
+
+    group.update(nullptr, nullptr);
+
+    EXPECT_TRUE(group.getDragPolygon().empty());
+    EXPECT_TRUE(group.getCoveredPolygon().empty());
+    EXPECT_TRUE(group.getUpdatePolygon().empty());
+}
+
+TEST(GroupDataValid, needsEveryChildValidAndUpToDate)
+{
+    Group group;
+    ProbeRectangle *first = add(group);
+    ProbeRectangle *second = add(group);
+    EXPECT_FALSE(group.isDataValid(StageIdentifier(1), nullptr));
+    updateAll(group);
+    EXPECT_TRUE(group.isDataValid(StageIdentifier(1), nullptr));
+
+    second->dataValid = false;
+    EXPECT_FALSE(group.isDataValid(StageIdentifier(1), nullptr));
+    second->dataValid = true;
+    first->invalidate();
+    EXPECT_FALSE(group.isDataValid(StageIdentifier(1), nullptr));
+}
+
+TEST(GroupHit, isThatOfAChild)
+{
+    Group group;
+    add(group, 0, 0);
+    add(group, 20, 0);
+    updateAll(group);
+
+    EXPECT_TRUE(group.isPointIn({20, 0}));
+    EXPECT_FALSE(group.isPointIn({10, 0}));
+}
+
+TEST(GroupDraw, paintsNothing)
+{
+    Group group;
+    add(group);
+    Support::RecordingPainter painter;
+
+    EXPECT_TRUE(group.draw(nullptr, &painter, 0));
+    EXPECT_EQ(painter.transcript(), "");
+}
+
+TEST(GroupLayers, swapNeighbours)
+{
+    Group group;
+    Element *a = add(group);
+    Element *b = add(group);
+    Element *c = add(group);
+
+    group.layerUp(a);
+    EXPECT_EQ(childrenOf(group), (Elements{b, a, c}));
+    group.layerDown(c);
+    EXPECT_EQ(childrenOf(group), (Elements{b, c, a}));
+}
+
+TEST(GroupLayers, goToTheEnds)
+{
+    Group group;
+    Element *a = add(group);
+    Element *b = add(group);
+    Element *c = add(group);
+
+    group.layerTop(a);
+    EXPECT_EQ(childrenOf(group), (Elements{b, c, a}));
+    group.layerBottom(c);
+    EXPECT_EQ(childrenOf(group), (Elements{c, b, a}));
+}
+
+TEST(GroupLayers, tellWhatIsPossible)
+{
+    Group group;
+    Element *a = add(group);
+    Element *b = add(group);
+
+    EXPECT_TRUE(group.canLayerUp(a));
+    EXPECT_FALSE(group.canLayerDown(a));
+    EXPECT_FALSE(group.canLayerUp(b));
+    EXPECT_TRUE(group.canLayerDown(b));
+}
+
+TEST(GroupLayers, endAtTopAndBottom)
+{
+    Group group;
+    Element *a = add(group);
+    Element *b = add(group);
+
+    EXPECT_EQ(progError([&] { group.layerUp(b); }), "fig_group: Element layer can't be changed");
+    EXPECT_EQ(progError([&] { group.layerTop(b); }), "fig_group: Element layer can't be changed");
+    EXPECT_EQ(progError([&] { group.layerDown(a); }), "fig_group: Element layer can't be changed");
+    EXPECT_EQ(progError([&] { group.layerBottom(a); }), "fig_group: Element layer can't be changed");
+    EXPECT_EQ(childrenOf(group), (Elements{a, b}));
+}
+
+TEST(GroupLayers, refuseAnEmptyGroupAndAStranger)
+{
+    Group empty;
+    Group group;
+    add(group);
+    Rectangle stranger;
+    auto const all = [&stranger](Group &where) {
+        return std::vector<std::string>{
+            progError([&] { where.canLayerUp(&stranger); }), progError([&] { where.canLayerDown(&stranger); }),
+            progError([&] { where.layerUp(&stranger); }),    progError([&] { where.layerDown(&stranger); }),
+            progError([&] { where.layerTop(&stranger); }),   progError([&] { where.layerBottom(&stranger); })};
+    };
+
+    EXPECT_EQ(all(empty), std::vector<std::string>(6, "fig_group: Empty group"));
+    EXPECT_EQ(all(group), std::vector<std::string>(6, "fig_group: Child element not found"));
+}
+
+TEST(GroupLayers, leaveValidAlone)
+{
+    Group group;
+    Element *a = add(group);
+    add(group);
+    updateAll(group);
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+
+    group.layerUp(a);
+    group.layerDown(a);
+    group.layerTop(a);
+    group.layerBottom(a);
+
+    EXPECT_TRUE(group.isValid());
+}
+
+TEST(GroupDrag, scalesEveryElementFromTheFarSide)
+{
+    Group group;
+    ProbeRectangle *left = add(group, 0, 0);   // -5..5
+    ProbeRectangle *right = add(group, 20, 0); // 15..25; the group spans -5..25
+    updateAll(group);
+    ASSERT_EQ(text(group.getDragPolygon()), "-5,-5 25,-5 25,5 -5,5");
+
+    EXPECT_TRUE(group.dragPointMove(2, {31, 10})); // by 6,5
+
+    // A third of the way from the far side for the right edge of the left one, two thirds for the left edge of the
+    // right one; the lower edges follow fully.
+    EXPECT_EQ(text(left->computeCoveredPolygon(false)), "-5,-5 7,-5 7,10 -5,10");
+    EXPECT_EQ(text(right->computeCoveredPolygon(false)), "19,-5 31,-5 31,10 19,10");
+}
+
+TEST(GroupDrag, reachesElementsInGroupsBelow)
+{
+    Group group;
+    add(group, 0, 0);
+    Group *inner = addGroup(group);
+    ProbeRectangle *deep = add(*inner, 20, 0);
+    updateAll(group);
+
+    EXPECT_TRUE(group.dragPointMove(1, {25, -15})); // the upper edge by -10
+
+    EXPECT_EQ(text(deep->computeCoveredPolygon(false)), "15,-15 25,-15 25,5 15,5");
+}
+
+TEST(GroupDrag, leavesADirectionWithoutExtentAlone)
+{
+    Group group;
+    auto *first = new Line;
+    first->setPoint2({10, 0});
+    group.addChild(first);
+    auto *second = new Line;
+    second->setPoint1({20, 0});
+    second->setPoint2({30, 0});
+    second->setBorder(LineStyle(2, LineStyle::STYLE_FULL, Color())); // so that the group is not too thin
+    group.addChild(second);
+    updateAll(group);
+    ASSERT_EQ(text(group.getDragPolygon()), "0,0 30,0");
+
+    EXPECT_TRUE(group.dragPointMove(1, {60, 7}));
+
+    EXPECT_EQ(first->getPoint2(), BaVec2d<double>(20, 0));
+    EXPECT_EQ(second->getPoint1(), BaVec2d<double>(40, 0));
+    EXPECT_EQ(second->getPoint2(), BaVec2d<double>(60, 0));
+}
+
+std::vector<std::string> formsBelow(Group &group)
+{
+    std::vector<std::string> forms;
+    for (auto it = group.getElementBegin(); it != group.getElementEnd(); ++it)
+        forms.push_back(Support::parameterForm(**it));
+    return forms;
+}
+
+TEST(GroupDrag, thatMakesTheGroupTooNarrowIsUndone)
+{
+    Group group;
+    add(group, 0, 0);
+    add(group, 20, 0);
+    auto *polygon = new Polygon;
+    polygon->setPolygon(Polygon2d({{0, 0}, {20, 0}, {10, 5}}, true));
+    group.addChild(polygon);
+    auto *line = new Line;
+    line->setPoint2({3, 4});
+    group.addChild(line);
+    updateAll(group);
+    std::vector<std::string> const before = formsBelow(group);
+
+    EXPECT_FALSE(group.dragPointMove(2, {-4.5, 5})); // 0.5 wide
+
+    EXPECT_EQ(formsBelow(group), before);
+}
+
+TEST(GroupDrag, thatAnElementRefusesIsUndone)
+{
+    Group group;
+    add(group, 0, 0);
+    ProbeRectangle *stubborn = add(group, 20, 0);
+    ProbeRectangle *neverAsked = add(group, 0, 0);
+    stubborn->draggable = false;
+    int asked = 0;
+    neverAsked->onDrag = [&asked] { ++asked; };
+    updateAll(group);
+    std::vector<std::string> const before = formsBelow(group);
+
+    EXPECT_FALSE(group.dragPointMove(2, {40, 10}));
+
+    EXPECT_EQ(formsBelow(group), before);
+    EXPECT_EQ(asked, 0);
+}
+
+TEST(GroupDrag, thatFailsIsUndoneToo)
+{
+    Group group;
+    add(group, 0, 0);
+    ProbeRectangle *failing = add(group, 20, 0);
+    failing->onDrag = [] { throw ProgError("probe", "probe", 1, "broken"); };
+    updateAll(group);
+    std::vector<std::string> const before = formsBelow(group);
+
+    EXPECT_EQ(progError([&] { group.dragPointMove(2, {40, 10}); }), "probe: broken");
+
+    EXPECT_EQ(formsBelow(group), before);
+}
+
+TEST(GroupDrag, outsideTheOutlineIsRefused)
+{
+    Group group;
+    add(group);
+    updateAll(group);
+
+    EXPECT_FALSE(group.dragPointMove(4, {0, 0}));
+    EXPECT_FALSE(group.dragPointMove(-1, {0, 0}));
+}
+
+TEST(GroupCopy, copiesChildrenWithoutTies)
+{
+    Group group;
+    ProbeRectangle *first = add(group, 1, 1);
+    ProbeRectangle *second = add(group, 2, 2);
+    first->connect(second, "");
+    group.setMasterElement(second);
+
+    std::unique_ptr<Group> const copy(dynamic_cast<Group *>(group.copy()));
+
+    ASSERT_EQ(childrenOf(*copy).size(), 2U);
+    EXPECT_EQ(formsBelow(*copy), formsBelow(group));
+    EXPECT_EQ(copy->getMasterElement(), childrenOf(*copy)[1]);
+    for (Element *child : childrenOf(*copy)) {
+        EXPECT_EQ(child->getParent(), copy.get());
+        EXPECT_TRUE(connectorsOf(child).empty());
+        EXPECT_FALSE(group.childExists(child));
+    }
+}
+
+TEST(GroupCopy, findsAMasterInAGroupBelow)
+{
+    Group group;
+    add(group, 1, 1);
+    Group *inner = addGroup(group);
+    add(*inner, 2, 2);
+    Element *deep = add(*inner, 3, 3);
+    inner->setMasterElement(deep);
+    group.setMasterElement(inner);
+    std::unique_ptr<Group> const byChild(dynamic_cast<Group *>(group.copy()));
+    group.setMasterElement(deep);
+    std::unique_ptr<Group> const byPlace(dynamic_cast<Group *>(group.copy()));
+
+    EXPECT_EQ(byChild->getOrigin(), BaVec2d<double>(3, 3));
+    EXPECT_EQ(byPlace->getOrigin(), BaVec2d<double>(3, 3));
+    EXPECT_NE(byPlace->getMasterElement(), deep);
+}
+
+TEST(GroupClone, keepsTheConnectorsWithinTheTree)
+{
+    Group outside;
+    ProbeRectangle *stranger = add(outside);
+    Group group;
+    ProbeRectangle *first = add(group);
+    Group *inner = addGroup(group);
+    ProbeRectangle *second = add(*inner);
+    first->connect(second, "kept");
+    first->connect(stranger, "dropped");
+    std::map<Element const *, Element *> copies;
+
+    std::unique_ptr<Group> const clone(group.clone(&copies));
+
+    ASSERT_EQ(copies.size(), 3U);
+    EXPECT_EQ(connectorsOf(copies.at(first)), (std::vector<Ends>{{copies.at(first), copies.at(second), "kept"}}));
+    EXPECT_EQ(connectorsOf(copies.at(second)), connectorsOf(copies.at(first)));
+    EXPECT_EQ(copies.at(inner)->getParent(), clone.get());
+    std::unique_ptr<Group> const withoutMap(group.clone(nullptr));
+    EXPECT_EQ(formsBelow(*withoutMap), formsBelow(group));
+}
+
+class Watched : public Rectangle
+{
+public:
+    explicit Watched(int *deleted) : deleted_(deleted) {}
+    ~Watched() override { ++*deleted_; }
+
+private:
+    int *deleted_;
+};
+
+TEST(GroupDestructor, deletesItsChildrenButNotThoseOfOthers)
+{
+    int deleted = 0;
+    int kept = 0;
+    std::unique_ptr<Element> managed(new Watched(&kept));
+    managed->setExternallyManaged(true);
+    {
+        Figure figure;
+        Group *group = addGroup(*figure.getRoot());
+        group->addChild(new Watched(&deleted));
+        group->addChild(managed.get());
+        managed->setSelected(true);
+    }
+
+    EXPECT_EQ(deleted, 1);
+    EXPECT_EQ(kept, 0);
+    EXPECT_EQ(managed->getParent(), nullptr);
+    EXPECT_EQ(managed->getFigure(), nullptr);
+    managed->setSelected(false);
+}
+
+TEST(GroupFootprint, countsTheChildren)
+{
+    Group group;
+    unsigned int const empty = group.getEstimatedObjectSize();
+    Element *child = add(group);
+
+    EXPECT_GE(empty, sizeof(Group));
+    EXPECT_GE(group.getEstimatedObjectSize(), empty + child->getEstimatedObjectSize());
+}
+
+} // namespace
+} // namespace Zem::Fig2
