@@ -8,7 +8,7 @@ all: setup
 	cmake --build --preset release -j$(JOBS)
 
 report: all
-	build/release/bin/zemfig-report examples out
+	examples/render.sh build/release/bin/zemfig out
 
 test: all
 	cmake --build --preset release -j$(JOBS) --target all_verify_interface_header_sets

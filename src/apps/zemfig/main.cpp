@@ -4,7 +4,9 @@
 
 #include <ZemFig2InitLibrary.h>
 
-#include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
+
+#include <csignal>
 
 int main(int argc, char **argv)
 {
@@ -13,8 +15,11 @@ int main(int argc, char **argv)
     CLI::App app("Report pages from measured values: PDF, SVG and PNG from a CSV file and a page description");
     app.require_subcommand(1);
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
+    // A file that may not grow is a failed write with a message, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     Run run;
     addImportVerb(&app, &run);
+    addRenderVerb(&app, &run);
     addConvertVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
@@ -27,6 +32,7 @@ int main(int argc, char **argv)
         // No display is needed, and none is looked for unless the user names one.
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication const application(argc, argv);
         Zem::Fig2::InitLibrary();
         run();
     });

@@ -93,7 +93,7 @@ private:
     void drawValue(Painter *painter, Strip const &strip, Rotation const &rotation) const;
     void drawSymbol(Painter *painter, BaVec2d<double> const &position, double size, Symbol symbol,
                     Rotation const &rotation) const;
-    double computeValueLength(double length) const;
+    double computeValueLength(double length, double largest) const;
 
     BaVec2d<double> range_{0.0, 0.0};
     double value_ = 0.0;

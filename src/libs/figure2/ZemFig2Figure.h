@@ -74,6 +74,8 @@ public:
     void draw(Painter *painter) const;
     void drawBackground(Painter *painter) const;
     void drawConnectorLines(Painter *painter) const;
+    /// For callers that draw element by element: replaces `order` by the visible elements in the order of drawing.
+    void computeRenderingOrder(std::vector<Element const *> *order) const;
 
     /// All elements below the root, groups before their children.
     Group::ElementIterator getElementBegin() { return root_->getElementBegin(); }

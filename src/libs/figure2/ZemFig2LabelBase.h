@@ -130,7 +130,7 @@ private:
     void computeAvailableBox(BaVec2d<double> *offset, BaVec2d<double> *size) const;
     void computeTextOffsetAndSize(BaVec2d<double> *offset, BaVec2d<double> *size) const;
     BaVec2d<double> computeMinimumSize();
-    void addColorBarSize(BaVec2d<double> *size);
+    void addColorBarSize(BaVec2d<double> *size) const;
     void addConnectorLines(FigureTokenInterface const *tokens);
     void addLineToUpdatePolygon(BaVec2d<double> const &a, BaVec2d<double> const &b, LineStyle const &style);
     void drawConnectors(FigureTokenInterface const *tokens, Painter *painter) const;

@@ -33,6 +33,7 @@ BaVec2d<double> ColorBar::computeMinimumSize() const
     double length = minimumLength_;
     if (useVariableLength_)
         length = std::max(DEFAULT_LENGTH, minimumLength_);
+    // Deliberately not turned with the strip: a bar at the top is `width` wide and `length` high.
     BaVec2d<double> const size =
         isHorizontal() ? BaVec2d<double>(width_, length) : BaVec2d<double>(length, width_);
     return size + BaVec2d<double>(border_.getWidth(), border_.getWidth());
@@ -83,11 +84,8 @@ void ColorBar::draw(Painter *painter, BaVec2d<double> const &position, BaVec2d<d
                value_ < 0.0 ? SYMBOL_MINUS : SYMBOL_PLUS, rotation);
 }
 
-double ColorBar::computeValueLength(double length) const
+double ColorBar::computeValueLength(double length, double largest) const
 {
-    double const largest = std::max(std::abs(range_.x), std::abs(range_.y));
-    if (largest == 0.0)
-        return 0.0;
     double const half = length * 0.5;
     double const valueLength = value_ / largest * half;
     return std::isnan(valueLength) ? 0.0 : std::clamp(valueLength, std::min(-half, half), std::max(-half, half));
@@ -95,9 +93,10 @@ double ColorBar::computeValueLength(double length) const
 
 void ColorBar::drawValue(Painter *painter, Strip const &strip, Rotation const &rotation) const
 {
-    double const valueLength = computeValueLength(strip.length);
-    if (!valueValid_ || valueLength == 0.0)
+    double const largest = std::max(std::abs(range_.x), std::abs(range_.y));
+    if (!valueValid_ || largest == 0.0)
         return;
+    double const valueLength = computeValueLength(strip.length, largest);
     double const begin = strip.length * 0.5 + std::min(valueLength, 0.0);
     painter->drawRect(strip.at(begin, 0.0), strip.vector(std::abs(valueLength), strip.thickness), LineStyle::null,
                       FillStyle(color_), rotation);

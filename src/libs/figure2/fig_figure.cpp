@@ -46,10 +46,14 @@ bool isLegend(Element::Type_t type)
     return type == Element::LEGEND;
 }
 
+bool isImageOrFrame(Element::Type_t type)
+{
+    return type == Element::IMAGE || type == Element::SNAPSHOT_FRAME;
+}
+
 bool isImageOrChart(Element::Type_t type)
 {
-    return type == Element::IMAGE || type == Element::SNAPSHOT_FRAME || type == Element::CHART ||
-           type == Element::GENERIC_CHART;
+    return isImageOrFrame(type) || type == Element::CHART || type == Element::GENERIC_CHART;
 }
 
 /// Image labels among them: they are visited twice, the second time to no effect unless their data has changed.
@@ -227,6 +231,24 @@ void Figure::draw(Painter *painter) const
     for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
         for (int step = 0; !it->draw(tokenInterface_, painter, step); ++step) {
         }
+    }
+}
+
+void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
+{
+    order->clear();
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
+        if (!it->getVisible())
+            continue;
+        if (it->getType() < Element::LINE || it->getType() > Element::SNAPSHOT_FRAME)
+            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                            "type does not belong to a figure element");
+        if (isImageOrFrame(it->getType()))
+            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                            "Image element cast failed");
+        // Image labels are reached through their image only.
+        if (!isImageLabel(it->getType()))
+            order->push_back(*it);
     }
 }
 

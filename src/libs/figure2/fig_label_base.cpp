@@ -319,7 +319,9 @@ void LabelBase::measureText()
         BaVec2d<double> offset;
         BaVec2d<double> size;
         computeAvailableBox(&offset, &size);
-        width = size.x;
+        // A box that was never given a width takes the text as it comes.
+        if (size.x > 0.0)
+            width = size.x;
     }
     Font const font = getFont();
     if (resolvedText_ == lastText_ && font == lastFont_ && width == measuredWidth_)
@@ -342,9 +344,8 @@ void LabelBase::renewTextCacheId()
     lastWidth_ = size.x;
 }
 
-void LabelBase::addColorBarSize(BaVec2d<double> *size)
+void LabelBase::addColorBarSize(BaVec2d<double> *size) const
 {
-    colorBarSize_ = colorBar_.computeMinimumSize();
     if (colorBar_.isHorizontal()) {
         size->x = std::max(size->x, colorBarSize_.x);
         size->y += getSpacing() + colorBarSize_.y;
@@ -358,6 +359,9 @@ BaVec2d<double> LabelBase::computeMinimumSize()
 {
     // The border counts whether it is drawn or not.
     BaVec2d<double> size(getBorder().getWidth(), getBorder().getWidth());
+    // The bar comes first: what it leaves is the width at which the text is wrapped.
+    if (colorBarVisible_)
+        colorBarSize_ = colorBar_.computeMinimumSize();
     measureText();
     size += resolvedTextSize_;
     renewTextCacheId();

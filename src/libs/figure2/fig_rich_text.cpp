@@ -139,7 +139,7 @@ QString colorOfMark(QString const &element)
     qsizetype const end = element.indexOf(QLatin1Char('>'), begin);
     while (begin < element.size() && (element[begin] == QLatin1Char('=') || element[begin] == QLatin1Char(' ')))
         ++begin;
-    return element.mid(begin, end < 0 ? -1 : std::max<qsizetype>(end - begin, 0)).trimmed();
+    return element.mid(begin, end < 0 ? -1 : std::max<qsizetype>(end - begin, 0));
 }
 
 QString hexadecimal(unsigned char byte)

@@ -19,6 +19,7 @@ namespace Zem::Measurement {
 namespace {
 
 constexpr qint64 MAX_FILE_SIZE = 1'000'000'000;
+constexpr std::size_t MAX_COLUMNS = 10'000; // each costs far more memory than its delimiter in the file
 
 class TableReader
 {
@@ -51,6 +52,9 @@ private:
 
     void readLeadingRows()
     {
+        if (width() > MAX_COLUMNS) {
+            source_.fail(QStringLiteral("the table has %1 columns, more than %2").arg(width()).arg(MAX_COLUMNS));
+        }
         bool const named = !layout_.hints.names.isEmpty();
         hasHeader_ = !layout_.commentHeader.empty() || options_.headerRow.value_or(!named && isHeaderRow(grid_));
         firstRow_ = hasHeader_ ? 1 : 0;
@@ -130,7 +134,9 @@ private:
         column.name = uniqueName(!given.isEmpty() ? given : !title.name.isEmpty() ? title.name : fallback);
         auto const unit = options_.columnUnits.find(column.name);
         column.unitText = unit != options_.columnUnits.end() ? unit->second : unitTextOf(index, title.unitText);
-        column.unit = findColumnUnit(column.name, column.unitText);
+        // In a header "1" only says that there is no unit; who gives it as a unit means that of strain.
+        bool const isStrain = unit != options_.columnUnits.end() && unit->second == QLatin1String("1");
+        column.unit = isStrain ? UnitData(uStrain) : findColumnUnit(column.name, column.unitText);
         table_.columns.push_back(std::move(column));
         indices_.push_back(index);
     }

@@ -153,8 +153,9 @@ char detectDelimiter(std::vector<std::string_view> const &lines)
             best = candidate;
         }
     }
-    // Dates and words hold blanks too: those separate columns only where that leaves nothing but data.
-    Candidate const blank = judge(lines, ' ');
+    // Dates and words hold blanks too: those separate columns only where that leaves nothing but data. The blanks of a
+    // header such as "force [kN]" tell nothing.
+    Candidate const blank = judge({lines.begin() + (lines.size() > 1 ? 1 : 0), lines.end()}, ' ');
     bool const onlyChoice = best.share < ENOUGH && blank.share >= ENOUGH;
     bool const cleaner = blank.data >= 1.0 && best.data < 1.0 && blank.share >= best.share;
     return onlyChoice || (cleaner && blank.share >= ENOUGH) ? ' ' : best.delimiter;

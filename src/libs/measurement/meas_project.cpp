@@ -5,6 +5,9 @@
 #include "meas_schema.h"
 #include "meas_sql.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
 #include <chrono>
 #include <limits>
 #include <optional>
@@ -20,9 +23,18 @@ struct Project::Revision
 };
 
 Project::Project(QString const &location, OpenMode_t mode)
-    : connection_(std::make_unique<SqlConnection>(location, mode))
 {
-    prepareSchema(*connection_, mode);
+    bool const mayMake = mode == OpenMode_t::CREATE && !QFileInfo::exists(location);
+    try {
+        connection_ = std::make_unique<SqlConnection>(location, mode);
+        prepareSchema(*connection_, mode);
+    } catch (...) {
+        connection_.reset();
+        if (mayMake && QFileInfo(location).size() == 0) { // unless another process has made it meanwhile
+            QFile::remove(location);
+        }
+        throw;
+    }
     revision_.reset(new Revision{connection_->prepare(QStringLiteral("SELECT change FROM zem_project")), 0, {}});
 }
 
@@ -86,6 +98,9 @@ std::vector<StageValue> Project::values(unsigned int stage) const
 ImportResult Project::importTable(CsvTable const &table, ImportOptions const &options)
 {
     SqlTransaction transaction(*connection_);
+    if (connection_->kind() == SqlKind_t::POSTGRESQL) {
+        connection_->execute(QStringLiteral("LOCK TABLE zem_project IN EXCLUSIVE MODE")); // one writer at a time
+    }
     ImportResult const result = TableImport(*connection_, table, options).run();
     transaction.commit();
     revision_->readAt.reset();

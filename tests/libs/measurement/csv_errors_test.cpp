@@ -71,6 +71,11 @@ TEST(CsvErrors, markupIsNoTable)
     EXPECT_EQ(errorOf("\n<ParameterList>\n</ParameterList>\n").substr(0, 19), "a.csv:2:1: this is ");
 }
 
+TEST(CsvErrors, moreColumnsThanAnyTableHasAreRefused)
+{
+    EXPECT_EQ(errorOf("a" + std::string(10'000, ',') + "b\n"), "a.csv: the table has 10001 columns, more than 10000");
+}
+
 TEST(CsvErrors, aMissingFileIsNamed)
 {
     try {

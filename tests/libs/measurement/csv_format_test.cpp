@@ -13,6 +13,15 @@ TEST(CsvDelimiter, commaIsDetected)
     EXPECT_EQ(table.used.delimiter, ',');
 }
 
+TEST(CsvDelimiter, blanksOfAHeaderDoNotSplitTheOnlyColumn)
+{
+    CsvTable const table = parse("force [kN]\n1.5\n2.5\n");
+
+    EXPECT_EQ(names(table), (Strings{"force"}));
+    EXPECT_EQ(numbers(table, "force"), (Numbers{1.5, 2.5}));
+    EXPECT_EQ(numbers(parse("force [kN]\n1\n"), "force"), (Numbers{1}));
+}
+
 TEST(CsvDelimiter, semicolonWithDecimalCommaIsDetected)
 {
     CsvTable const table = parse("a;b\n1,5;2,25\n3,5;4,75\n");

@@ -190,3 +190,14 @@ TEST(CsvTypeRow, isSkippedAndItsTextsMayHoldNumbers)
     EXPECT_EQ(integers(table, "year"), (Integers{2001, 2002, 2003}));
     EXPECT_EQ(table.lines[0], 3u);
 }
+
+TEST(CsvUnit, ofOneIsStrainWhenItIsGivenAndNoneInAHeader)
+{
+    CsvOptions options;
+    options.columnUnits["e"] = QStringLiteral("1");
+
+    CsvTable const table = parse("e,n [1]\n0.5,3.5\n", options);
+
+    EXPECT_EQ(table.columns[0].unit, Zem::UnitData(Zem::uStrain));
+    EXPECT_FALSE(table.columns[1].unit.hasUnit());
+}

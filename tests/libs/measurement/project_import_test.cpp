@@ -276,16 +276,11 @@ TEST_F(ProjectImport, onAFullDiskStoresNothing)
         big += std::to_string(row) + "," + std::string(200, 'z') + "\n";
     }
     CsvTable const table = parse(big);
-    // A limit for the size of files makes the system refuse to write, as a full disk does.
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    rlimit const tight{static_cast<rlim_t>(content(path()).size()), before.rlim_max};
-    auto *const handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &tight);
 
-    std::string const error = errorOf([&] { project.importTable(table); });
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    std::string const error = [&] {
+        FullDisk const full(static_cast<rlim_t>(content(path()).size()));
+        return errorOf([&] { project.importTable(table); });
+    }();
 
     EXPECT_TRUE(error.starts_with(path().toStdString() + ": ")) << error;
     EXPECT_EQ(valueOf(project, "a", 2), "2");

@@ -45,6 +45,16 @@ TEST_F(ProjectOpen, findsWhatWasStoredBefore)
     EXPECT_EQ(valueOf(project, "b", 2), "y");
 }
 
+TEST_F(ProjectOpen, canLiveInMemoryAlone)
+{
+    Project project(QStringLiteral(":memory:"), OpenMode_t::CREATE);
+    project.importTable(parse("a,b\n1,x\n"));
+
+    EXPECT_EQ(valueOf(project, "b", 1), "x");
+    EXPECT_TRUE(Project(QStringLiteral(":memory:"), OpenMode_t::CREATE).tokens().empty());
+    EXPECT_FALSE(QFileInfo::exists(QStringLiteral(":memory:")));
+}
+
 TEST_F(ProjectOpen, refusesAFileThatIsNotThere)
 {
     EXPECT_EQ(openError(OpenMode_t::READ), expected("there is no such file"));
@@ -62,6 +72,17 @@ TEST_F(ProjectOpen, refusesAPlaceThatIsNotThere)
 {
     EXPECT_NE(errorOf([this] { Project project(path("no/such/a.zem"), OpenMode_t::CREATE); }).find("unable to open"),
               std::string::npos);
+}
+
+TEST_F(ProjectOpen, leavesNothingHalfMadeOnAFullDisk)
+{
+    std::string const error = [this] {
+        FullDisk const full(100);
+        return openError(OpenMode_t::CREATE);
+    }();
+
+    EXPECT_TRUE(error.starts_with(expected(""))) << error;
+    EXPECT_FALSE(QFileInfo::exists(path()));
 }
 
 TEST_F(ProjectOpen, refusesAForeignFileAndLeavesItAlone)

@@ -1,0 +1,219 @@
+#include "figqt_png_encoder.h"
+
+#include "figqt_units.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <cstdint>
+#include <new>
+#include <thread>
+#include <vector>
+
+namespace Zem::Fig2Qt {
+
+namespace {
+
+constexpr char SIGNATURE[] = "\x89PNG\r\n\x1a\n";
+constexpr std::size_t STRIP_BYTES = 1U << 20U;
+constexpr char FILTER_NONE = 0;
+constexpr char FILTER_UP = 2;
+constexpr char GREY = 0;
+constexpr char RGB = 2;
+
+void appendWord(std::string *bytes, std::uint32_t value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes->push_back(static_cast<char>(value >> shift & 0xffU));
+}
+
+std::string chunk(std::string_view type, std::string_view data)
+{
+    std::string result;
+    result.reserve(data.size() + 12);
+    appendWord(&result, static_cast<std::uint32_t>(data.size()));
+    result += type;
+    result += data;
+    auto const *covered = reinterpret_cast<Bytef const *>(result.data() + 4);
+    appendWord(&result, static_cast<std::uint32_t>(crc32(0, covered, static_cast<uInt>(data.size() + 4))));
+    return result;
+}
+
+std::string header(QImage const &image, bool grey)
+{
+    std::string data;
+    appendWord(&data, static_cast<std::uint32_t>(image.width()));
+    appendWord(&data, static_cast<std::uint32_t>(image.height()));
+    data += {8, grey ? GREY : RGB, 0, 0, 0};
+    return chunk("IHDR", data);
+}
+
+std::string resolution(double dpi)
+{
+    auto const perMetre = static_cast<std::uint32_t>(std::lround(std::min(dpi * 1000.0 / MM_PER_INCH, 4e9)));
+    std::string data;
+    appendWord(&data, perMetre);
+    appendWord(&data, perMetre);
+    data += '\1';
+    return chunk("pHYs", data);
+}
+
+QRgb const *rowOf(QImage const &image, int y)
+{
+    return reinterpret_cast<QRgb const *>(image.constScanLine(y));
+}
+
+bool isGrey(QImage const &image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        QRgb const *row = rowOf(image, y);
+        std::uint32_t difference = 0;
+        for (int x = 0; x < image.width(); ++x)
+            difference |= (row[x] ^ row[x] >> 8U) & 0xffffU;
+        if (difference != 0)
+            return false;
+    }
+    return true;
+}
+
+/// The samples of a row, without a filter.
+void copyRow(QRgb const *row, int width, bool grey, unsigned char *to)
+{
+    if (grey) {
+        for (int x = 0; x < width; ++x)
+            to[x] = static_cast<unsigned char>(row[x]);
+        return;
+    }
+    for (int x = 0; x < width; ++x, to += 3) {
+        to[0] = static_cast<unsigned char>(row[x] >> 16U);
+        to[1] = static_cast<unsigned char>(row[x] >> 8U);
+        to[2] = static_cast<unsigned char>(row[x]);
+    }
+}
+
+/// Some rows of the picture, packed on their own so that several can be packed at once.
+class Strip
+{
+public:
+    Strip(QImage const &image, bool grey, PngCoding const &coding, int first, int last)
+        : image_(image), grey_(grey), coding_(coding), first_(first), last_(last)
+    {
+    }
+
+    /// `final` for the strip that ends the stream. Throws std::bad_alloc.
+    void pack(bool final)
+    {
+        std::string const rows = filteredRows();
+        size_ = rows.size();
+        checksum_ = static_cast<std::uint32_t>(
+            adler32(1, reinterpret_cast<Bytef const *>(rows.data()), static_cast<uInt>(rows.size())));
+        z_stream stream = {};
+        if (deflateInit2(&stream, coding_.level, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY) != Z_OK)
+            throw std::bad_alloc();
+        packed_.resize(deflateBound(&stream, static_cast<uLong>(rows.size())) + 16);
+        stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(rows.data()));
+        stream.avail_in = static_cast<uInt>(rows.size());
+        stream.next_out = reinterpret_cast<Bytef *>(packed_.data());
+        stream.avail_out = static_cast<uInt>(packed_.size());
+        deflate(&stream, final ? Z_FINISH : Z_SYNC_FLUSH);
+        packed_.resize(stream.total_out);
+        deflateEnd(&stream);
+    }
+
+    std::string takePacked() { return std::move(packed_); }
+    std::size_t getSize() const { return size_; }
+    std::uint32_t getChecksum() const { return checksum_; }
+
+private:
+    std::string filteredRows() const
+    {
+        std::size_t const length = static_cast<std::size_t>(image_.width()) * (grey_ ? 1 : 3);
+        std::vector<unsigned char> above(length, 0);
+        std::vector<unsigned char> row(length);
+        if (first_ > 0)
+            copyRow(rowOf(image_, first_ - 1), image_.width(), grey_, above.data());
+        bool const up = coding_.filter == PngCoding::Filter::UP;
+        std::string result(static_cast<std::size_t>(last_ - first_) * (length + 1), '\0');
+        char *to = result.data();
+        for (int y = first_; y < last_; ++y) {
+            copyRow(rowOf(image_, y), image_.width(), grey_, row.data());
+            *to++ = up ? FILTER_UP : FILTER_NONE;
+            for (std::size_t x = 0; x < length; ++x)
+                to[x] = static_cast<char>(up ? row[x] - above[x] : row[x]);
+            to += length;
+            above.swap(row);
+        }
+        return result;
+    }
+
+    QImage const &image_;
+    bool grey_;
+    PngCoding coding_;
+    int first_;
+    int last_;
+    std::string packed_;
+    std::size_t size_ = 0;
+    std::uint32_t checksum_ = 0;
+};
+
+std::vector<Strip> cutIntoStrips(QImage const &image, bool grey, PngCoding const &coding)
+{
+    std::size_t const rowBytes = static_cast<std::size_t>(image.width()) * (grey ? 1 : 3) + 1;
+    int const rows = static_cast<int>(std::max<std::size_t>(1, STRIP_BYTES / rowBytes));
+    std::vector<Strip> strips;
+    for (int first = 0; first < image.height(); first += rows)
+        strips.emplace_back(image, grey, coding, first, std::min(first + rows, image.height()));
+    return strips;
+}
+
+void packAll(std::vector<Strip> *strips, unsigned int threads)
+{
+    std::atomic<std::size_t> next = 0;
+    std::atomic<bool> failed = false;
+    auto const work = [&] {
+        for (std::size_t i = next++; i < strips->size(); i = next++) {
+            try {
+                (*strips)[i].pack(i + 1 == strips->size());
+            } catch (std::bad_alloc const &) {
+                failed = true;
+            }
+        }
+    };
+    unsigned int const count = threads ? threads : std::max(1U, std::thread::hardware_concurrency());
+    std::vector<std::jthread> helpers;
+    for (unsigned int i = 1; i < std::min<std::size_t>(count, strips->size()); ++i)
+        helpers.emplace_back(work);
+    work();
+    helpers.clear();
+    if (failed)
+        throw std::bad_alloc();
+}
+
+} // namespace
+
+void encodePng(QImage const &image, double dpi, PngCoding const &coding,
+               std::function<void(std::string_view)> const &write)
+{
+    bool const grey = isGrey(image);
+    write(std::string_view(SIGNATURE, 8));
+    write(header(image, grey));
+    write(resolution(dpi));
+    std::vector<Strip> strips = cutIntoStrips(image, grey, coding);
+    packAll(&strips, coding.threads);
+    auto checksum = static_cast<std::uint32_t>(adler32(0, nullptr, 0));
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        checksum = static_cast<std::uint32_t>(
+            adler32_combine(checksum, strips[i].getChecksum(), static_cast<z_off_t>(strips[i].getSize())));
+        std::string data = i == 0 ? std::string("\x78\x01") : std::string();
+        data += strips[i].takePacked();
+        if (i + 1 == strips.size())
+            appendWord(&data, checksum);
+        write(chunk("IDAT", data));
+    }
+    write(chunk("IEND", {}));
+}
+
+} // namespace Zem::Fig2Qt

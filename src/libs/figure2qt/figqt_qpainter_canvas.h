@@ -1,0 +1,35 @@
+// figqt_qpainter_canvas.h: a canvas on a QPainter.
+#pragma once
+
+#include "figqt_canvas.h"
+
+class QPainter;
+
+namespace Zem::Fig2Qt {
+
+class QPainterCanvas : public Canvas
+{
+public:
+    /// `painter` is not owned.
+    QPainterCanvas(QPainter *painter, QTransform const &pageToDevice);
+    ~QPainterCanvas() override;
+
+    void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
+    void drawText(TextLayout const &layout, QTransform const &toPage) override;
+    void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
+                   QTransform const &toPage) override;
+    void pushClip(QPainterPath const &area) override;
+    void popClip() override;
+    /// A tenth of a millimetre, or a pixel where that is more.
+    double getHairline() const override { return hairline_; }
+
+private:
+    void strokeInPieces(QPainterPath const &path, Stroke const &stroke);
+    void strokeOnLayer(QPainterPath const &path, Stroke const &stroke);
+
+    QPainter *painter_;
+    QTransform const pageToDevice_;
+    double hairline_;
+};
+
+} // namespace Zem::Fig2Qt

@@ -1,0 +1,142 @@
+// Includes go down: from the command to the libraries, from the figure library to the platform, and inside the figure
+// library from documents to values.
+#include <gtest/gtest.h>
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QMap>
+#include <QtCore/QRegularExpression>
+
+#include <set>
+#include <string>
+
+namespace {
+
+/// A folder of the house and the folders that its files may include from.
+struct Room
+{
+    QString folder;
+    std::set<QString> below;
+};
+
+std::vector<Room> const &rooms()
+{
+    static std::vector<Room> const all = [] {
+        std::set<QString> const ground{"platform/zem", "platform/math"};
+        std::set<QString> const platform{"platform/zem",   "platform/math",   "platform/io",
+                                         "platform/parse", "platform/object", "platform/token"};
+        auto const with = [](std::set<QString> rooms, std::set<QString> const &more) {
+            rooms.insert(more.begin(), more.end());
+            return rooms;
+        };
+        std::set<QString> const figure = with(platform, {"src/libs/figure2"});
+        return std::vector<Room>{{"platform/zem", {}},
+                                 {"platform/math", {}},
+                                 {"platform/io", ground},
+                                 {"platform/parse", ground},
+                                 {"platform/object", with(ground, {"platform/io", "platform/parse"})},
+                                 {"platform/token", with(ground, {"platform/io", "platform/parse"})},
+                                 {"src/libs/figure2", platform},
+                                 {"src/libs/figure2qt", figure},
+                                 {"src/libs/measurement", figure},
+                                 {"src/apps/zemfig", with(figure, {"src/libs/figure2qt", "src/libs/measurement"})}};
+    }();
+    return all;
+}
+
+QString const ROOT = QStringLiteral(ZEM_SOURCE_DIR "/");
+
+QStringList sourcesOf(QString const &folder)
+{
+    QStringList files;
+    for (QDirIterator it(ROOT + folder, {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+        files += it.next();
+    return files;
+}
+
+QString contentOf(QString const &file)
+{
+    QFile input(file);
+    EXPECT_TRUE(input.open(QIODevice::ReadOnly)) << file.toStdString();
+    return QString::fromUtf8(input.readAll());
+}
+
+QStringList includesOf(QString const &content)
+{
+    static QRegularExpression const form(QStringLiteral("^#include [<\"]([^>\"]+)[>\"]"),
+                                         QRegularExpression::MultilineOption);
+    QStringList names;
+    for (QRegularExpressionMatch const &match : form.globalMatch(content))
+        names += match.captured(1);
+    return names;
+}
+
+/// Where each header of the project lives, by its file name.
+QMap<QString, QString> const &homes()
+{
+    static QMap<QString, QString> const all = [] {
+        QMap<QString, QString> found;
+        for (Room const &room : rooms()) {
+            for (QString const &file : sourcesOf(room.folder))
+                found[QFileInfo(file).fileName()] = room.folder;
+        }
+        return found;
+    }();
+    return all;
+}
+
+TEST(Includes, goDownBetweenTheLibraries)
+{
+    for (Room const &room : rooms()) {
+        QStringList const files = sourcesOf(room.folder);
+        EXPECT_FALSE(files.isEmpty()) << room.folder.toStdString();
+        for (QString const &file : files) {
+            for (QString const &name : includesOf(contentOf(file))) {
+                QString const home = homes().value(name);
+                EXPECT_TRUE(home.isEmpty() || home == room.folder || room.below.contains(home))
+                    << file.toStdString() << " includes " << name.toStdString() << " of " << home.toStdString();
+            }
+        }
+    }
+}
+
+TEST(Includes, ofTheFigureLibraryAndThePlatformStayWithinTheCoreOfQt)
+{
+    for (Room const &room : rooms()) {
+        if (!room.folder.startsWith("platform/") && room.folder != "src/libs/figure2")
+            continue;
+        for (QString const &file : sourcesOf(room.folder)) {
+            for (QString const &name : includesOf(contentOf(file))) {
+                EXPECT_FALSE(name.startsWith(QLatin1Char('Q')) && !name.startsWith("QtCore/"))
+                    << file.toStdString() << " includes " << name.toStdString();
+            }
+        }
+    }
+}
+
+TEST(Includes, goDownBetweenTheLayersOfTheFigureLibrary)
+{
+    static QStringList const layers{"values", "streams", "painting", "tokens", "services", "element", "labels", "document"};
+    static QRegularExpression const form(QStringLiteral("// Layer: ([a-z]+)"));
+    QMap<QString, qsizetype> layerOf;
+    for (QString const &file : sourcesOf("src/libs/figure2")) {
+        if (!file.endsWith(".h"))
+            continue;
+        QString const name = QFileInfo(file).fileName();
+        QString const layer = form.match(contentOf(file)).captured(1);
+        EXPECT_TRUE(layers.contains(layer)) << name.toStdString() << " names the layer '" << layer.toStdString() << "'";
+        layerOf[name] = layers.indexOf(layer);
+    }
+    for (QString const &file : sourcesOf("src/libs/figure2")) {
+        QString const name = QFileInfo(file).fileName();
+        if (!layerOf.contains(name))
+            continue;
+        for (QString const &included : includesOf(contentOf(file))) {
+            bool const goesUp = layerOf.contains(included) && layerOf[included] > layerOf[name];
+            EXPECT_FALSE(goesUp) << name.toStdString() << " includes " << included.toStdString();
+        }
+    }
+}
+
+} // namespace

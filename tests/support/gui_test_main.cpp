@@ -1,0 +1,12 @@
+#include <gtest/gtest.h>
+
+#include <QtGui/QGuiApplication>
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("TZ", "UTC");
+    testing::InitGoogleTest(&argc, argv);
+    QGuiApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
