@@ -11,10 +11,8 @@ namespace Zem::Fig2 {
 namespace {
 
 using Support::progError;
-using Support::RecordingPainter;
 using Support::TestTokens;
 using Support::text;
-using Elements = std::vector<Element *>;
 
 TEST(FigureDefaults, areAnEmptyWhitePage)
 {

@@ -15,7 +15,6 @@ using Support::progError;
 using Support::RecordingPainter;
 using Support::TestTokens;
 using Support::text;
-using Elements = std::vector<Element *>;
 
 TEST(FigureUpdate, withoutTokenInterfaceDoesNothingAndKeepsTheWishForTheWholePage)
 {

@@ -1,5 +1,6 @@
 #include "tree_builders.h"
 
+#include <RecordingPainter.h>
 #include <ZemFig2Figure.h>
 
 #include <ZemScriptObject.h>
