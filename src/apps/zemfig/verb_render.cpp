@@ -5,9 +5,10 @@
 #include "page_source.h"
 
 #include <ZemFig2QtCalculator.h>
-#include <ZemFig2QtOutput.h>
+#include <ZemFig2QtPageWriter.h>
 
 #include <memory>
+#include <utility>
 
 namespace Zem::Zemfig {
 
@@ -87,43 +88,46 @@ QString numbered(QString const &output, StageIdentifier const &stage, Pages cons
         .arg(output.mid(dot));
 }
 
-void renderPdf(Pages *pages, QString const &output)
+/// All stages as pages of one file, or a file for each of them.
+void renderPages(Pages *pages, QString const &output, PageOptions const &options)
 {
-    PdfOutput pdf;
+    bool const oneFile = output.endsWith(QLatin1StringView(".pdf"), Qt::CaseInsensitive);
+    std::unique_ptr<PageWriter> writer;
     Progress progress(static_cast<int>(pages->stages.size()));
     for (StageIdentifier const &stage : pages->stages) {
-        pdf.addPage(pages->at(stage));
+        if (!writer)
+            writer = createPageWriter(oneFile ? output : numbered(output, stage, *pages), options);
+        drawPage(pages->at(stage), writer.get());
+        if (!oneFile)
+            std::exchange(writer, nullptr)->close();
         progress.advance();
     }
-    writeFile(output, pdf.finish());
+    if (writer)
+        writer->close();
 }
 
-/// One file for each stage.
-template <class RenderPage>
-void renderFiles(Pages *pages, QString const &output, RenderPage const &renderPage)
+void requireKnownEnding(QString const &output)
 {
-    Progress progress(static_cast<int>(pages->stages.size()));
-    for (StageIdentifier const &stage : pages->stages) {
-        writeFile(numbered(output, stage, *pages), renderPage(pages->at(stage)));
-        progress.advance();
+    for (char const *ending : {".pdf", ".png", ".svg"}) {
+        if (output.endsWith(QLatin1StringView(ending), Qt::CaseInsensitive))
+            return;
     }
+    throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
 }
 
 void render(Arguments const &arguments)
 {
     QString const output = QString::fromStdString(arguments.output);
-    QString const ending = output.mid(output.lastIndexOf(QLatin1Char('.')) + 1).toLower();
-    if (ending != QLatin1StringView("pdf") && ending != QLatin1StringView("png"))
-        throw UsageError(QStringLiteral("'%1' ends in neither .pdf nor .png").arg(output));
+    requireKnownEnding(output);
     QtCalculator const calculator;
     Pages pages = openPages(arguments);
-    if (ending == QLatin1StringView("pdf")) {
-        renderPdf(&pages, output);
-        return;
+    PageOptions options;
+    options.dpi = arguments.dpi;
+    try {
+        renderPages(&pages, output, options);
+    } catch (OutputError const &error) {
+        throw OutputFailure(error.getText());
     }
-    TextLayoutCache layouts(20000);
-    renderFiles(&pages, output,
-                [&](Figure const &figure) { return renderPng(figure, arguments.dpi, &layouts); });
 }
 
 } // namespace

@@ -6,10 +6,13 @@
 #include "figqt_page_check.h"
 
 #include <ZemFig2Figure.h>
+#include <ZemFig2LabelBase.h>
 #include <ZemFig2Painter.h>
 #include <ZemTranslate.h>
 
 #include <QtCore/QFileInfo>
+
+#include <vector>
 
 namespace Zem::Fig2Qt {
 
@@ -64,9 +67,31 @@ std::unique_ptr<PageWriter> createPageWriter(QString const &fileName, PageOption
     throw OutputError(text("%1: the name must end in .pdf, .png or .svg").arg(fileName));
 }
 
+namespace {
+
+/// What is hidden stays off the page: Figure::draw leaves that to its callers.
+void drawVisible(Fig2::Figure const &figure, Fig2::Painter *painter)
+{
+    std::vector<Fig2::Element const *> order;
+    figure.computeRenderingOrder(&order);
+    for (Fig2::Element const *element : order) {
+        if (auto const *label = dynamic_cast<Fig2::LabelBase const *>(element))
+            label->drawConnectorLine(painter);
+    }
+    for (Fig2::Element const *element : order) {
+        for (int step = 0; !element->draw(figure.getTokenInterface(), painter, step); ++step) {
+        }
+    }
+}
+
+} // namespace
+
 void drawPage(Fig2::Figure const &figure, PageWriter *writer)
 {
-    figure.draw(&writer->beginPage(figure.getSize()));
+    Fig2::Painter &painter = writer->beginPage(figure.getSize());
+    figure.drawBackground(&painter);
+    if (figure.getTokenInterface())
+        drawVisible(figure, &painter);
 }
 
 } // namespace Zem::Fig2Qt

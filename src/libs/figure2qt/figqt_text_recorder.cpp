@@ -117,8 +117,12 @@ int TextDevice::metric(PaintDeviceMetric metric) const
         return UNITS_PER_INCH;
     case PdmDepth:
         return 32;
+    case PdmDevicePixelRatio:
+        return 1;
+    case PdmDevicePixelRatioScaled:
+        return static_cast<int>(devicePixelRatioFScale());
     default:
-        return QPaintDevice::metric(metric);
+        return 0;
     }
 }
 
