@@ -78,8 +78,7 @@ Element::Element(Element const &other)
       appliedFont_(other.appliedFont_), useSystemFont_(other.useSystemFont_), fontColor_(other.fontColor_),
       highlighted_(other.highlighted_), highlightColor_(other.highlightColor_),
       pivotAlignmentX_(other.pivotAlignmentX_), pivotAlignmentY_(other.pivotAlignmentY_), margin_(other.margin_),
-      spacing_(other.spacing_), blockVersion_(other.blockVersion_),
-      temporarilyInvisible_(other.temporarilyInvisible_)
+      spacing_(other.spacing_), blockVersion_(other.blockVersion_), temporarilyInvisible_(other.temporarilyInvisible_)
 {
     updateId();
     createScriptObject();
@@ -307,8 +306,7 @@ bool Element::hasAttributes(ElementAttributes const &attributes) const
         return true;
     auto const used = [&attributes](QLatin1StringView name) { return attributes.isUsed(name); };
     return (used(ElementAttributes::ALIGNMENT) && hasPivotAlignment()) ||
-           (used(ElementAttributes::ANGLE) && hasAngle()) ||
-           (used(ElementAttributes::BACKGROUND) && hasBackground()) ||
+           (used(ElementAttributes::ANGLE) && hasAngle()) || (used(ElementAttributes::BACKGROUND) && hasBackground()) ||
            (used(ElementAttributes::BORDER) && hasBorder()) || (used(ElementAttributes::FONT) && hasFont()) ||
            (used(ElementAttributes::FONT_COLOR) && hasFontColor()) ||
            (used(ElementAttributes::MARGIN) && hasMargin()) || (used(ElementAttributes::SPACING) && hasSpacing()) ||

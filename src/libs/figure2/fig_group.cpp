@@ -370,9 +370,8 @@ bool Group::isTokenUsed(QString const &) const
 
 bool Group::isDataValid(StageIdentifier const &stage, FigureTokenInterface const *tokens) const
 {
-    return std::all_of(children_.begin(), children_.end(), [&](Element const *child) {
-        return child->isValid() && child->isDataValid(stage, tokens);
-    });
+    return std::all_of(children_.begin(), children_.end(),
+                       [&](Element const *child) { return child->isValid() && child->isDataValid(stage, tokens); });
 }
 
 Polygon2d Group::computeCoveredPolygon(bool includeBorder) const

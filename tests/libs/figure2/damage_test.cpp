@@ -36,9 +36,9 @@ std::string everything()
     polygon->setPolygon(Polygon2d({{0, 0}, {10, 0}, {10, 10}}, true));
     label->setText("force $5.1[kN]force$");
     label->setColorBarVisible(true);
-    for (Element *element : {static_cast<Element *>(source), static_cast<Element *>(new Line),
-                             static_cast<Element *>(new Ellipse), static_cast<Element *>(polygon),
-                             static_cast<Element *>(group)})
+    for (Element *element :
+         {static_cast<Element *>(source), static_cast<Element *>(new Line), static_cast<Element *>(new Ellipse),
+          static_cast<Element *>(polygon), static_cast<Element *>(group)})
         figure.getRoot()->addChild(element);
     group->addChild(label);
     group->addChild(inner);

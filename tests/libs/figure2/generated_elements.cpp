@@ -15,9 +15,9 @@ namespace {
 
 double number()
 {
-    double const any = *rc::gen::oneOf(rc::gen::cast<double>(rc::gen::inRange(-1000, 1000)),
-                                       rc::gen::arbitrary<double>(),
-                                       rc::gen::element(0.1, 1.0 / 3.0, 1e-300, 5e-324, 1.7976931348623157e308));
+    double const any =
+        *rc::gen::oneOf(rc::gen::cast<double>(rc::gen::inRange(-1000, 1000)), rc::gen::arbitrary<double>(),
+                        rc::gen::element(0.1, 1.0 / 3.0, 1e-300, 5e-324, 1.7976931348623157e308));
     // No negative zero: moving a line by nothing makes it positive.
     return any + 0.0;
 }
@@ -55,8 +55,8 @@ Color color()
 /// Words, blanks, quotes, line ends, letters of other scripts, nothing.
 QString word()
 {
-    auto const pieces = *rc::gen::container<std::vector<std::string>>(
-        rc::gen::element<std::string>("a", "B2", " ", "\"", "\\", "\n", "\t", "=", "ä", "力", "😀", "$", "<b>", "&", ";"));
+    auto const pieces = *rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>(
+        "a", "B2", " ", "\"", "\\", "\n", "\t", "=", "ä", "力", "😀", "$", "<b>", "&", ";"));
     std::string text;
     for (std::string const &piece : pieces)
         text += piece;
