@@ -1,11 +1,11 @@
-#include <benchmark/benchmark.h>
+#include <ZemFig2QtApplication.h>
 
-#include <QtCore/QCoreApplication>
+#include <benchmark/benchmark.h>
 
 int main(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
-    QCoreApplication application(argc, argv);
+    auto const application = Zem::Fig2Qt::ensureGuiApplication(argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -8,7 +8,6 @@
 #include <ZemFig2QtPageWriter.h>
 
 #include <memory>
-#include <utility>
 
 namespace Zem::Zemfig {
 
@@ -88,43 +87,45 @@ QString numbered(QString const &output, StageIdentifier const &stage, Pages cons
         .arg(output.mid(dot));
 }
 
-/// All stages as pages of one file, or a file for each of them.
-void renderPages(Pages *pages, QString const &output, PageOptions const &options)
+/// All stages in one file.
+void renderDocument(Pages *pages, QString const &output, PageOptions const &options)
 {
-    bool const oneFile = output.endsWith(QLatin1StringView(".pdf"), Qt::CaseInsensitive);
-    std::unique_ptr<PageWriter> writer;
+    std::unique_ptr<PageWriter> const writer = createPageWriter(output, options);
     Progress progress(static_cast<int>(pages->stages.size()));
     for (StageIdentifier const &stage : pages->stages) {
-        if (!writer)
-            writer = createPageWriter(oneFile ? output : numbered(output, stage, *pages), options);
         drawPage(pages->at(stage), writer.get());
-        if (!oneFile)
-            std::exchange(writer, nullptr)->close();
         progress.advance();
     }
-    if (writer)
-        writer->close();
+    writer->close();
 }
 
-void requireKnownEnding(QString const &output)
+/// One file for each stage.
+void renderFiles(Pages *pages, QString const &output, PageOptions const &options)
 {
-    for (char const *ending : {".pdf", ".png", ".svg"}) {
-        if (output.endsWith(QLatin1StringView(ending), Qt::CaseInsensitive))
-            return;
+    Progress progress(static_cast<int>(pages->stages.size()));
+    for (StageIdentifier const &stage : pages->stages) {
+        std::unique_ptr<PageWriter> const writer = createPageWriter(numbered(output, stage, *pages), options);
+        drawPage(pages->at(stage), writer.get());
+        writer->close();
+        progress.advance();
     }
-    throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
 }
 
 void render(Arguments const &arguments)
 {
     QString const output = QString::fromStdString(arguments.output);
-    requireKnownEnding(output);
+    QString const ending = output.mid(output.lastIndexOf(QLatin1Char('.')) + 1).toLower();
+    if (!QStringList{QStringLiteral("pdf"), QStringLiteral("png"), QStringLiteral("svg")}.contains(ending))
+        throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
     QtCalculator const calculator;
     Pages pages = openPages(arguments);
     PageOptions options;
     options.dpi = arguments.dpi;
     try {
-        renderPages(&pages, output, options);
+        if (ending == QLatin1StringView("pdf"))
+            renderDocument(&pages, output, options);
+        else
+            renderFiles(&pages, output, options);
     } catch (OutputError const &error) {
         throw OutputFailure(error.getText());
     }

@@ -63,4 +63,8 @@ std::unique_ptr<PageWriter> createPageWriter(QString const &fileName, PageOption
 /// Draws what is visible of the figure, which is up to date, on a page of its size.
 void drawPage(Fig2::Figure const &figure, PageWriter *writer);
 
+/// Draws the background, the connector lines and the visible elements of the figure, which is up to date. Without a
+/// token interface only the background.
+void drawPage(Fig2::Figure const &figure, Fig2::Painter *painter);
+
 } // namespace Zem::Fig2Qt

@@ -47,8 +47,6 @@ public:
     /// Narrows what follows to the area, by its fill rule, until the matching popClip.
     virtual void pushClip(QPainterPath const &area) = 0;
     virtual void popClip() = 0;
-    /// The width in which the thinnest line is drawn.
-    virtual double getHairline() const = 0;
 };
 
 } // namespace Zem::Fig2Qt

@@ -69,6 +69,18 @@ bool FontFace::isComplete(ShapedText const &shape) const
     return true;
 }
 
+double FontFace::getOverhang(ShapedText const &shape)
+{
+    if (shape.glyphs.size() != 1 || !isComplete(shape))
+        return 0.0;
+    quint32 const glyph = shape.glyphs[0].glyphIndexes().last();
+    auto const [it, isNew] = overhangs_.try_emplace(glyph, 0.0);
+    if (isNew)
+        it->second = std::max(0.0, rawFont_.boundingRect(glyph).right() -
+                                       rawFont_.advancesForGlyphIndexes(QList<quint32>{glyph}).first().x());
+    return it->second;
+}
+
 std::size_t FontFace::pairOf(QChar first, QChar second) const
 {
     return static_cast<std::size_t>(first.unicode() - FIRST) * COUNT +

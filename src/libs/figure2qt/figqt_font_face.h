@@ -36,6 +36,8 @@ public:
     std::shared_ptr<ShapedText const> shape(QString const &text, bool rightToLeft = false);
     /// Whether all glyphs come from this font and none from a substitute.
     bool isComplete(ShapedText const &shape) const;
+    /// How far the last glyph reaches beyond its advance, as slanted ones do; 0 for a shape of several fonts.
+    double getOverhang(ShapedText const &shape);
 
 private:
     struct Glyph
@@ -59,6 +61,7 @@ private:
     double underlinePosition_;
     double lineWidth_;
     std::vector<Glyph> glyphs_;
+    std::unordered_map<quint32, double> overhangs_;
     std::vector<float> pairAdvances_; // advance of the first glyph before the second; negative when unknown
     GenerationCache<QString, std::shared_ptr<ShapedText const>, StringHash> shapes_;
 };

@@ -183,12 +183,22 @@ public:
         }
         finishText();
         // Elements left open, and a text of nothing, follow rules of their own.
-        return styles_.size() == 1 && !lines_.back().empty();
+        return styles_.size() == 1 && !lines_.back().empty() &&
+               std::none_of(lines_.begin(), lines_.end(), isDecoratedMixture);
     }
 
     std::vector<MarkupLine> takeLines() { return std::move(lines_); }
 
 private:
+    /// A line under several fonts takes its place and width from all of them.
+    static bool isDecoratedMixture(MarkupLine const &line)
+    {
+        auto const decorated = [](MarkupPiece const &piece) {
+            return piece.style.font.underline() || piece.style.font.strikeOut();
+        };
+        return line.size() > 1 && std::any_of(line.begin(), line.end(), decorated);
+    }
+
     /// html, body and a single paragraph around everything add nothing to a text.
     void skipFrame()
     {
@@ -239,8 +249,8 @@ private:
     bool breakLine()
     {
         finishText();
-        // The height of an empty line depends on the format of the break.
-        if (lines_.back().empty() || styles_.size() != 1)
+        // The height of an empty line depends on the format of the break, and blanks before it have no width.
+        if (lines_.back().empty() || styles_.size() != 1 || lines_.back().back().text.endsWith(QLatin1Char(' ')))
             return false;
         lines_.emplace_back();
         collapse_ = true;

@@ -127,7 +127,7 @@ PagePainter::~PagePainter() noexcept(false) = default;
 
 void PagePainter::drawOutlineAndFill(QPainterPath const &path, LineStyle const &line, FillStyle const &fill)
 {
-    auto const stroke = toStroke(line, state_->scale, canvas_->getHairline());
+    auto const stroke = toStroke(line, state_->scale);
     bool const filled = fill.getFilled() && fill.getColor().getAlpha() > 0;
     if (state_->usable && !path.isEmpty() && (stroke || filled))
         canvas_->drawPath(path, stroke ? &*stroke : nullptr, filled ? &fill.getColor() : nullptr);

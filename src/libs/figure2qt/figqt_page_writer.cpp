@@ -12,8 +12,6 @@
 
 #include <QtCore/QFileInfo>
 
-#include <vector>
-
 namespace Zem::Fig2Qt {
 
 namespace {
@@ -67,11 +65,17 @@ std::unique_ptr<PageWriter> createPageWriter(QString const &fileName, PageOption
     throw OutputError(text("%1: the name must end in .pdf, .png or .svg").arg(fileName));
 }
 
-namespace {
-
-/// What is hidden stays off the page: Figure::draw leaves that to its callers.
-void drawVisible(Fig2::Figure const &figure, Fig2::Painter *painter)
+void drawPage(Fig2::Figure const &figure, PageWriter *writer)
 {
+    drawPage(figure, &writer->beginPage(figure.getSize()));
+}
+
+void drawPage(Fig2::Figure const &figure, Fig2::Painter *painter)
+{
+    figure.drawBackground(painter);
+    Fig2::FigureTokenInterface const *tokens = figure.getTokenInterface();
+    if (!tokens)
+        return;
     std::vector<Fig2::Element const *> order;
     figure.computeRenderingOrder(&order);
     for (Fig2::Element const *element : order) {
@@ -79,19 +83,9 @@ void drawVisible(Fig2::Figure const &figure, Fig2::Painter *painter)
             label->drawConnectorLine(painter);
     }
     for (Fig2::Element const *element : order) {
-        for (int step = 0; !element->draw(figure.getTokenInterface(), painter, step); ++step) {
+        for (int step = 0; !element->draw(tokens, painter, step); ++step) {
         }
     }
-}
-
-} // namespace
-
-void drawPage(Fig2::Figure const &figure, PageWriter *writer)
-{
-    Fig2::Painter &painter = writer->beginPage(figure.getSize());
-    figure.drawBackground(&painter);
-    if (figure.getTokenInterface())
-        drawVisible(figure, &painter);
 }
 
 } // namespace Zem::Fig2Qt

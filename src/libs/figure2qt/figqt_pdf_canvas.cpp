@@ -30,7 +30,7 @@ PdfCanvas::PdfCanvas(PdfFile *file, PdfFonts *fonts, double height) : file_(file
     content_ += "0 0 ";
     number(-POINTS_PER_MM, 9);
     content_ += "0 ";
-    number(height * POINTS_PER_MM);
+    number(std::floor(height * POINTS_PER_MM * 1e4) / 1e4); // as the page box
     content_ += "cm 4 M\n"; // 4: MITER_LIMIT
 }
 

@@ -31,7 +31,6 @@ public:
                    QTransform const &toPage) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
-    double getHairline() const override { return 0.1; }
 
 private:
     /// What the file's graphics state holds, so that only changes are written.

@@ -8,6 +8,7 @@
 #include "figqt_units.h"
 #include "figqt_writer_painter.h"
 
+#include <cmath>
 #include <utility>
 
 namespace Zem::Fig2Qt {
@@ -17,10 +18,11 @@ namespace {
 // The format's limit of 14,400 points, a little over 5 m.
 constexpr double LARGEST_PAGE = 5080.0;
 
+/// Cut off, not rounded: the slightest excess makes programs that show PDF add a column of pixels.
 std::string points(double millimetres)
 {
     std::string result;
-    appendNumber(&result, millimetres * 72.0 / MM_PER_INCH, 4);
+    appendNumber(&result, std::floor(millimetres * 72.0 / MM_PER_INCH * 1e4) / 1e4, 4);
     return result;
 }
 

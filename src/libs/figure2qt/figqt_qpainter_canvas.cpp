@@ -8,14 +8,11 @@
 #include <QtGui/QPen>
 
 #include <algorithm>
-#include <cmath>
-#include <numeric>
 
 namespace Zem::Fig2Qt {
 
 namespace {
 
-constexpr double THINNEST_LINE = 0.1;
 constexpr qsizetype PIECE = 16;
 
 QPen penOf(Stroke const &stroke)
@@ -58,8 +55,6 @@ QLinearGradient gradientOf(QRectF const &rect, bool vertical, std::vector<Color>
 QPainterCanvas::QPainterCanvas(QPainter *painter, QTransform const &pageToDevice)
     : painter_(painter), pageToDevice_(pageToDevice * painter->transform())
 {
-    double const pixelsPerMM = std::sqrt(std::abs(pageToDevice_.determinant()));
-    hairline_ = std::max(THINNEST_LINE, pixelsPerMM > 0.0 ? 1.0 / pixelsPerMM : 0.0);
     painter_->save();
     painter_->setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
     painter_->setTransform(pageToDevice_);

@@ -20,8 +20,6 @@ public:
                    QTransform const &toPage) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
-    /// A tenth of a millimetre, or a pixel where that is more.
-    double getHairline() const override { return hairline_; }
 
 private:
     void strokeInPieces(QPainterPath const &path, Stroke const &stroke);
@@ -29,7 +27,6 @@ private:
 
     QPainter *painter_;
     QTransform const pageToDevice_;
-    double hairline_;
 };
 
 } // namespace Zem::Fig2Qt

@@ -30,13 +30,13 @@ std::vector<double> patternOf(LineStyle::Style style)
 
 } // namespace
 
-std::optional<Stroke> toStroke(LineStyle const &style, double scale, double hairline)
+std::optional<Stroke> toStroke(LineStyle const &style, double scale)
 {
     if (style.getStyle() == LineStyle::STYLE_NONE || style.getColor().getAlpha() == 0 ||
-        !std::isfinite(style.getWidth()))
+        !std::isfinite(style.getWidth() * scale))
         return std::nullopt;
     Stroke stroke;
-    stroke.width = std::clamp(style.getWidth() * scale, hairline, WIDEST_LINE);
+    stroke.width = style.getWidth() > 0.0 ? std::min(style.getWidth() * scale, WIDEST_LINE) : HAIRLINE;
     stroke.color = style.getColor();
     stroke.round = style.getCapStyle() == LineStyle::CAP_ROUND;
     stroke.dashes = patternOf(style.getStyle());

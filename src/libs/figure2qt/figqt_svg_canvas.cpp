@@ -82,6 +82,13 @@ QString printable(QString const &text)
     return result;
 }
 
+/// With what a viewer without the font should take.
+QString familyList(QString family)
+{
+    family.remove(QLatin1Char('\''));
+    return QStringLiteral("'%1',sans-serif").arg(printable(family));
+}
+
 /// Where a word begins within its text, and where its place is on the base line, in text units.
 struct Word
 {
@@ -169,18 +176,21 @@ void SvgCanvas::drawText(TextLayout const &layout, QTransform const &toPage)
 {
     xml_->writeStartElement(QStringLiteral("g"));
     attribute("transform", matrixOf(QTransform::fromScale(1.0 / MM_PER_UNIT, 1.0 / MM_PER_UNIT) * toPage));
+    // What most runs share is said once.
+    QString const family = layout.runs.empty() ? QString() : layout.runs.front().font.family();
+    attribute("font-family", familyList(family));
+    attribute("xml:space", QStringLiteral("preserve"));
     for (TextShape const &shape : layout.shapes)
         drawShape(shape);
     for (TextRun const &run : layout.runs)
-        drawRun(run);
+        drawRun(run, family);
     xml_->writeEndElement();
 }
 
-void SvgCanvas::writeFont(TextRun const &run)
+void SvgCanvas::writeFont(TextRun const &run, QString const &groupFamily)
 {
-    QString family = run.font.family();
-    family.remove(QLatin1Char('\''));
-    attribute("font-family", QStringLiteral("'%1',sans-serif").arg(printable(family)));
+    if (run.font.family() != groupFamily)
+        attribute("font-family", familyList(run.font.family()));
     attribute("font-size", run.font.pixelSize() * MM_PER_UNIT);
     if (run.font.weight() != QFont::Normal)
         attribute("font-weight", QString::number(run.font.weight()));
@@ -188,15 +198,14 @@ void SvgCanvas::writeFont(TextRun const &run)
         attribute("font-style", QStringLiteral("italic"));
 }
 
-void SvgCanvas::drawRun(TextRun const &run)
+void SvgCanvas::drawRun(TextRun const &run, QString const &groupFamily)
 {
     if (run.text.isEmpty())
         return;
     xml_->writeStartElement(QStringLiteral("text"));
     attribute("y", run.position.y() * MM_PER_UNIT);
-    writeFont(run);
+    writeFont(run, groupFamily);
     color("fill", "fill-opacity", run.color);
-    attribute("xml:space", QStringLiteral("preserve"));
     if (run.rightToLeft)
         attribute("direction", QStringLiteral("rtl"));
     drawWords(run);

@@ -22,16 +22,15 @@ public:
                    QTransform const &toPage) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
-    double getHairline() const override { return 0.1; }
 
 private:
     void attribute(char const *name, QString const &value);
     void attribute(char const *name, double value);
     void color(char const *name, char const *opacityName, Color const &color);
     void writeStroke(Stroke const &stroke);
-    void writeFont(TextRun const &run);
+    void writeFont(TextRun const &run, QString const &groupFamily);
     void drawShape(TextShape const &shape);
-    void drawRun(TextRun const &run);
+    void drawRun(TextRun const &run, QString const &groupFamily);
     void drawWords(TextRun const &run);
 
     QXmlStreamWriter *xml_;

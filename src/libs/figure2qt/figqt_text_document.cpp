@@ -3,6 +3,7 @@
 #include "figqt_text_engine.h"
 
 #include <QtGui/QAbstractTextDocumentLayout>
+#include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
 #include <QtGui/QTextBlock>
@@ -30,7 +31,11 @@ public:
     }
 
 protected:
-    QVariant loadResource(int, QUrl const &) override { return {}; }
+    /// Without any picture, the layout would look for a file of that name itself.
+    QVariant loadResource(int type, QUrl const &) override
+    {
+        return type == ImageResource ? QVariant(QImage(1, 1, QImage::Format_RGB32)) : QVariant();
+    }
 };
 
 /// All sizes in text units: Qt reduces a script to whole points, and takes pixels as those of the device.
@@ -40,7 +45,7 @@ bool unifySize(QTextCharFormat *format)
     if (!points && !format->hasProperty(QTextFormat::FontPixelSize))
         return false;
     double const size = points ? format->fontPointSize() * UNITS_PER_POINT
-                               : format->doubleProperty(QTextFormat::FontPixelSize) * UNITS_PER_CSS_PIXEL;
+                               : format->intProperty(QTextFormat::FontPixelSize) * UNITS_PER_CSS_PIXEL;
     format->clearProperty(QTextFormat::FontPointSize);
     format->setProperty(QTextFormat::FontPixelSize, toFontUnits(size));
     return true;

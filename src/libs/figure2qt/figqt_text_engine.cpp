@@ -168,6 +168,8 @@ void TextEngine::addLine(MarkupLine const &line, TextLayout *layout)
         x += run.width;
         layout->runs.push_back(std::move(run));
     }
+    TextRun const &last = layout->runs.back();
+    x += fonts_.getFace(last.font).getOverhang(*last.shape);
     layout->width = std::max(layout->width, x);
     layout->height += height.total();
 }

@@ -122,7 +122,7 @@ int TextDevice::metric(PaintDeviceMetric metric) const
     case PdmDevicePixelRatioScaled:
         return static_cast<int>(devicePixelRatioFScale());
     default:
-        return 0;
+        return 0; // Qt works out the rest from these
     }
 }
 
