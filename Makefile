@@ -7,7 +7,9 @@ all: setup
 	cmake --preset release
 	cmake --build --preset release -j$(JOBS)
 
-report: all
+report: setup
+	cmake --preset release
+	cmake --build --preset release -j$(JOBS) --target zemfig
 	examples/render.sh build/release/bin/zemfig out
 
 test: all

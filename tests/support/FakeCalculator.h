@@ -3,6 +3,9 @@
 
 #include <ZemFig2Calculator.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace Zem::Support {
 
 /// Every character is 2 mm wide and 5 mm high, tags and entities count as they are written. Wrapping breaks anywhere.
@@ -28,6 +31,8 @@ public:
         return {2.0 * perLine, 5.0 * std::ceil(static_cast<double>(text.size()) / perLine)};
     }
 
+    /// What the next measurements give as the offset of the text.
+    void setOffset(BaVec2d<double> const &offset) { offset_ = offset; }
     /// How often rich text was measured.
     int measured() const { return measured_; }
 

@@ -1,11 +1,11 @@
 #include "cli.h"
 
+#include <ZemFig2QtPageWriter.h>
 #include <ZemMeasImportError.h>
 #include <ZemMeasProject.h>
 #include <ZemParse.h>
 #include <ZemStream.h>
-
-#include <QtCore/QSaveFile>
+#include <figqt_output_file.h>
 
 #include <unistd.h>
 
@@ -28,9 +28,13 @@ void print(QString const &text)
 
 void writeFile(QString const &fileName, QByteArray const &content)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        throw OutputFailure(fileName + QStringLiteral(": ") + file.errorString());
+    try {
+        Fig2Qt::OutputFile file(fileName);
+        file.write({content.constData(), static_cast<std::size_t>(content.size())});
+        file.commit();
+    } catch (Fig2Qt::OutputError const &error) {
+        throw OutputFailure(error.getText());
+    }
 }
 
 Progress::Progress(int total) : total_(total), visible_(total > 1 && isatty(STDERR_FILENO) != 0)

@@ -3,10 +3,20 @@
 #include "cli.h"
 
 #include <ZemFig2InitLibrary.h>
-
-#include <QtGui/QGuiApplication>
+#include <ZemFig2QtApplication.h>
 
 #include <csignal>
+
+namespace {
+
+/// Passes on what Qt has to say, but not that there is no desktop session: none is needed.
+void tellQtMessage(QtMsgType, QMessageLogContext const &, QString const &text)
+{
+    if (!text.startsWith(QLatin1StringView("QStandardPaths: XDG_RUNTIME_DIR")))
+        Zem::Zemfig::message(text);
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -17,6 +27,7 @@ int main(int argc, char **argv)
     app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
     // A file that may not grow is a failed write with a message, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
+    qInstallMessageHandler(tellQtMessage);
     Run run;
     addImportVerb(&app, &run);
     addRenderVerb(&app, &run);
@@ -29,10 +40,7 @@ int main(int argc, char **argv)
         return app.exit(error) == 0 ? EXIT_DONE : EXIT_USAGE;
     }
     return runVerb([&] {
-        // No display is needed, and none is looked for unless the user names one.
-        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-        QGuiApplication const application(argc, argv);
+        auto const application = Zem::Fig2Qt::ensureGuiApplication(argc, argv);
         Zem::Fig2::InitLibrary();
         run();
     });

@@ -342,7 +342,7 @@ private:
     static std::vector<QString> knownTypes()
     {
         std::vector<QString> names;
-        for (int type = Element::LINE; type <= Element::SNAPSHOT_FRAME; ++type) {
+        for (unsigned int type = Element::LINE; type <= Element::SNAPSHOT_FRAME; ++type) {
             if (!parametersOf(static_cast<Element::Type_t>(type)).empty())
                 names.push_back(Element::getTypeParameterName(static_cast<Element::Type_t>(type)));
         }

@@ -295,6 +295,7 @@ private:
     void giveName(Figure *figure);
     void addConnector(Connector *connector);
     void removeConnector(Connector *connector);
+    bool dropConnector(Connector const *connector);
     void loadConnectors(IO::InStream *stream, unsigned int count, int a, int b);
 
     static int _id_counter;

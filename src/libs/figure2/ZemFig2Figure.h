@@ -44,6 +44,7 @@ public:
     explicit Figure(FigureTokenInterface const *tokenInterface);
     /// Copies the elements with the connectors among them; selection and invalidators are not copied.
     Figure(Figure const &other);
+    Figure &operator=(Figure const &) = delete;
     ~Figure() override;
 
     /// Owned by the figure; never null but while loading.
@@ -118,9 +119,6 @@ public:
     static bool saveFigure(QString const &fileName, Figure const *figure, ErrorLog *log);
 
 protected:
-    /// Copies the members as they are: for the assignment of derived figures only.
-    Figure &operator=(Figure const &) = delete;
-
     /// Called while loading, when elements and connectors stand and have the ids of the file.
     virtual void elementsLoaded();
 

@@ -4,6 +4,7 @@
 #include "ZemFig2Figure.h"
 #include "ZemFig2Rotation.h"
 #include "ZemFig2TokenInterface.h"
+#include "fig_find.h"
 
 #include <ZemError.h>
 #include <ZemScriptObject.h>
@@ -77,8 +78,7 @@ Element::Element(Element const &other)
       appliedFont_(other.appliedFont_), useSystemFont_(other.useSystemFont_), fontColor_(other.fontColor_),
       highlighted_(other.highlighted_), highlightColor_(other.highlightColor_),
       pivotAlignmentX_(other.pivotAlignmentX_), pivotAlignmentY_(other.pivotAlignmentY_), margin_(other.margin_),
-      spacing_(other.spacing_), blockVersion_(other.blockVersion_),
-      temporarilyInvisible_(other.temporarilyInvisible_)
+      spacing_(other.spacing_), blockVersion_(other.blockVersion_), temporarilyInvisible_(other.temporarilyInvisible_)
 {
     updateId();
     createScriptObject();
@@ -89,10 +89,8 @@ Element::~Element()
     // Emptied first: a connector may have this element at both of its ends.
     for (Connector *connector : std::exchange(connectors_, {})) {
         Element *other = connector->getSource() == this ? connector->getTarget() : connector->getSource();
-        if (other) {
-            std::erase(other->connectors_, connector);
-            other->valid_ = false;
-        }
+        if (other)
+            other->dropConnector(connector);
         delete connector;
     }
 }
@@ -308,8 +306,7 @@ bool Element::hasAttributes(ElementAttributes const &attributes) const
         return true;
     auto const used = [&attributes](QLatin1StringView name) { return attributes.isUsed(name); };
     return (used(ElementAttributes::ALIGNMENT) && hasPivotAlignment()) ||
-           (used(ElementAttributes::ANGLE) && hasAngle()) ||
-           (used(ElementAttributes::BACKGROUND) && hasBackground()) ||
+           (used(ElementAttributes::ANGLE) && hasAngle()) || (used(ElementAttributes::BACKGROUND) && hasBackground()) ||
            (used(ElementAttributes::BORDER) && hasBorder()) || (used(ElementAttributes::FONT) && hasFont()) ||
            (used(ElementAttributes::FONT_COLOR) && hasFontColor()) ||
            (used(ElementAttributes::MARGIN) && hasMargin()) || (used(ElementAttributes::SPACING) && hasSpacing()) ||
@@ -461,7 +458,9 @@ void Element::disconnect(Element *target, QString const &point)
 
 void Element::addConnector(Connector *connector)
 {
-    if (std::find(connectors_.begin(), connectors_.end(), connector) != connectors_.end())
+    // Only a connector that has just been made or bound comes here: it can be there already as the other end of
+    // itself, and then it is the last. A target may have so many connectors that no list is walked for each.
+    if (!connectors_.empty() && connectors_.back() == connector)
         throw ProgError("Zem::Fig2::Element::addConnector", "fig_element", __LINE__, "Connector already existing");
     connectors_.push_back(connector);
     valid_ = false;
@@ -469,10 +468,19 @@ void Element::addConnector(Connector *connector)
 
 void Element::removeConnector(Connector *connector)
 {
-    if (std::erase(connectors_, connector) == 0)
+    if (!dropConnector(connector))
         throw ProgError("Zem::Fig2::Element::removeConnector", "fig_element", __LINE__,
                         "Not connected to this element");
+}
+
+bool Element::dropConnector(Connector const *connector)
+{
+    auto const place = findFromEnds(connectors_, connector);
+    if (place == connectors_.end())
+        return false;
+    connectors_.erase(place);
     valid_ = false;
+    return true;
 }
 
 bool Element::computeConnectorPoints(Connector const *, FigureTokenInterface const *, BaVec2d<double> *,

@@ -2,6 +2,7 @@
 
 #include "ZemFig2Connector.h"
 #include "ZemFig2Figure.h"
+#include "fig_find.h"
 
 #include <ZemError.h>
 
@@ -66,8 +67,9 @@ void Group::copyMaster(Group const &other)
 
 Group::~Group()
 {
-    for (Element *child : children_)
-        deleteOrRelease(child);
+    // The last first: so each takes its connectors from the ends of the lists of those before it.
+    for (auto it = children_.rbegin(); it != children_.rend(); ++it)
+        deleteOrRelease(*it);
 }
 
 /// An element that others manage lives on; it must not reach for a figure that may be gone before it.
@@ -163,7 +165,7 @@ void Group::addChild(Element *element, Element const *predecessor)
 
 void Group::removeChild(Element *element)
 {
-    auto const place = std::find(children_.begin(), children_.end(), element);
+    auto const place = findFromEnds(children_, element);
     if (place == children_.end())
         throw ProgError("Zem::Fig2::Group::removeChild", "fig_group", __LINE__, "Element is not a child element");
     Figure *figure = getFigure();
@@ -368,9 +370,8 @@ bool Group::isTokenUsed(QString const &) const
 
 bool Group::isDataValid(StageIdentifier const &stage, FigureTokenInterface const *tokens) const
 {
-    return std::all_of(children_.begin(), children_.end(), [&](Element const *child) {
-        return child->isValid() && child->isDataValid(stage, tokens);
-    });
+    return std::all_of(children_.begin(), children_.end(),
+                       [&](Element const *child) { return child->isValid() && child->isDataValid(stage, tokens); });
 }
 
 Polygon2d Group::computeCoveredPolygon(bool includeBorder) const

@@ -227,8 +227,9 @@ std::map<QString, QString> RTFTools::parseStyleAttribute(QString const &text)
         return properties;
     for (QString const &piece : Tools::tokenize(attribute, QStringLiteral(";"))) {
         qsizetype const colon = piece.indexOf(QLatin1Char(':'));
-        if (colon > 0)
-            properties[piece.left(colon).trimmed()] = piece.mid(colon + 1).trimmed();
+        QString const key = piece.left(colon).trimmed();
+        if (colon >= 0 && !key.isEmpty())
+            properties[key] = piece.mid(colon + 1).trimmed();
     }
     return properties;
 }

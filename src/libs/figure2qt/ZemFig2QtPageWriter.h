@@ -60,7 +60,7 @@ protected:
 /// that cannot be written.
 std::unique_ptr<PageWriter> createPageWriter(QString const &fileName, PageOptions const &options = {});
 
-/// Draws the figure, which is up to date, on a page of its size.
+/// Draws what is visible of the figure, which is up to date, on a page of its size.
 void drawPage(Fig2::Figure const &figure, PageWriter *writer);
 
 /// Draws the background, the connector lines and the visible elements of the figure, which is up to date. Without a

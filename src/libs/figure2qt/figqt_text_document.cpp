@@ -83,6 +83,20 @@ void unifySizes(QTextDocument *document)
     }
 }
 
+/// Labels keep their blanks as no-break spaces, so that none is lost; where a text is wrapped, lines break at them.
+void makeBlanksBreakable(QTextDocument *document)
+{
+    QTextCursor cursor(document);
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QString const text = block.text();
+        for (qsizetype i = text.indexOf(QChar::Nbsp); i >= 0; i = text.indexOf(QChar::Nbsp, i + 1)) {
+            cursor.setPosition(block.position() + static_cast<int>(i));
+            cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+            cursor.insertText(QStringLiteral(" "), cursor.charFormat());
+        }
+    }
+}
+
 void paint(QTextDocument *document, QPaintDevice *device)
 {
     QPainter painter(device);
@@ -97,6 +111,8 @@ std::shared_ptr<TextLayout const> TextEngine::layOutDocument(QString const &text
 {
     LabelDocument document(font, &device_);
     document.setHtml(boundMarkup(text));
+    if (widthUnits >= 0.0)
+        makeBlanksBreakable(&document);
     unifySizes(&document);
     document.setTextWidth(widthUnits);
     double const width = document.idealWidth();

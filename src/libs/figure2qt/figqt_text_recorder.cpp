@@ -117,6 +117,10 @@ int TextDevice::metric(PaintDeviceMetric metric) const
         return UNITS_PER_INCH;
     case PdmDepth:
         return 32;
+    case PdmDevicePixelRatio:
+        return 1;
+    case PdmDevicePixelRatioScaled:
+        return static_cast<int>(devicePixelRatioFScale());
     default:
         return 0; // Qt works out the rest from these
     }

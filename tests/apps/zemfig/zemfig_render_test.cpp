@@ -183,23 +183,32 @@ INSTANTIATE_TEST_SUITE_P(
         BadRender{"dataAndProject", {"--data", "data.csv", "--project", "p.zem", "-o", "o.pdf"}, 1, "excludes"}),
     [](auto const &test) { return test.param.name; });
 
-TEST(ZemfigRender, keepsTheOldFileWhenTheDiskIsFull)
+class FullDisk : public testing::TestWithParam<char const *>
+{
+};
+
+TEST_P(FullDisk, leavesTheOldFile)
 {
     Workplace place;
     fill(place);
-    place.write("out.png", "as before");
+    QString const target = QStringLiteral("out.%1").arg(GetParam());
+    place.write(target, "as before");
+    QString const verb = target.endsWith("fig") || target.endsWith("toml") ? "convert" : "render";
 
-    // No file may grow beyond one block of 1024 bytes.
+    // No file may grow beyond half a kilobyte.
     QProcess process;
     process.setWorkingDirectory(place.path("."));
-    process.start("sh", {"-c", "ulimit -f 1; " ZEM_BIN_DIR "/zemfig render page.figure.toml -o out.png"});
+    process.start("sh", {"-c", QStringLiteral("ulimit -f 1; %1/zemfig %2 page.figure.toml -o %3")
+                                   .arg(ZEM_BIN_DIR, verb, target)});
     ASSERT_TRUE(process.waitForFinished(60000));
 
     EXPECT_EQ(process.exitCode(), 3);
-    EXPECT_NE(process.readAllStandardError().indexOf("out.png"), -1);
-    EXPECT_EQ(place.read("out.png"), "as before");
-    EXPECT_EQ(place.files(), (QStringList{"data.csv", "out.png", "page.figure.toml"}));
+    EXPECT_NE(process.readAllStandardError().indexOf(target.toUtf8()), -1);
+    EXPECT_EQ(place.read(target), "as before");
+    EXPECT_EQ(place.files().size(), 3);
 }
+
+INSTANTIATE_TEST_SUITE_P(Zemfig, FullDisk, testing::Values("fig", "pdf", "png", "svg", "toml"));
 
 } // namespace
 } // namespace Zem::Support

@@ -354,8 +354,8 @@ TEST(AreaDrag, stopsAboveTheMinimumSize)
     rectangle.setMinimumSize({8, 8});
     place(rectangle, {0, 0}, {10, 10});
 
-    EXPECT_FALSE(rectangle.dragPointMove(2, {3, 5}));   // a width of 8 is not above 8
-    EXPECT_TRUE(rectangle.dragPointMove(2, {3.5, 5}));  // 8.5
+    EXPECT_FALSE(rectangle.dragPointMove(2, {3, 5}));  // a width of 8 is not above 8
+    EXPECT_TRUE(rectangle.dragPointMove(2, {3.5, 5})); // 8.5
     EXPECT_EQ(rectangle.getSize(), BaVec2d<double>(8.5, 10));
 }
 
@@ -386,10 +386,9 @@ TEST(AreaText, puts1InFrontOfTheElement)
 {
     Rectangle rectangle;
     place(rectangle, {10, 20}, {30, 40}, 0.5);
-    std::string const expected =
-        "1 5 " + std::to_string(rectangle.getId()) +
-        " 10 20 30 40 1 0 0 0 0.5 #000000ff #080884ff 0 0 1 1 "
-        "1 0.10000000000000001 1 #000000ff 1 1 0 #e6e6e6ff Liberation\\sSans 12 0 0 \\e ";
+    std::string const expected = "1 5 " + std::to_string(rectangle.getId()) +
+                                 " 10 20 30 40 1 0 0 0 0.5 #000000ff #080884ff 0 0 1 1 "
+                                 "1 0.10000000000000001 1 #000000ff 1 1 0 #e6e6e6ff Liberation\\sSans 12 0 0 \\e ";
 
     EXPECT_EQ(Support::textForm(rectangle), expected);
     Ellipse ellipse;

@@ -38,8 +38,7 @@ TEST(ConnectorConstructor, ofThreeArgumentsChecksTheEnds)
 
     EXPECT_EQ(progError([&] { Connector(MODE, nullptr, &element); }),
               "fig_connector: Connector does not have a source");
-    EXPECT_EQ(progError([&] { Connector(MODE, &element, &element); }),
-              "fig_connector: Source and target identical");
+    EXPECT_EQ(progError([&] { Connector(MODE, &element, &element); }), "fig_connector: Source and target identical");
 }
 
 TEST(ConnectorConstructor, ofFiveArgumentsChecksNothing)
@@ -78,8 +77,7 @@ TEST(ConnectorSetTarget, bindsAConnectorWithoutTargetOnce)
     connector.setTarget(&target);
 
     EXPECT_EQ(connector.getTarget(), &target);
-    EXPECT_EQ(progError([&] { connector.setTarget(&target); }),
-              "fig_connector: Disconnecting a connector not allowed");
+    EXPECT_EQ(progError([&] { connector.setTarget(&target); }), "fig_connector: Disconnecting a connector not allowed");
 }
 
 TEST(ConnectorSetTarget, refusesNothingAndTheSource)
@@ -87,8 +85,7 @@ TEST(ConnectorSetTarget, refusesNothingAndTheSource)
     ProbeRectangle source;
     Connector connector(MODE, &source, nullptr);
 
-    EXPECT_EQ(progError([&] { connector.setTarget(nullptr); }),
-              "fig_connector: Disconnecting a connector not allowed");
+    EXPECT_EQ(progError([&] { connector.setTarget(nullptr); }), "fig_connector: Disconnecting a connector not allowed");
     EXPECT_EQ(progError([&] { connector.setTarget(&source); }), "fig_connector: Source and target identical");
 }
 

@@ -1,9 +1,7 @@
 #include "probe_elements.h"
 
 #include <ElementForms.h>
-#include <RecordingPainter.h>
-#include <ZemFig2Connector.h>
-#include <ZemFig2Figure.h>
+#include <ZemFig2Group.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
@@ -14,11 +12,6 @@ namespace Zem::Fig2 {
 namespace {
 
 using Support::progError;
-
-Polygon2d square(double left, double top, double edge)
-{
-    return Polygon2d({{left, top}, {left + edge, top}, {left + edge, top + edge}, {left, top + edge}}, true);
-}
 
 TEST(ElementDefaults, areTheRequiredOnes)
 {
@@ -140,8 +133,8 @@ TEST(ElementTypes, settingOneClearsValid)
 
 TEST(ElementCreate, makesAnEmptyElementOfEachShape)
 {
-    for (Element::Type_t type : {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
-                                 Element::GROUP}) {
+    for (Element::Type_t type :
+         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL, Element::GROUP}) {
         std::unique_ptr<Element> const element(Element::create(type));
         ASSERT_NE(element, nullptr);
         EXPECT_EQ(element->getType(), type);
@@ -169,9 +162,9 @@ struct Abilities
 
 Abilities abilitiesOf(Element const &e)
 {
-    return {e.hasSize(),     e.canLinkTo3D(),   e.hasMinimumSize(), e.hasAutoSize(),       e.hasMaximize(),
-            e.hasAngle(),    e.hasBackground(), e.hasBorder(),      e.hasFont(),           e.hasFontColor(),
-            e.hasPivotAlignment(), e.hasMargin(), e.hasSpacing(),   e.getSpacingUsed(),    e.hasLegendData()};
+    return {e.hasSize(),           e.canLinkTo3D(),   e.hasMinimumSize(), e.hasAutoSize(),    e.hasMaximize(),
+            e.hasAngle(),          e.hasBackground(), e.hasBorder(),      e.hasFont(),        e.hasFontColor(),
+            e.hasPivotAlignment(), e.hasMargin(),     e.hasSpacing(),     e.getSpacingUsed(), e.hasLegendData()};
 }
 
 TEST(ElementAbilities, followTheFamily)
@@ -198,8 +191,8 @@ TEST(ElementAbilities, followTheFamily)
 
 TEST(ElementAbilities, ofShapesHoldNoTokensAndNoHandles)
 {
-    for (Element::Type_t type : {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON,
-                                 Element::GROUP}) {
+    for (Element::Type_t type :
+         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::GROUP}) {
         std::unique_ptr<Element> const element(Element::create(type));
         BaVec2d<double> position;
         EXPECT_FALSE(element->isTokenUsed("any"));
@@ -367,161 +360,6 @@ TEST(ElementDrag, isRefusedByTheBaseClass)
     EXPECT_FALSE(element.dragPointMove(0, {1, 1}));
 }
 
-TEST(ElementUpdate, addsTheNewAreaAndBecomesValid)
-{
-    BareElement element;
-    element.outline = square(0, 0, 1);
-    Polygon2d area(true);
-
-    EXPECT_TRUE(element.update(StageIdentifier(1), nullptr, &area));
-
-    EXPECT_EQ(Support::text(area), "0,0 1,0 1,1 0,1");
-    EXPECT_TRUE(element.isValid());
-}
-
-TEST(ElementUpdate, addsTheOldAreaBeforeTheNewOne)
-{
-    BareElement element;
-    element.outline = square(0, 0, 1);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-    element.outline = square(5, 5, 1);
-    element.invalidate();
-    Polygon2d area(true);
-
-    EXPECT_TRUE(element.update(StageIdentifier(1), nullptr, &area));
-
-    EXPECT_EQ(Support::text(area), "0,0 1,0 1,1 0,1 5,5 6,5 6,6 5,6");
-    EXPECT_EQ(area.getNumberOfParts(), 2U);
-}
-
-TEST(ElementUpdate, doesNothingWhileEverythingIsValid)
-{
-    BareElement element;
-    element.outline = square(0, 0, 1);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-    Polygon2d area(true);
-
-    EXPECT_FALSE(element.update(StageIdentifier(1), nullptr, &area));
-
-    EXPECT_TRUE(area.empty());
-    EXPECT_EQ(element.computed, 1);
-}
-
-TEST(ElementUpdate, runsForStaleDataOfAValidElement)
-{
-    BareElement element;
-    element.outline = square(0, 0, 1);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-    element.dataValid = false;
-
-    EXPECT_TRUE(element.update(StageIdentifier(1), nullptr, nullptr));
-
-    EXPECT_EQ(element.computed, 2);
-}
-
-TEST(ElementUpdate, ofAnElementThatVanishesAddsOnlyItsOldArea)
-{
-    BareElement element;
-    element.outline = square(0, 0, 1);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-    element.outline.clear();
-    element.invalidate();
-    Polygon2d area(true);
-
-    EXPECT_FALSE(element.update(StageIdentifier(1), nullptr, &area));
-
-    EXPECT_EQ(Support::text(area), "0,0 1,0 1,1 0,1");
-    EXPECT_EQ(element.computed, 2);
-    EXPECT_TRUE(element.isValid());
-}
-
-TEST(ElementUpdate, followsAChangeOfTheSystemFontOnce)
-{
-    Font const before = Font::getSystemLabelFont();
-    BareElement element;
-    element.withFont = true;
-    element.outline = square(0, 0, 1);
-    element.setUseSystemFont(true);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-
-    Font::setSystemLabelFont(Font("Courier", 7, 0));
-
-    EXPECT_TRUE(element.update(StageIdentifier(1), nullptr, nullptr));
-    EXPECT_FALSE(element.update(StageIdentifier(1), nullptr, nullptr));
-    Font::setSystemLabelFont(before);
-}
-
-TEST(ElementUpdate, ignoresTheSystemFontWithoutUsingIt)
-{
-    Font const before = Font::getSystemLabelFont();
-    BareElement element;
-    element.withFont = true;
-    element.outline = square(0, 0, 1);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-
-    Font::setSystemLabelFont(Font("Courier", 7, 0));
-
-    EXPECT_FALSE(element.update(StageIdentifier(1), nullptr, nullptr));
-    Font::setSystemLabelFont(before);
-}
-
-TEST(ElementHit, needsThePointInTheCoveredPolygon)
-{
-    BareElement element;
-    element.outline = square(0, 0, 10);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-
-    EXPECT_TRUE(element.isPointIn({5, 5}));
-    EXPECT_FALSE(element.isPointIn({11, 5}));
-}
-
-TEST(ElementHit, ofATinyElementAllowsADistanceBelowTwo)
-{
-    Rectangle tiny;
-    tiny.setOrigin({10, 10});
-    tiny.setSize({0.05, 0.05}); // a length of 0.07
-
-    EXPECT_TRUE(tiny.isPointIn({11.9, 10}));
-    EXPECT_FALSE(tiny.isPointIn({12, 10}));
-}
-
-TEST(ElementHit, ofASizeFromATenthOnGoesByTheOutline)
-{
-    Rectangle narrow;
-    narrow.setOrigin({10, 10});
-    narrow.setSize({0.1, 0});
-    narrow.update(StageIdentifier(1), nullptr, nullptr);
-
-    EXPECT_FALSE(narrow.isPointIn({11.9, 10}));
-}
-
-TEST(ElementBounds, meanEachCornerOfTheOutlineWithoutBorder)
-{
-    BareElement element;
-    element.outline = square(0, 0, 10);
-
-    EXPECT_TRUE(element.isInBounds(Rect(0, 0, 10, 10)));
-    EXPECT_FALSE(element.isInBounds(Rect(0, 0, 9.999, 10)));
-    EXPECT_FALSE(element.isInBounds(Rect(0, 0, 10, 9.999)));
-    EXPECT_FALSE(element.isInBounds(Rect(0.001, 0, 10, 10)));
-    EXPECT_FALSE(element.isInBounds(Rect(0, 0.001, 10, 10)));
-}
-
-TEST(ElementBounds, holdAnEmptyOutlineAnywhere)
-{
-    EXPECT_TRUE(BareElement().isInBounds(Rect(5, 5, 1, 1)));
-}
-
-TEST(ElementIntersects, comparesTheBoundsOfTheUpdatePolygon)
-{
-    BareElement element;
-    element.outline = square(0, 0, 10);
-    element.update(StageIdentifier(1), nullptr, nullptr);
-
-    EXPECT_TRUE(element.intersects(Rect(10, 10, 5, 5)));
-    EXPECT_FALSE(element.intersects(Rect(10.1, 0, 5, 5)));
-}
-
 ElementAttributes only(QLatin1StringView name)
 {
     ElementAttributes attributes(true);
@@ -543,9 +381,9 @@ TEST(ElementHasAttributes, asksTheOperationOfEachName)
 {
     BareElement const bare;
     Label const label;
-    for (QLatin1StringView name : {ElementAttributes::ALIGNMENT, ElementAttributes::ANGLE,
-                                   ElementAttributes::BACKGROUND, ElementAttributes::BORDER, ElementAttributes::FONT,
-                                   ElementAttributes::MARGIN, ElementAttributes::SPACING}) {
+    for (QLatin1StringView name :
+         {ElementAttributes::ALIGNMENT, ElementAttributes::ANGLE, ElementAttributes::BACKGROUND,
+          ElementAttributes::BORDER, ElementAttributes::FONT, ElementAttributes::MARGIN, ElementAttributes::SPACING}) {
         EXPECT_TRUE(label.hasAttributes(only(name))) << name.data();
         EXPECT_FALSE(bare.hasAttributes(only(name))) << name.data();
     }
@@ -603,263 +441,6 @@ TEST(ElementAttributesChoice, sharesNamesWithAnother)
 
     EXPECT_TRUE(angle.hasCommonAttributes(font));
     EXPECT_TRUE(ElementAttributes(angle).hasCommonAttributes(font));
-}
-
-TEST(ElementCopy, hasItsOwnIdAndNoTies)
-{
-    Figure figure;
-    auto *source = new ProbeRectangle;
-    auto *target = new ProbeRectangle;
-    figure.getRoot()->addChild(source);
-    figure.getRoot()->addChild(target);
-    source->connect(target, "point");
-    source->setSelected(true);
-    source->setExternallyManaged(true);
-    source->update(StageIdentifier(1), nullptr, nullptr);
-    source->setExternallyManaged(true);
-
-    std::unique_ptr<Element> const copy(source->copy());
-
-    EXPECT_GT(copy->getId(), target->getId());
-    EXPECT_FALSE(copy->isSelected());
-    EXPECT_FALSE(copy->isValid());
-    EXPECT_EQ(copy->getFigure(), nullptr);
-    EXPECT_EQ(copy->getParent(), nullptr);
-    EXPECT_EQ(copy->getConnectorBegin(), copy->getConnectorEnd());
-    EXPECT_FALSE(copy->isExternallyManaged());
-    EXPECT_TRUE(copy->getDragPolygon().empty());
-    EXPECT_TRUE(copy->getCoveredPolygon().empty());
-    EXPECT_TRUE(copy->getUpdatePolygon().empty());
-    EXPECT_EQ(copy->getScriptObject()->getName(), QString());
-    EXPECT_EQ(copy->getScriptObject()->getTObject(), copy.get());
-    source->setExternallyManaged(false);
-}
-
-TEST(ElementCopy, takesOverTheRest)
-{
-    Label label;
-    Support::loadBlocks(label, Support::blockForm(label));
-    label.setOrigin({1, 2});
-    label.setVisible(false);
-    label.setLinkTo3D(true);
-    label.setHighlighted(true);
-    label.setHighlightColor(Color(3, 3, 3));
-    label.setMargin(7);
-    label.setUseSystemFont(true);
-    label.setTemporarilyInvisible(true);
-
-    std::unique_ptr<Element> const copy(label.copy());
-
-    EXPECT_EQ(Support::parameterForm(*copy), Support::parameterForm(label));
-    EXPECT_TRUE(copy->getLinkTo3D());
-    EXPECT_TRUE(copy->isHighlighted());
-    EXPECT_TRUE(copy->isTemporarilyInvisible());
-    EXPECT_EQ(copy->getBlockVersion(), 10);
-}
-
-TEST(ElementAssignment, takesIdAndStateAsTheyAre)
-{
-    BareElement source;
-    source.setOrigin({4, 5});
-    source.setSelected(true);
-    BareElement target;
-    int const id = source.getId();
-
-    target = source;
-
-    EXPECT_EQ(target.getId(), id);
-    EXPECT_TRUE(target.isSelected());
-    EXPECT_EQ(target.getOrigin(), BaVec2d<double>(4, 5));
-}
-
-TEST(ElementFootprint, growsWithTheElement)
-{
-    Polygon polygon;
-    unsigned int const empty = polygon.getEstimatedObjectSize();
-
-    polygon.setPolygon(Polygon2d(std::vector<BaVec2d<double>>(1000), true));
-
-    EXPECT_GE(empty, sizeof(Polygon));
-    EXPECT_GE(polygon.getEstimatedObjectSize(), empty + 1000 * sizeof(BaVec2d<double>));
-}
-
-QString nameOf(Element const *element)
-{
-    return element->getScriptObject()->getName();
-}
-
-Element *addNew(Figure &figure, Element::Type_t type)
-{
-    auto *element = new BareElement;
-    element->setType(type);
-    figure.getRoot()->addChild(element);
-    return element;
-}
-
-TEST(ElementName, isMadeOfTypeAndNumberOfElements)
-{
-    Figure figure;
-    for (TypeRow const &row : TYPE_ROWS) {
-        QString const base = row.number == 13 ? QString("image_label") : QString(row.parameterName);
-        EXPECT_EQ(nameOf(addNew(figure, row.type)), base + "_" + QString::number(row.number));
-    }
-}
-
-TEST(ElementName, countsOnWhileTheNameIsTaken)
-{
-    Figure figure;
-    Element *first = addNew(figure, Element::RECTANGLE);
-    addNew(figure, Element::RECTANGLE);
-    first->getScriptObject()->setName("chart_2");
-
-    EXPECT_EQ(nameOf(addNew(figure, Element::CHART)), "chart_3");
-}
-
-TEST(ElementName, staysWhenNobodyElseHasIt)
-{
-    Figure figure;
-    auto *element = new BareElement;
-    element->getScriptObject()->setName("mine");
-
-    figure.getRoot()->addChild(element);
-
-    EXPECT_EQ(nameOf(element), "mine");
-    EXPECT_EQ(element->getScriptObject()->getParent(), figure.getElementsScriptObject());
-}
-
-TEST(ElementName, isReplacedWhenSomebodyElseHasIt)
-{
-    Figure figure;
-    addNew(figure, Element::LOGO)->getScriptObject()->setName("mine");
-    auto *element = new BareElement;
-    element->getScriptObject()->setName("mine");
-
-    figure.getRoot()->addChild(element);
-
-    EXPECT_EQ(nameOf(element), "logo_1");
-}
-
-TEST(ElementName, isKeptWhenTheElementLeavesTheFigure)
-{
-    Figure figure;
-    Element *element = addNew(figure, Element::LOGO);
-
-    element->setFigure(nullptr);
-
-    EXPECT_EQ(nameOf(element), "logo_0");
-    EXPECT_EQ(element->getScriptObject()->getParent(), nullptr);
-    EXPECT_EQ(element->getFigure(), nullptr);
-}
-
-TEST(ElementConnect, putsOneConnectorIntoBothLists)
-{
-    ProbeRectangle source;
-    ProbeRectangle target;
-    source.update(StageIdentifier(1), nullptr, nullptr);
-    target.update(StageIdentifier(1), nullptr, nullptr);
-
-    Connector *connector = source.connect(&target, "point");
-
-    EXPECT_EQ(connector->getMode(), Connector::Mode_t{});
-    EXPECT_EQ(connector->getSource(), &source);
-    EXPECT_EQ(connector->getTarget(), &target);
-    EXPECT_EQ(connector->getSourceName(), QString());
-    EXPECT_EQ(connector->getTargetName(), "point");
-    EXPECT_EQ(*source.getConnectorBegin(), connector);
-    EXPECT_EQ(*target.getConnectorBegin(), connector);
-    EXPECT_FALSE(source.isValid());
-    EXPECT_FALSE(target.isValid());
-}
-
-TEST(ElementConnect, namesWhatIsWrongWithAnIllegalTarget)
-{
-    Rectangle source;
-    Rectangle target;
-    char address[32];
-    std::snprintf(address, sizeof address, "0x%zx", reinterpret_cast<std::size_t>(&target));
-
-    EXPECT_EQ(progError([&] { source.connect(&target, "here"); }),
-              "fig_element: Illegal element connection: target_address=" + std::string(address) +
-                  ", target_type='rectangle', target_id='here'");
-}
-
-TEST(ElementConnect, tellsTheFirstTargetThatItLeadsTo)
-{
-    ProbeRectangle source;
-    ProbeRectangle first;
-    ProbeRectangle second;
-    QString point = "unchanged";
-    EXPECT_EQ(source.getConnectorTarget(&point), nullptr);
-    EXPECT_EQ(point, "unchanged");
-
-    second.connect(&source, "towards the source");
-    source.connect(&first, "a");
-    source.connect(&second, "b");
-
-    EXPECT_EQ(source.getConnectorTarget(&point), &first);
-    EXPECT_EQ(point, "a");
-    EXPECT_EQ(source.getConnectorTarget(nullptr), &first);
-}
-
-TEST(ElementDisconnect, removesTheFirstMatchFromBothEnds)
-{
-    ProbeRectangle source;
-    ProbeRectangle target;
-    source.connect(&target, "a");
-    Connector *kept = source.connect(&target, "b");
-    source.update(StageIdentifier(1), nullptr, nullptr);
-    target.update(StageIdentifier(1), nullptr, nullptr);
-
-    source.disconnect(&target, "a");
-
-    ASSERT_EQ(source.getConnectorEnd() - source.getConnectorBegin(), 1);
-    ASSERT_EQ(target.getConnectorEnd() - target.getConnectorBegin(), 1);
-    EXPECT_EQ(*source.getConnectorBegin(), kept);
-    EXPECT_FALSE(source.isValid());
-    EXPECT_FALSE(target.isValid());
-}
-
-TEST(ElementDisconnect, refusesWhatIsNotConnected)
-{
-    ProbeRectangle source;
-    ProbeRectangle target;
-    source.connect(&target, "a");
-
-    EXPECT_EQ(progError([&] { source.disconnect(&target, "b"); }), "fig_element: Connector does not exist");
-    EXPECT_EQ(progError([&] { source.disconnect(&source, "a"); }), "fig_element: Connector does not exist");
-}
-
-TEST(ElementDestructor, takesItsConnectorsFromTheOtherEnds)
-{
-    ProbeRectangle left;
-    ProbeRectangle right;
-    {
-        ProbeRectangle middle;
-        left.connect(&middle, "");
-        middle.connect(&right, "");
-        left.update(StageIdentifier(1), nullptr, nullptr);
-    }
-
-    EXPECT_EQ(left.getConnectorBegin(), left.getConnectorEnd());
-    EXPECT_EQ(right.getConnectorBegin(), right.getConnectorEnd());
-    EXPECT_FALSE(left.isValid());
-}
-
-TEST(ElementDestructor, survivesAConnectorToTheElementItself)
-{
-    ProbeRectangle element;
-
-    EXPECT_EQ(progError([&] { element.connect(&element, ""); }), "fig_element: Connector already existing");
-}
-
-TEST(ElementConnectorPoints, areNoneInTheBaseClass)
-{
-    ProbeRectangle source;
-    ProbeRectangle target;
-    BaVec2d<double> from;
-    BaVec2d<double> to;
-
-    EXPECT_FALSE(source.computeConnectorPoints(source.connect(&target, ""), nullptr, &from, &to));
 }
 
 } // namespace

@@ -100,9 +100,9 @@ struct PageRow
 TEST(FigureBlocks, ofEachVersionAreRead)
 {
     Payload const size = Payload().v(100, 50);
-    for (PageRow const &row : {PageRow{1, size}, PageRow{2, Payload(size).b(true)},
-                               PageRow{3, Payload(size).b(true).s("dropped")}, PageRow{4, Payload(size).s("dropped")},
-                               PageRow{5, size}}) {
+    for (PageRow const &row :
+         {PageRow{1, size}, PageRow{2, Payload(size).b(true)}, PageRow{3, Payload(size).b(true).s("dropped")},
+          PageRow{4, Payload(size).s("dropped")}, PageRow{5, size}}) {
         Figure figure;
         BlockCrafter crafter = withRoot(page(row.version, row.fields));
         crafter = crafted(1).addTo(crafted(2).addTo(std::move(crafter), 10), 10);
@@ -217,9 +217,8 @@ TEST(FigureLoad, refusesConnectorsToMissingIdsAndToThemselves)
 TEST(FigureLoad, bindsToTheLaterOfTwoElementsWithOneId)
 {
     Figure figure;
-    BlockCrafter crafter = CraftedElement()
-                               .addTo(page(5, Payload().v(1, 1)), 10)
-                               .block(2, Payload().u(3).u(1).u(1).u(1).b(false).i(0));
+    BlockCrafter crafter =
+        CraftedElement().addTo(page(5, Payload().v(1, 1)), 10).block(2, Payload().u(3).u(1).u(1).u(1).b(false).i(0));
     crafter = withConnector(std::move(crafter), 7);
     crafter = crafted(7, "third").addTo(std::move(crafter), 10);
     std::string bytes = crafter.bytes();
@@ -269,9 +268,8 @@ TEST(FigureLoad, makesNamesForOlderFilesWithTheRootCounted)
 TEST(FigureLoad, namesOlderGroupsBeforeTheirChildren)
 {
     Figure figure;
-    BlockCrafter crafter = CraftedElement()
-                               .addTo(page(5, Payload().v(1, 1)), 8)
-                               .block(2, Payload().u(2).u(11).u(1).b(false).i(0));
+    BlockCrafter crafter =
+        CraftedElement().addTo(page(5, Payload().v(1, 1)), 8).block(2, Payload().u(2).u(11).u(1).b(false).i(0));
     crafter = crafted(1).addTo(std::move(crafter), 8).block(2, Payload().u(1).u(1).b(false).i(0));
     crafter = crafted(2).addTo(std::move(crafter), 8);
 

@@ -184,8 +184,9 @@ TEST(GroupDepth, beyond256LevelsIsRefused)
 {
     Group root;
 
-    EXPECT_NE(thrownText<IO::StreamException>([&] { Support::loadBlocks(root, nested(257)); })
-                  .find("groups nested too deeply"),
+    EXPECT_NE(thrownText<IO::StreamException>([&] {
+                  Support::loadBlocks(root, nested(257));
+              }).find("groups nested too deeply"),
               std::string::npos);
 }
 

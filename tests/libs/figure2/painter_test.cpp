@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
+#include <map>
+#include <stdexcept>
 
 namespace Zem::Fig2 {
 namespace {
@@ -94,6 +95,35 @@ INSTANTIATE_TEST_SUITE_P(PainterSymbol, ClosedSymbols,
                                          Symbol::TYPE_HOUSE, Symbol::TYPE_CORNERS, Symbol::TYPE_MARKER,
                                          Symbol::TYPE_SPOT));
 
+TEST(PainterSymbol, hasTheShapesWithManyPoints)
+{
+    auto const tenfold = [](Symbol::Type type) {
+        PolygonPainter painter;
+        painter.drawSymbol({0, 0}, Symbol(type, 10, false), LineStyle::null, RED, Rotation::null);
+        return Support::text(Polygon2d(painter.points, true));
+    };
+    EXPECT_EQ(tenfold(Symbol::TYPE_CIRCLE),
+              "1.9,-4.6 3.5,-3.5 4.6,-1.9 5,0 4.6,1.9 3.5,3.5 1.9,4.6 0,5 -1.9,4.6 -3.5,3.5"
+              " -4.6,1.9 -5,0 -4.6,-1.9 -3.5,-3.5 -1.9,-4.6 0,-5");
+    EXPECT_EQ(tenfold(Symbol::TYPE_STAR),
+              "1.5,-1.7 5.1,-1.3 2.5,1.3 3.3,4.8 0,2.9 -3.3,4.8 -2.5,1.3 -5.1,-1.3 -1.5,-1.7"
+              " 0,-5");
+    EXPECT_EQ(tenfold(Symbol::TYPE_CORNERS),
+              "2.5,-4.3 4.3,-2.5 5,0 4.3,2.5 2.5,4.3 0,5 -2.5,4.3 -4.3,2.5 -5,0 -4.3,-2.5"
+              " -2.5,-4.3 0,-5");
+    EXPECT_EQ(tenfold(Symbol::TYPE_MARKER),
+              "-6,-5 -5,-6 0,-1 5,-6 6,-5 1,0 6,5 5,6 0,1 -5,6 -6,5 -1,0");
+    EXPECT_EQ(tenfold(Symbol::TYPE_SPOT),
+              "-0.5,-5.5 0.5,-5.5 0.5,-0.5 5.5,-0.5 5.5,0.5 0.5,0.5 0.5,5.5 -0.5,5.5 -0.5,0.5"
+              " -5.5,0.5 -5.5,-0.5 -0.5,-0.5");
+}
+
+TEST(PainterSymbol, ofAnUnknownTypeDrawsNothing)
+{
+    EXPECT_EQ(symbolPolygon(Symbol::Type(14)), "");
+    EXPECT_EQ(symbolPolygon(Symbol::Type(15)), "");
+}
+
 TEST(PainterSymbol, reachesOutsideTheUnitSquareForMarkerAndSpot)
 {
     auto const extent = [](Symbol::Type type) {
@@ -149,6 +179,41 @@ TEST(PainterCacheIds, leftBehindAreAProgramError)
         EXPECT_TRUE(error.getText().contains("Cache ID stack is not empty"));
         EXPECT_TRUE(error.getText().contains("fig_painter"));
     }
+}
+
+TEST(PainterCacheIds, areCopiedWithTheMode)
+{
+    RecordingPainter painter;
+    painter.pushCacheId("a");
+    painter.setMode(7);
+    RecordingPainter copy(painter);
+    painter.popCacheId();
+    EXPECT_EQ(copy.getStackedCacheId(), "a");
+    EXPECT_EQ(copy.getMode(), 7);
+    copy.popCacheId();
+}
+
+TEST(PainterCacheIds, onAnEmptyStackCannotBeTakenAway)
+{
+    RecordingPainter painter;
+    try {
+        painter.popCacheId();
+        FAIL();
+    } catch (ProgError const &error) {
+        EXPECT_TRUE(error.getText().endsWith("Cache ID stack is empty")) << error.what();
+        EXPECT_TRUE(error.getText().contains("fig_painter")) << error.what();
+    }
+}
+
+TEST(PainterCacheIds, leftBehindDoNotHideAnErrorOnItsWay)
+{
+    EXPECT_THROW(
+        {
+            RecordingPainter painter;
+            painter.pushCacheId("a");
+            throw std::runtime_error("first");
+        },
+        std::runtime_error);
 }
 
 TEST(PainterMode, is1UntilSet)

@@ -73,8 +73,7 @@ TEST(PolygonDraw, hasRoundCorners)
     prepare(polygon);
     polygon.setBackground(FillStyle(Color(1, 2, 3)));
 
-    EXPECT_EQ(drawn(polygon),
-              "polygon 100,100 110,100 110,110 100,110 pen 0.1 full #000000ff round fill #010203ff\n");
+    EXPECT_EQ(drawn(polygon), "polygon 100,100 110,100 110,110 100,110 pen 0.1 full #000000ff round fill #010203ff\n");
     EXPECT_EQ(polygon.getBorder().getCapStyle(), LineStyle::CAP_SHARP);
     EXPECT_EQ(drawn(polygon, 1), "");
 }

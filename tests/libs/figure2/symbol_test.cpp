@@ -145,6 +145,100 @@ TEST(SymbolParameters, changeOnlyWhatTheyName)
     EXPECT_EQ(symbol, Symbol(Symbol::TYPE_BOX, 5, true));
 }
 
+TEST(SymbolParameters, refuseNegativeSizesUnknownTypesAndBadFonts)
+{
+    for (char const *entry : {"s_size = -1\n", "s_type = \"blob\"\n", "s_digits = -1\n", "s_spacing = 4294967296\n",
+                              "s_font = \"no font\"\n"}) {
+        Symbol symbol;
+        QString parameters = QString::fromLatin1(entry);
+        EXPECT_THROW(symbol.createFromParameterString(parameters, "s"), ParamError) << entry;
+    }
+}
+
+TEST(SymbolParameters, areReadBack)
+{
+    Symbol symbol(Symbol::TYPE_SPOT, 2.5, true);
+    symbol.setColor(Color(1, 2, 3, 4));
+    symbol.setDigits(4294967295U);
+    symbol.setFont(Font("Mono", 9, 3));
+    symbol.setSpacing(5);
+    QString parameters = symbol.getParameterString("s");
+    Symbol read;
+    read.createFromParameterString(parameters, "s");
+    EXPECT_EQ(read, symbol);
+    EXPECT_EQ(parameters, "");
+}
+
+TEST(SymbolText, thatIsNewerOrDamagedLeavesTheObjectAlone)
+{
+    for (char const *text : {"2 7 2.5 #000000ff 1 2 3", "1 14 2.5 #000000ff 1 2 3", "1 7 2.5", ""}) {
+        Symbol symbol(Symbol::TYPE_BOX, 2, true);
+        std::istringstream input(text);
+        input >> symbol;
+        EXPECT_EQ(symbol, Symbol(Symbol::TYPE_BOX, 2, true)) << text;
+    }
+}
+
+TEST(SymbolEquality, looksAtAllSevenMembers)
+{
+    std::vector<Symbol> symbols(8);
+    symbols[1].setType(Symbol::TYPE_BOX);
+    symbols[2].setSize(1);
+    symbols[3].setColor(Color(1, 0, 0));
+    symbols[4].setShowValue(true);
+    symbols[5].setDigits(3);
+    symbols[6].setFont(Font("Mono", 12, 0));
+    symbols[7].setSpacing(1);
+    for (std::size_t i = 0; i < symbols.size(); ++i)
+        for (std::size_t j = 0; j < symbols.size(); ++j)
+            EXPECT_EQ(symbols[i] == symbols[j], i == j) << i << " " << j;
+}
+
+TEST(SymbolBlock, ofVersion0IsRefusedAndChangesNothing)
+{
+    for (unsigned int version : {0U, 5U}) {
+        std::string const bytes = BlockCrafter()
+                                      .block(version, Payload().u(1).d(1).c(0, 0, 0, 255).b(false).u(2).u(0))
+                                      .block(1, fontPayload("A", 12, 0))
+                                      .bytes();
+        Symbol symbol(Symbol::TYPE_BOX, 2, true);
+        EXPECT_THROW(Support::readFrom(bytes, [&](IO::InStream &stream) { symbol.load(&stream); }),
+                     IO::StreamException);
+        EXPECT_EQ(symbol, Symbol(Symbol::TYPE_BOX, 2, true));
+    }
+}
+
+TEST(ImageConversionBlock, thatIsNewerOrDamagedIsRefusedAndChangesNothing)
+{
+    for (std::string const &bytes :
+         {BlockCrafter().block(2, Payload().u(1).i(0).i(1)).bytes(), BlockCrafter().block(0, Payload().u(1).i(0).i(1)).bytes(),
+          BlockCrafter().block(1, Payload().u(6).i(0).i(1)).bytes(), BlockCrafter().block(1, Payload().u(1).i(0)).bytes()}) {
+        ImageConversion conversion;
+        EXPECT_THROW(Support::readFrom(bytes, [&](IO::InStream &stream) { conversion.load(&stream); }),
+                     IO::StreamException);
+        EXPECT_EQ(conversion, ImageConversion::null);
+    }
+}
+
+TEST(ImageConversionNames, areTheSixWords)
+{
+    char const *const words[] = {"normal", "lighten", "overexposed", "range", "equalize", "pseudo"};
+    for (int i = 0; i < 6; ++i) {
+        ImageConversion conversion;
+        conversion.setType(ImageConversion::Type(i));
+        std::ostringstream output;
+        output << conversion;
+        EXPECT_EQ(output.str(), std::string("1 ") + words[i] + " 0 255 ");
+        QString parameters = QStringLiteral("c_type = \"%1\"\n").arg(QLatin1StringView(words[i]));
+        ImageConversion read;
+        read.createFromParameterString(parameters, "c");
+        EXPECT_EQ(read, conversion);
+    }
+    ImageConversion conversion;
+    QString parameters = QStringLiteral("c_type = \"sepia\"\n");
+    EXPECT_THROW(conversion.createFromParameterString(parameters, "c"), ParamError);
+}
+
 TEST(ImageConversionForms, areOneBlockFourWordsAndThreeKeys)
 {
     ImageConversion conversion;
@@ -218,6 +312,17 @@ TEST(Rotation, ofAnElementIsAboutItsOrigin)
     rectangle.setOrigin({3, 4});
     rectangle.setAngle(0.5);
     EXPECT_EQ(Rotation(&rectangle), Rotation({3, 4}, 0.5));
+}
+
+TEST(RotationBlock, ofAnotherVersionIsRefusedAndChangesNothing)
+{
+    for (unsigned int version : {0U, 2U}) {
+        std::string const bytes = BlockCrafter().block(version, Payload().v(1, 2).d(3)).bytes();
+        Rotation rotation({7, 8}, 9);
+        EXPECT_THROW(Support::readFrom(bytes, [&](IO::InStream &stream) { rotation.load(&stream); }),
+                     IO::StreamException);
+        EXPECT_EQ(rotation, Rotation({7, 8}, 9));
+    }
 }
 
 TEST(RotationBlock, has24Bytes)

@@ -1,0 +1,205 @@
+// Damaged figure files load or are refused with IO::StreamException, and take no more memory than their size allows.
+#include <BlockCrafter.h>
+#include <TestTokens.h>
+#include <ZemFig2Figure.h>
+#include <ZemFig2Label.h>
+#include <ZemFig2Line.h>
+#include <ZemFig2Polygon.h>
+#include <ZemFig2Rectangle.h>
+
+#include <ZemScriptObject.h>
+
+#include <sys/resource.h>
+#include <zlib.h>
+
+#include <cstring>
+#include <random>
+
+namespace Zem::Fig2 {
+namespace {
+
+class ConnectedRectangle : public Rectangle
+{
+public:
+    bool canConnectTo(Element const *, QString const &) const override { return true; }
+};
+
+/// A file with every type of element, nested groups and a connector.
+std::string everything()
+{
+    Figure figure;
+    auto *source = new ConnectedRectangle;
+    auto *group = new Group;
+    auto *inner = new Group;
+    auto *polygon = new Polygon;
+    auto *label = new Label;
+    polygon->setPolygon(Polygon2d({{0, 0}, {10, 0}, {10, 10}}, true));
+    label->setText("force $5.1[kN]force$");
+    label->setColorBarVisible(true);
+    for (Element *element :
+         {static_cast<Element *>(source), static_cast<Element *>(new Line), static_cast<Element *>(new Ellipse),
+          static_cast<Element *>(polygon), static_cast<Element *>(group)})
+        figure.getRoot()->addChild(element);
+    group->addChild(label);
+    group->addChild(inner);
+    inner->addChild(new Rectangle);
+    source->connect(polygon, "point");
+    return Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
+}
+
+/// Loads; a figure that was accepted must stand walking, saving and deleting.
+bool loads(std::string const &bytes)
+{
+    try {
+        Figure figure;
+        Support::readFrom(bytes, [&](IO::InStream &stream) { figure.load(&stream, -1, -1); });
+        EXPECT_LT(figure.getEstimatedObjectSize(), 1000 * bytes.size());
+        Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
+        return true;
+    } catch (IO::StreamException const &) {
+        return false;
+    }
+}
+
+std::uint32_t numberAt(std::string const &bytes, std::size_t place)
+{
+    std::uint32_t number = 0;
+    std::memcpy(&number, bytes.data() + place, sizeof number);
+    return number;
+}
+
+/// Where each block begins.
+std::vector<std::size_t> blockPlaces(std::string const &bytes)
+{
+    std::vector<std::size_t> places;
+    for (std::size_t place = Support::streamOf([](IO::OutStream &) {}).size(); place + 12 <= bytes.size();
+         place += 12 + numberAt(bytes, place))
+        places.push_back(place);
+    return places;
+}
+
+/// Makes the checksum of the block right again, so that the damage reaches the readers of the elements.
+void repairChecksum(std::string &bytes, std::size_t block)
+{
+    std::size_t const size = numberAt(bytes, block);
+    auto const *checked = reinterpret_cast<Bytef const *>(bytes.data() + block + 4);
+    auto const checksum = static_cast<std::uint32_t>(crc32(0, checked, static_cast<uInt>(size + 4)));
+    std::memcpy(bytes.data() + block + 8 + size, &checksum, sizeof checksum);
+}
+
+TEST(DamagedFigure, loadsUndamaged)
+{
+    EXPECT_TRUE(loads(everything()));
+}
+
+TEST(DamagedFigure, isRefusedAfterEveryTruncation)
+{
+    std::string const bytes = everything();
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        EXPECT_FALSE(loads(bytes.substr(0, length))) << length;
+}
+
+TEST(DamagedFigure, loadsOrIsRefusedAfterAnyMutation)
+{
+    std::string const bytes = everything();
+    std::mt19937 random(20240521);
+    for (int i = 0; i < 10000; ++i) {
+        std::string damaged = bytes;
+        for (std::size_t k = 0, count = 1 + random() % 4; k < count; ++k)
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        loads(damaged);
+    }
+}
+
+/// One to three bytes of one block: mostly of its payload, sometimes of its version.
+void damageBlock(std::string &bytes, std::size_t block, std::mt19937 &random)
+{
+    std::size_t const size = numberAt(bytes, block);
+    for (std::size_t k = 0, count = 1 + random() % 3; k < count; ++k) {
+        std::size_t const place = random() % 8 == 0 ? 4 + random() % 4 : 8 + random() % size;
+        static constexpr unsigned char EXTREMES[] = {0x00, 0x01, 0x02, 0x7f, 0x80, 0xff};
+        auto const value = random() % 2 == 0 ? static_cast<unsigned char>(random()) : EXTREMES[random() % 6];
+        bytes[block + place] = static_cast<char>(value);
+    }
+    repairChecksum(bytes, block);
+}
+
+TEST(DamagedFigure, loadsOrIsRefusedAfterAnyMutationWithARightChecksum)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    std::mt19937 random(20240522);
+    int loaded = 0;
+    for (int i = 0; i < 10000; ++i) {
+        std::string damaged = bytes;
+        damageBlock(damaged, blocks[random() % blocks.size()], random);
+        loaded += loads(damaged) ? 1 : 0;
+    }
+
+    // Both ways are really taken.
+    EXPECT_GT(loaded, 1000);
+    EXPECT_LT(loaded, 9000);
+}
+
+TEST(DamagedFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        std::size_t const end = i + 1 < blocks.size() ? blocks[i + 1] : bytes.size();
+        std::string const block = bytes.substr(blocks[i], end - blocks[i]);
+        loads(bytes.substr(0, blocks[i]) + bytes.substr(end));
+        loads(bytes.substr(0, end) + block + bytes.substr(end));
+        for (std::size_t k : blocks)
+            loads(bytes.substr(0, k) + block + bytes.substr(k));
+    }
+}
+
+long peakMemoryKilobytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST(DamagedFigure, takesNoMemoryForWhatItOnlyClaims)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    long const before = peakMemoryKilobytes();
+    for (std::size_t block : blocks) {
+        for (std::size_t place = 8; place + 4 <= 8 + numberAt(bytes, block); ++place) {
+            std::string damaged = bytes;
+            // As a count or a length: more than two thousand million.
+            std::memcpy(damaged.data() + block + place, "\xff\xff\xff\x7f", 4);
+            repairChecksum(damaged, block);
+            loads(damaged);
+        }
+    }
+
+    // A single list of that length would take 8 GB; 512 MB leave room for what a sanitizer holds back.
+    EXPECT_LT(peakMemoryKilobytes() - before, 512 * 1024);
+}
+
+TEST(DamagedFigure, updatesOrIsRefused)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    std::mt19937 random(20240523);
+    Support::TestTokens tokens;
+    for (int i = 0; i < 2000; ++i) {
+        std::string damaged = bytes;
+        damageBlock(damaged, blocks[random() % blocks.size()], random);
+        try {
+            Figure figure(&tokens);
+            Support::readFrom(damaged, [&](IO::InStream &stream) { figure.load(&stream, -1, -1); });
+            figure.update(StageIdentifier(1), false);
+            figure.getElementAt({5, 5});
+            figure.toString();
+        } catch (IO::StreamException const &) {
+        }
+    }
+}
+
+} // namespace
+} // namespace Zem::Fig2

@@ -1,0 +1,197 @@
+#include "generated_elements.h"
+
+#include <ZemFig2ColorBar.h>
+#include <ZemFig2Label.h>
+#include <ZemFig2Line.h>
+#include <ZemFig2Polygon.h>
+
+#include <ZemScriptObject.h>
+
+#include <rapidcheck.h>
+
+namespace Zem::Fig2 {
+
+namespace {
+
+double number()
+{
+    double const any =
+        *rc::gen::oneOf(rc::gen::cast<double>(rc::gen::inRange(-1000, 1000)), rc::gen::arbitrary<double>(),
+                        rc::gen::element(0.1, 1.0 / 3.0, 1e-300, 5e-324, 1.7976931348623157e308));
+    // No negative zero: moving a line by nothing makes it positive.
+    return any + 0.0;
+}
+
+double notNegative()
+{
+    return std::abs(number());
+}
+
+BaVec2d<double> vec()
+{
+    double const x = number();
+    return {x, number()};
+}
+
+bool flag()
+{
+    return *rc::gen::arbitrary<bool>();
+}
+
+unsigned int below(unsigned int count)
+{
+    return *rc::gen::inRange(0U, count);
+}
+
+Color color()
+{
+    auto const channel = [] { return *rc::gen::arbitrary<unsigned char>(); };
+    unsigned char const red = channel();
+    unsigned char const green = channel();
+    unsigned char const blue = channel();
+    return {red, green, blue, channel()};
+}
+
+/// Words, blanks, quotes, line ends, letters of other scripts, nothing.
+QString word()
+{
+    auto const pieces = *rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>(
+        "a", "B2", " ", "\"", "\\", "\n", "\t", "=", "ä", "力", "😀", "$", "<b>", "&", ";"));
+    std::string text;
+    for (std::string const &piece : pieces)
+        text += piece;
+    return QString::fromStdString(text);
+}
+
+Font font()
+{
+    QString const family = word();
+    double const size = 1.0 + below(100) / 7.0;
+    return {family, size, below(128)};
+}
+
+LineStyle lineStyle()
+{
+    double const width = notNegative();
+    LineStyle style(width, static_cast<LineStyle::Style>(below(5)), color());
+    style.setCapStyle(static_cast<LineStyle::CapStyle>(below(2)));
+    return style;
+}
+
+FillStyle fillStyle()
+{
+    FillStyle style(color());
+    style.setFilled(flag());
+    return style;
+}
+
+Symbol symbol()
+{
+    auto const type = static_cast<Symbol::Type>(below(14));
+    Symbol symbol(type, notNegative(), flag());
+    symbol.setColor(color());
+    symbol.setDigits(below(1000));
+    symbol.setSpacing(below(1000));
+    return symbol;
+}
+
+Alignment_t alignment()
+{
+    return static_cast<Alignment_t>(below(3));
+}
+
+void fillCommon(Element &element)
+{
+    element.getScriptObject()->setName(word());
+    element.setVisible(flag());
+    element.setLinkTo3D(flag());
+    element.setAutoSize(flag());
+    element.setMaximize(flag());
+    element.setHighlightColor(color());
+    if (element.getType() != Element::GROUP)
+        element.setOrigin(vec());
+    if (element.hasSize())
+        element.setSize(vec());
+    if (element.hasAngle())
+        element.setAngle(number());
+    if (element.hasBorder())
+        element.setBorder(lineStyle());
+    if (element.hasBackground())
+        element.setBackground(fillStyle());
+    if (element.hasFont()) {
+        element.setFont(font());
+        element.setUseSystemFont(flag());
+    }
+    if (element.hasPivotAlignment()) {
+        element.setPivotAlignmentX(alignment());
+        element.setPivotAlignmentY(alignment());
+    }
+    if (element.hasMargin())
+        element.setMargin(notNegative());
+    if (element.hasSpacing())
+        element.setSpacing(notNegative());
+}
+
+void fill(Line &line)
+{
+    line.setPoint1(vec());
+    line.setPoint2(vec());
+    bool const first = flag();
+    line.setArrowInfo({first, flag()});
+    Symbol const symbolAtFirst = symbol();
+    line.setSymbolInfo({symbolAtFirst, symbol()});
+}
+
+void fill(Polygon &polygon)
+{
+    Polygon2d points(true);
+    for (unsigned int i = 0, count = 3 + below(6); i < count; ++i)
+        points.addPoint(vec());
+    polygon.setPolygon(points);
+}
+
+void fill(Label &label)
+{
+    label.setText(word());
+    label.setColorBarVisible(flag());
+    label.setTextAlignmentX(alignment());
+    label.setTextAlignmentY(alignment());
+    label.setExpandWidth(flag());
+    label.setConnectorPoint(vec());
+    label.setConnectorStyle(lineStyle());
+    label.setTemplateName(word());
+}
+
+void fill(Group &group, int depth)
+{
+    for (unsigned int i = 0, count = below(4); i < count; ++i) {
+        bool const nested = depth > 0 && below(4) == 0;
+        group.addChild(generateElement(nested ? Element::GROUP : generateLeafType(), depth - 1).release());
+    }
+    if (group.getChildBegin() != group.getChildEnd() && flag())
+        group.setMasterElement(*(group.getChildEnd() - 1));
+}
+
+} // namespace
+
+Element::Type_t generateLeafType()
+{
+    return *rc::gen::element(Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL);
+}
+
+std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
+{
+    std::unique_ptr<Element> element(Element::create(type));
+    fillCommon(*element);
+    if (auto *line = dynamic_cast<Line *>(element.get()))
+        fill(*line);
+    else if (auto *polygon = dynamic_cast<Polygon *>(element.get()))
+        fill(*polygon);
+    else if (auto *label = dynamic_cast<Label *>(element.get()))
+        fill(*label);
+    else if (auto *group = dynamic_cast<Group *>(element.get()))
+        fill(*group, depth);
+    return element;
+}
+
+} // namespace Zem::Fig2

@@ -1,0 +1,18 @@
+// generated_elements.h: rapidcheck makes elements of every type with any state that a file can hold.
+#pragma once
+
+#include <ZemFig2Element.h>
+#include <ZemFig2Group.h>
+
+#include <memory>
+
+namespace Zem::Fig2 {
+
+/// An element of the type, made from random values; groups get up to three children of at most `depth` levels. To be
+/// called inside rc::check.
+std::unique_ptr<Element> generateElement(Element::Type_t type, int depth = 2);
+
+/// Any type that is no group.
+Element::Type_t generateLeafType();
+
+} // namespace Zem::Fig2

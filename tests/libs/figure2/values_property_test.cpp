@@ -1,0 +1,343 @@
+#include "label_fixture.h"
+
+#include <BlockCrafter.h>
+#include <ZemFig2ImageConversion.h>
+#include <ZemFig2RichText.h>
+#include <ZemFig2Tools.h>
+
+// rapidcheck is not written for these warnings.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
+#pragma GCC diagnostic ignored "-Wshadow"
+#pragma GCC diagnostic ignored "-Wsign-conversion"
+#pragma GCC diagnostic ignored "-Wpedantic"
+#include <rapidcheck/gtest.h>
+#pragma GCC diagnostic pop
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <sstream>
+
+namespace Zem::Fig2 {
+namespace {
+
+/// Any finite number, of all magnitudes.
+rc::Gen<double> anyDouble()
+{
+    return rc::gen::map(rc::gen::arbitrary<std::uint64_t>(), [](std::uint64_t bits) {
+        double const number = std::bit_cast<double>(bits);
+        return std::isfinite(number) ? number : 0.1 * static_cast<double>(bits % 1000);
+    });
+}
+
+rc::Gen<double> anyLength()
+{
+    return rc::gen::map(anyDouble(), [](double number) { return std::abs(number); });
+}
+
+rc::Gen<BaVec2d<double>> anyPoint()
+{
+    return rc::gen::construct<BaVec2d<double>>(anyDouble(), anyDouble());
+}
+
+rc::Gen<Color> anyColor()
+{
+    return rc::gen::map(rc::gen::arbitrary<std::uint32_t>(), [](std::uint32_t bits) {
+        auto const byte = [bits](int index) { return static_cast<unsigned char>(bits >> (8 * index)); };
+        return Color(byte(0), byte(1), byte(2), byte(3));
+    });
+}
+
+template <class Enum>
+rc::Gen<Enum> anyOf(int count)
+{
+    return rc::gen::map(rc::gen::inRange(0, count), [](int number) { return static_cast<Enum>(number); });
+}
+
+/// A text of characters from all planes, control characters included.
+rc::Gen<QString> anyText()
+{
+    auto const character = rc::gen::oneOf(rc::gen::inRange<char32_t>(1, 0x80), rc::gen::inRange<char32_t>(0x80, 0xd800),
+                                          rc::gen::inRange<char32_t>(0xe000, 0x110000));
+    return rc::gen::map(rc::gen::container<std::vector<char32_t>>(character), [](std::vector<char32_t> const &text) {
+        return QString::fromUcs4(text.data(), static_cast<qsizetype>(text.size()));
+    });
+}
+
+/// A text made of what the readers of labels look for.
+rc::Gen<QString> anyMarkup()
+{
+    auto const piece = rc::gen::elementOf(std::vector<std::string>{
+        "<", ">", "$", "$$", " ", "a", "[", "]", "+", "-", ".", "5", "\n", "<color ", "</color>", "<td", "</td>",
+        "<table ", " width=1", " cellpadding=-1", "<html>", "</html>", "<body", "style=\"", "\"", ";", ":", "</",
+        "\xc3\xa4", "&"});
+    return rc::gen::map(rc::gen::container<std::vector<std::string>>(piece), [](std::vector<std::string> const &pieces) {
+        QString text;
+        for (std::string const &part : pieces)
+            text += QString::fromStdString(part);
+        return text;
+    });
+}
+
+rc::Gen<LineStyle> anyLineStyle()
+{
+    return rc::gen::map(rc::gen::tuple(anyLength(), anyOf<LineStyle::Style>(5), anyColor(), anyOf<LineStyle::CapStyle>(2)),
+                        [](std::tuple<double, LineStyle::Style, Color, LineStyle::CapStyle> const &parts) {
+                            LineStyle style(std::get<0>(parts), std::get<1>(parts), std::get<2>(parts));
+                            style.setCapStyle(std::get<3>(parts));
+                            return style;
+                        });
+}
+
+rc::Gen<FillStyle> anyFillStyle()
+{
+    return rc::gen::map(rc::gen::pair(rc::gen::arbitrary<bool>(), anyColor()), [](std::pair<bool, Color> const &parts) {
+        FillStyle style(parts.second);
+        style.setFilled(parts.first);
+        return style;
+    });
+}
+
+Symbol makeSymbol()
+{
+    Symbol symbol(*anyOf<Symbol::Type>(14), *anyLength(), *rc::gen::arbitrary<bool>());
+    symbol.setColor(*anyColor());
+    symbol.setDigits(*rc::gen::arbitrary<unsigned int>());
+    symbol.setSpacing(*rc::gen::arbitrary<unsigned int>());
+    return symbol;
+}
+
+ColorBar makeColorBar()
+{
+    ColorBar bar;
+    bar.setRange(*anyPoint());
+    bar.setValue(*anyDouble(), *rc::gen::arbitrary<bool>());
+    bar.setColor(*anyColor());
+    bar.setWidth(*anyDouble());
+    bar.setUseVariableLength(*rc::gen::arbitrary<bool>());
+    bar.setMinimumLength(*anyDouble());
+    bar.setSide(*anyOf<ColorBar::Side_t>(4));
+    bar.setBorder(*anyLineStyle());
+    bar.setBackground(*anyFillStyle());
+    return bar;
+}
+
+template <class Record>
+Record throughBlock(Record const &record, Record read = Record())
+{
+    std::string const bytes = Support::streamOf([&](IO::OutStream &stream) { record.save(&stream); });
+    Support::readFrom(bytes, [&](IO::InStream &stream) { read.load(&stream); });
+    return read;
+}
+
+template <class Record>
+Record throughText(Record const &record, Record read = Record())
+{
+    std::stringstream stream;
+    stream << record;
+    stream >> read;
+    return read;
+}
+
+template <class Record>
+Record throughParameters(Record const &record, Record read = Record())
+{
+    QString parameters = record.getParameterString("prefix");
+    read.createFromParameterString(parameters, "prefix");
+    RC_ASSERT(parameters.isEmpty());
+    return read;
+}
+
+RC_GTEST_PROP(StylesInAllForms, keepALineStyle, ())
+{
+    LineStyle const style = *anyLineStyle();
+    RC_ASSERT(throughBlock(style) == style);
+    RC_ASSERT(throughText(style) == style);
+    RC_ASSERT(throughParameters(style) == style);
+}
+
+RC_GTEST_PROP(StylesInAllForms, keepAFillStyle, ())
+{
+    FillStyle const style = *anyFillStyle();
+    RC_ASSERT(throughBlock(style) == style);
+    RC_ASSERT(throughText(style) == style);
+    RC_ASSERT(throughParameters(style) == style);
+}
+
+RC_GTEST_PROP(StylesInAllForms, keepASymbol, ())
+{
+    Symbol symbol = makeSymbol();
+    RC_ASSERT(throughText(symbol) == symbol);
+    QString const family = QString::fromStdString(*rc::gen::nonEmpty(rc::gen::container<std::string>(rc::gen::inRange('a', 'z'))));
+    symbol.setFont(Font(family, *rc::gen::inRange(1, 1000) * 0.1, *rc::gen::inRange(0U, 128U)));
+    RC_ASSERT(throughBlock(symbol) == symbol);
+    RC_ASSERT(throughParameters(symbol) == symbol);
+}
+
+RC_GTEST_PROP(StylesInAllForms, keepAnImageConversion, ())
+{
+    ImageConversion conversion;
+    conversion.setType(*anyOf<ImageConversion::Type>(6));
+    conversion.setMin(*rc::gen::arbitrary<int>());
+    conversion.setMax(*rc::gen::arbitrary<int>());
+    RC_ASSERT(throughBlock(conversion) == conversion);
+    RC_ASSERT(throughText(conversion) == conversion);
+    RC_ASSERT(throughParameters(conversion) == conversion);
+}
+
+RC_GTEST_PROP(StylesInAllForms, keepARotation, ())
+{
+    Rotation const rotation(*anyPoint(), *anyDouble());
+    RC_ASSERT(throughBlock(rotation) == rotation);
+}
+
+RC_GTEST_PROP(RotationOfAnyPoint, isUndone, ())
+{
+    auto const coordinate = [] { return *rc::gen::inRange(-10000, 10000) * 0.1; };
+    Rotation const rotation({coordinate(), coordinate()}, coordinate());
+    BaVec2d<double> const point(coordinate(), coordinate());
+    BaVec2d<double> const back = rotation.removeFrom(rotation.applyTo(point));
+    RC_ASSERT((back - point).length() < 1e-9);
+}
+
+RC_GTEST_PROP(ColorBarInAllForms, isKept, ())
+{
+    ColorBar const bar = makeColorBar();
+    QString const parameters = bar.getParameterString("bar");
+    RC_ASSERT(throughBlock(bar).getParameterString("bar") == parameters);
+    RC_ASSERT(throughText(bar).getParameterString("bar") == parameters);
+    RC_ASSERT(throughParameters(bar).getParameterString("bar") == parameters);
+}
+
+RC_GTEST_PROP(ColorBarOfAnyNumbers, isDrawn, ())
+{
+    Support::RecordingPainter painter;
+    makeColorBar().draw(&painter, *anyPoint(), *anyPoint(), Rotation::null);
+    RC_ASSERT(painter.calls().size() <= 5U);
+}
+
+RC_GTEST_PROP(TokenInAllForms, isKept, ())
+{
+    Token_t const token(*anyText(), *anyOf<Variable_t>(11));
+    RC_ASSERT(throughBlock(token) == token);
+    RC_PRE(token.getType() != VARIABLE_SNAPSHOT);
+    QString parameters = token.getParameterString("key");
+    Token_t read;
+    read.createFromParameterString(parameters, "key");
+    RC_ASSERT(read == token);
+    RC_ASSERT(parameters.isEmpty());
+}
+
+RC_GTEST_PROP(TokenOrder, agreesWithEquality, ())
+{
+    auto const token = [] {
+        return Token_t(*rc::gen::element(QString(), QStringLiteral("a"), QStringLiteral("b")), *anyOf<Variable_t>(3));
+    };
+    Token_t const a = token();
+    Token_t const b = token();
+    RC_ASSERT(!(a < b && b < a));
+    RC_ASSERT((a == b) == !(a != b));
+    if (!a.isEmpty() || !b.isEmpty())
+        RC_ASSERT((a == b) == (!(a < b) && !(b < a)));
+}
+
+void fill(Label *label)
+{
+    label->setText(*anyText());
+    label->setTemplateName(*anyText());
+    label->setColorBarVisible(*rc::gen::arbitrary<bool>());
+    label->setColorBar(makeColorBar());
+    label->setTextAlignmentX(*anyOf<Alignment_t>(3));
+    label->setTextAlignmentY(*anyOf<Alignment_t>(3));
+    label->setExpandWidth(*rc::gen::arbitrary<bool>());
+    label->setConnectorPoint(*anyPoint());
+    label->setConnectorStyle(*anyLineStyle());
+    label->setOrigin(*anyPoint());
+    label->setSize(*anyPoint());
+}
+
+RC_GTEST_PROP(LabelInAllForms, isKept, ())
+{
+    Label label;
+    fill(&label);
+    QString const expected = label.getParameterString();
+
+    Label fromBlock;
+    std::string const bytes = Support::streamOf([&](IO::OutStream &stream) { label.save(&stream, 0, 0); });
+    Support::readFrom(bytes, [&](IO::InStream &stream) { fromBlock.load(&stream, 0, 0); });
+    RC_ASSERT(fromBlock.getParameterString() == expected);
+
+    Label fromText;
+    std::stringstream stream;
+    label.saveToStream(stream);
+    fromText.loadFromStream(stream);
+    RC_ASSERT(fromText.getParameterString() == expected);
+
+    Label fromParameters;
+    QString parameters = expected;
+    fromParameters.createFromParameterString(parameters);
+    RC_ASSERT(fromParameters.getParameterString() == expected);
+    RC_ASSERT(parameters.isEmpty());
+}
+
+RC_GTEST_PROP(RichTextOfAnyMarkup, isTheSumOfItsElements, ())
+{
+    QString const text = *rc::gen::oneOf(anyMarkup(), anyText());
+    QString joined;
+    bool lastWasPlain = false;
+    for (RTFIterator it(text); it.hasElement(); it.next()) {
+        RC_ASSERT(!it.getElement().isEmpty());
+        RC_ASSERT(it.getType() != it.getElement().startsWith('<'));
+        RC_ASSERT(!(lastWasPlain && it.getType()));
+        lastWasPlain = it.getType();
+        joined += it.getElement();
+    }
+    RC_ASSERT(joined == text);
+    RC_ASSERT(RTFDocument(text).toString() == text);
+}
+
+RC_GTEST_PROP(RichTextOfAnyMarkup, isConverted, ())
+{
+    QString const text = *rc::gen::oneOf(anyMarkup(), anyText());
+    QString const converted = RTFTools::convertText(text);
+    if (!text.contains("<color"))
+        RC_ASSERT(converted.count('<') == converted.count("</span>") + converted.count("<br>\n"));
+    RC_ASSERT(RTFTools::stripTags(text, "html").size() <= text.size());
+    RC_ASSERT(RTFTools::convertToQt4(text).count("<p>") >= text.count("<p>"));
+    RTFTools::parseStyleAttribute(text);
+    RC_ASSERT(!Tools::stripRTFTags(text).contains('<'));
+}
+
+RC_GTEST_PROP(TokensInAnyMarkup, areSplit, ())
+{
+    QString const text = *rc::gen::oneOf(anyMarkup(), anyText());
+    QString name;
+    QString format;
+    RC_ASSERT(Tools::parseToken(text, &name, &format) == !text.isEmpty());
+    RC_ASSERT(format + name == text);
+
+    std::vector<QString> names;
+    std::vector<QString> formats;
+    Tools::parseTokens(text, '$', &names, &formats);
+    RC_ASSERT(names.size() == formats.size());
+    RC_ASSERT(static_cast<qsizetype>(2 * names.size()) <= text.count('$'));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        RC_ASSERT(text.contains('$' + formats[i] + names[i] + '$'));
+}
+
+RC_GTEST_PROP(TokensInAnyMarkup, areResolved, ())
+{
+    QString const text = *rc::gen::oneOf(anyMarkup(), anyText());
+    Support::TestTokens tokens;
+    tokens.set("a", Value(1));
+    TestLabel label;
+    label.setText(text);
+    label.computeDynamicData(StageIdentifier(1), &tokens);
+    RC_ASSERT(label.getResolvedText() == label.resolveTokensInText(StageIdentifier(1), &tokens, text));
+    RC_ASSERT(label.getResolvedText().count('<') == text.count('<'));
+    RC_ASSERT(std::isfinite(label.getSize().x));
+}
+
+} // namespace
+} // namespace Zem::Fig2
