@@ -9,7 +9,6 @@
 #include <QtGui/QFont>
 
 #include <list>
-#include <unordered_map>
 
 namespace Zem::Fig2Qt {
 
