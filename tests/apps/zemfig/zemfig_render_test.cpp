@@ -191,6 +191,9 @@ TEST_P(FullDisk, leavesTheOldFile)
 {
     Workplace place;
     fill(place);
+    // Long enough for no output to fit into half a kilobyte.
+    place.write("page.figure.toml", QByteArray(PAGE) + "[[element]]\ntype = \"label\"\ntext = \"" +
+                                        QByteArray(2000, 'x') + "\"\n");
     QString const target = QStringLiteral("out.%1").arg(GetParam());
     place.write(target, "as before");
     QString const verb = target.endsWith("fig") || target.endsWith("toml") ? "convert" : "render";
