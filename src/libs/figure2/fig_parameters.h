@@ -66,24 +66,58 @@ private:
     QString prefix_;
 };
 
-/// Takes entries out of a parameter string; a member whose entry is missing is left alone.
+/// Takes entries out of a parameter string that `Parser` reads; a member whose entry is missing is left alone.
 /// Every operation throws ParamError for a value that cannot be read or is out of range.
-class ParameterReader
+template <class Parser>
+class BasicParameterReader
 {
 public:
-    explicit ParameterReader(QString &parameters, QString const &prefix = QString())
+    explicit BasicParameterReader(QString &parameters, QString const &prefix = QString())
         : parameters_(parameters), prefix_(prefix)
     {
     }
 
     QString key(QLatin1StringView name) const { return parameterKey(prefix_, name); }
-    bool exists(QLatin1StringView name) const { return Parse::parameterExists(parameters_, key(name)); }
+    bool exists(QLatin1StringView name) const { return Parser::parameterExists(parameters_, key(name)); }
 
     void item(QLatin1StringView name, bool &value)
     {
         if (exists(name))
-            value = Parse::getBool(parameters_, key(name));
+            value = Parser::getBool(parameters_, key(name));
     }
+    void item(QLatin1StringView name, double &value, double minimum = -ANY_DOUBLE, double maximum = ANY_DOUBLE)
+    {
+        if (exists(name))
+            value = Parser::getDouble(parameters_, key(name), minimum, maximum);
+    }
+    void item(QLatin1StringView name, QString &value)
+    {
+        if (exists(name))
+            value = Parser::getString(parameters_, key(name));
+    }
+    void item(QLatin1StringView name, Color &value)
+    {
+        if (exists(name))
+            value = Parser::getColor(parameters_, key(name));
+    }
+    void item(QLatin1StringView name, BaVec2d<double> &value)
+    {
+        if (exists(name))
+            value = Parser::getVec2d(parameters_, key(name));
+    }
+
+protected:
+    QString &parameters_;
+    QString prefix_;
+};
+
+/// Reads today's parameter strings.
+class ParameterReader : public BasicParameterReader<Parse>
+{
+public:
+    using BasicParameterReader::BasicParameterReader;
+    using BasicParameterReader::item;
+
     void item(QLatin1StringView name, int &value)
     {
         if (exists(name))
@@ -93,26 +127,6 @@ public:
     {
         if (exists(name))
             value = Parse::getUInt(parameters_, key(name), 0, ANY_COUNT);
-    }
-    void item(QLatin1StringView name, double &value, double minimum = -ANY_DOUBLE, double maximum = ANY_DOUBLE)
-    {
-        if (exists(name))
-            value = Parse::getDouble(parameters_, key(name), minimum, maximum);
-    }
-    void item(QLatin1StringView name, QString &value)
-    {
-        if (exists(name))
-            value = Parse::getString(parameters_, key(name));
-    }
-    void item(QLatin1StringView name, Color &value)
-    {
-        if (exists(name))
-            value = Parse::getColor(parameters_, key(name));
-    }
-    void item(QLatin1StringView name, BaVec2d<double> &value)
-    {
-        if (exists(name))
-            value = Parse::getVec2d(parameters_, key(name));
     }
     void item(QLatin1StringView name, Alignment_t &value);
     template <class Enum>
@@ -126,54 +140,16 @@ public:
     {
         value.createFromParameterString(parameters_, key(name));
     }
-
-private:
-    QString &parameters_;
-    QString prefix_;
 };
 
-/// ParameterReader for the parameter strings of an older release.
-class V541ParameterReader
+/// Reads the parameter strings of an older release.
+class V541ParameterReader : public BasicParameterReader<V541Parser>
 {
 public:
-    explicit V541ParameterReader(QString &parameters, QString const &prefix = QString())
-        : parameters_(parameters), prefix_(prefix)
-    {
-    }
+    using BasicParameterReader::BasicParameterReader;
+    using BasicParameterReader::item;
 
-    QString key(QLatin1StringView name) const { return parameterKey(prefix_, name); }
-    bool exists(QLatin1StringView name) const { return V541Parser::parameterExists(parameters_, key(name)); }
-
-    void item(QLatin1StringView name, bool &value)
-    {
-        if (exists(name))
-            value = V541Parser::getBool(parameters_, key(name));
-    }
-    void item(QLatin1StringView name, double &value, double minimum = -ANY_DOUBLE, double maximum = ANY_DOUBLE)
-    {
-        if (exists(name))
-            value = V541Parser::getDouble(parameters_, key(name), minimum, maximum);
-    }
-    void item(QLatin1StringView name, QString &value)
-    {
-        if (exists(name))
-            value = V541Parser::getString(parameters_, key(name));
-    }
-    void item(QLatin1StringView name, Color &value)
-    {
-        if (exists(name))
-            value = V541Parser::getColor(parameters_, key(name));
-    }
-    void item(QLatin1StringView name, BaVec2d<double> &value)
-    {
-        if (exists(name))
-            value = V541Parser::getVec2d(parameters_, key(name));
-    }
     void item(QLatin1StringView name, Alignment_t &value);
-
-private:
-    QString &parameters_;
-    QString prefix_;
 };
 
 } // namespace Zem::Fig2
