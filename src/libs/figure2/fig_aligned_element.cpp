@@ -2,6 +2,7 @@
 
 #include "ZemFig2Rotation.h"
 #include "ZemFig2Tools.h"
+#include "fig_alignment.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text.h"
@@ -17,20 +18,6 @@ constexpr unsigned int BLOCK_VERSION = 1;
 constexpr unsigned int TEXT_VERSION = 1;
 constexpr int LAST_ELEMENT_VERSION_WITHOUT_BLOCK = 7;
 constexpr unsigned int ALIGNMENTS = 3;
-
-/// The share of free room in front of a content.
-double alignedRoom(Alignment_t alignment, double room)
-{
-    switch (alignment) {
-    case ALIGN_CENTER:
-        return room / 2.0;
-    case ALIGN_END:
-        return room;
-    case ALIGN_BEGIN:
-        break;
-    }
-    return 0.0;
-}
 
 /// `step` cut so that `origin` + step stays between 0 and `largest`, 0 winning.
 double cutStep(double step, double origin, double largest)

@@ -7,6 +7,7 @@
 #include "ZemFig2Rotation.h"
 #include "ZemFig2TokenInterface.h"
 #include "ZemFig2Tools.h"
+#include "fig_alignment.h"
 
 #include <ZemError.h>
 #include <ZemLine2d.h>
@@ -23,20 +24,6 @@ namespace {
 
 constexpr double NO_WRAPPING = -1.0;
 constexpr double TOLERANCE = 1e-50;
-
-/// Adds to offset and takes from size what an alignment leaves free in front of a text.
-double alignedShift(Alignment_t alignment, double room)
-{
-    switch (alignment) {
-    case ALIGN_CENTER:
-        return room / 2.0;
-    case ALIGN_END:
-        return room;
-    case ALIGN_BEGIN:
-        break;
-    }
-    return 0.0;
-}
 
 /// Charts and images are what a label may annotate.
 bool isAnnotatable(Element const *element)
@@ -300,10 +287,10 @@ void LabelBase::computeTextOffsetAndSize(BaVec2d<double> *offset, BaVec2d<double
     computeAvailableBox(offset, size);
     if (!expandWidth_) {
         size->x -= resolvedTextSize_.x;
-        offset->x += alignedShift(textAlignmentX_, size->x);
+        offset->x += alignedRoom(textAlignmentX_, size->x);
     }
     size->y -= resolvedTextSize_.y;
-    offset->y += alignedShift(textAlignmentY_, size->y);
+    offset->y += alignedRoom(textAlignmentY_, size->y);
 }
 
 /// Measuring is slow: it is done only for a new text, a new font or another wrapping width.
