@@ -98,8 +98,9 @@ public:
     /// Fills `values` with the boundaries of the classes, ascending, one more than there are classes, in the active
     /// unit if `inActiveUnit`, else in the base unit; the outermost are exactly the limits. `indices` receives as many
     /// numbers: the class that the boundary begins, and for the last one the class that it ends. Both become empty when
-    /// the scale has no colours with `data`. They have equal distances, on a logarithmic scale equal ratios. Neither
-    /// pointer is null. For a continuous scale the answer is that of a discrete one of as many classes.
+    /// the scale has no colours with `data`, or a limit no finite number in the active unit. They have equal distances,
+    /// on a logarithmic scale equal ratios. Neither pointer is null. For a continuous scale the answer is that of a
+    /// discrete one of as many classes.
     void getDiscreteTicks(Data const &data, bool inActiveUnit, std::vector<double> *values,
                           std::vector<int> *indices) const;
 
@@ -136,6 +137,8 @@ public:
 private:
     template <class Self, class Form>
     static void fields(Self &self, Form &form);
+    template <class Parser>
+    void readParameters(QString &parameters);
 
     UnitData unitData_;
     QString unitName_;

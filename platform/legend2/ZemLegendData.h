@@ -46,6 +46,8 @@ public:
 private:
     template <class Self, class Form>
     static void fields(Self &self, Form &form);
+    template <class Parser>
+    void readParameters(QString &parameters);
 
     double dynamicMinimum_ = 0.0;
     double dynamicMaximum_ = 1.0;

@@ -11,6 +11,35 @@
 
 namespace Zem::Legend2 {
 
+/// Where values lie between the limits of a scale: position 0 at the minimum, 1 at the maximum. A plain value.
+class ScaleRange
+{
+public:
+    /// A scale without colours.
+    ScaleRange() = default;
+    ScaleRange(double minimum, double maximum, ColorMode_t mode) noexcept;
+
+    /// The limits are finite, the minimum is not above the maximum and, on a logarithmic scale, above 0. The other
+    /// operations need this.
+    bool isValid() const noexcept { return valid_; }
+    double getMinimum() const noexcept { return minimum_; }
+    double getMaximum() const noexcept { return maximum_; }
+
+    /// From 0 to 1 for a value between the limits, ascending with it; 0.5 when the limits are equal.
+    double positionOf(double value) const noexcept;
+    /// The inverse, for positions from 0 to 1; exactly a limit for 0 and for 1.
+    double valueAt(double position) const noexcept;
+
+private:
+    double minimum_ = 0.0;
+    double maximum_ = 0.0;
+    bool valid_ = false;
+    bool logarithmic_ = false;
+    double shrink_ = 1.0; // keeps the extent of the widest scales finite
+    double start_ = 0.0;
+    double extent_ = 0.0;
+};
+
 /// Made for a walk over many values: what depends on the scale alone is computed at construction, getColor() is a
 /// lookup. Reads the scale, its data and the tolerance parameters at construction and in the two setters, never
 /// afterwards, so that reading colours from several threads is safe.
@@ -22,7 +51,6 @@ namespace Zem::Legend2 {
 class LegendHandler
 {
 public:
-    /// The number of colours that getColors() gives for a continuous scale.
     static constexpr unsigned int NUMBER_OF_COLORS = 256;
 
     /// Refers to both without owning them: they live as long as this object. Without either, no value has a colour.
@@ -40,16 +68,14 @@ public:
     /// scale for values of 0 and below.
     bool isValid(double value) const noexcept;
 
-    /// The colours of the strip at even distances, FROM THE MINIMUM TO THE MAXIMUM (a strip painted from the top needs
-    /// them reversed). Positions along the strip are linear in the value, as those of its ticks are, also when the
-    /// colours are spread logarithmically. NUMBER_OF_COLORS for a continuous scale; for a discrete linear one, one per
-    /// class; none when the scale has no colours. The tolerance mode has no effect.
+    /// NUMBER_OF_COLORS colours of the strip at even distances, FROM THE MINIMUM TO THE MAXIMUM: a strip painted from
+    /// the top needs them reversed. Positions along the strip are linear in the value, as those of its ticks are, also
+    /// when the colours are spread logarithmically. None when the scale has no colours. The tolerance mode has no
+    /// effect.
     std::vector<Color> getColors() const;
 
 private:
-    enum class Place { NOWHERE, BELOW, INSIDE, ABOVE };
-
-    struct Slot
+    struct Choice
     {
         Color color;
         bool valid = false;
@@ -57,32 +83,24 @@ private:
 
     void readScale();
     void readTolerance(ToleranceParams const &params);
-    Place placeOf(double value) const noexcept;
-    double positionOf(double value) const noexcept;
     Color colorAt(double position) const noexcept;
-    Slot slotOf(double value) const noexcept;
-    Slot toleranceSlotOf(double value) const noexcept;
+    Choice choiceOf(double value) const noexcept;
+    Choice toleranceChoiceOf(double value) const noexcept;
 
     Legend const *legend_;
     Data const *data_;
 
-    // The scale, as readScale() found it.
-    Color const *table_ = nullptr; // of the colour map, shared by all handlers and never freed
-    bool hasColors_ = false;
+    ScaleRange range_;
     bool logarithmic_ = false;
-    unsigned int classes_ = 0; // 0 for a continuous scale
-    double minimum_ = 0.0;
-    double maximum_ = 0.0;
-    double shrink_ = 1.0; // keeps the extent of the widest scales finite
-    double start_ = 0.0;
-    double extent_ = 0.0;
-    Slot below_;
-    Slot above_;
+    unsigned int classes_ = 0;     // 0 for a continuous scale
+    Color const *table_ = nullptr; // of the colour map, shared by all handlers and never freed
+    Choice below_;
+    Choice above_;
 
     bool toleranceMode_ = false;
     bool ownTolerance_ = false;
-    double warningShare_ = 0.0;
-    std::array<Slot, ToleranceParams::NUMBER_OF_PASS_TYPES> verdicts_;
+    ToleranceParams tolerance_;
+    std::array<Choice, ToleranceParams::NUMBER_OF_PASS_TYPES> verdicts_;
 };
 
 } // namespace Zem::Legend2

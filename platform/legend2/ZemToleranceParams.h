@@ -85,8 +85,6 @@ private:
 
     template <class Self, class Form>
     static void fields(Self &self, Form &form);
-    PassType const &entry(TolerancePassType_t type) const;
-    PassType &entry(TolerancePassType_t type);
 
     QString title_;
     double warningShare_ = 0.0;
