@@ -6,7 +6,9 @@
 #include <ZemLegendData.h>
 #include <ZemToleranceParams.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 namespace Zem::Legend2 {
@@ -74,6 +76,8 @@ public:
     std::vector<Color> getColors() const;
 
 private:
+    static constexpr unsigned int TABLE_SIZE = 1024;
+
     struct Choice
     {
         Color color;
@@ -89,7 +93,7 @@ private:
     ScaleRange range_;
     bool logarithmic_ = false;
     unsigned int classes_ = 0;     // 0 for a continuous scale
-    Color const *table_ = nullptr; // of the colour map, shared by all handlers and never freed
+    Color const *table_ = nullptr; // TABLE_SIZE colours of the map, shared by all handlers and never freed
     Choice below_;
     Choice above_;
 
@@ -98,5 +102,57 @@ private:
     ToleranceParams tolerance_;
     std::array<Choice, ToleranceParams::NUMBER_OF_PASS_TYPES> verdicts_;
 };
+
+// Inline for the walks over many values.
+
+inline double ScaleRange::positionOf(double value) const noexcept
+{
+    if (!(extent_ > 0.0)) {
+        return 0.5;
+    }
+    double const place = logarithmic_ ? std::log10(value) : value * shrink_;
+    return std::clamp((place - start_) / extent_, 0.0, 1.0);
+}
+
+inline Color LegendHandler::colorAt(double position) const noexcept
+{
+    if (classes_ == 0) {
+        return table_[static_cast<unsigned int>(position * (TABLE_SIZE - 1) + 0.5)];
+    }
+    if (classes_ == 1) {
+        return table_[TABLE_SIZE / 2];
+    }
+    // The first and the last class have the colours of the ends.
+    unsigned int const index = std::min(static_cast<unsigned int>(position * classes_), classes_ - 1);
+    return table_[index * (TABLE_SIZE - 1) / (classes_ - 1)];
+}
+
+inline LegendHandler::Choice LegendHandler::choiceOf(double value) const noexcept
+{
+    if (!range_.isValid() || std::isnan(value) || (logarithmic_ && value <= 0.0)) {
+        return {};
+    }
+    if (toleranceMode_) {
+        return toleranceChoiceOf(value);
+    }
+    if (value < range_.getMinimum()) {
+        return below_;
+    }
+    if (value > range_.getMaximum()) {
+        return above_;
+    }
+    return {colorAt(range_.positionOf(value)), true};
+}
+
+inline Color LegendHandler::getColor(double value, Color fallback) const noexcept
+{
+    Choice const choice = choiceOf(value);
+    return choice.valid ? choice.color : fallback;
+}
+
+inline bool LegendHandler::isValid(double value) const noexcept
+{
+    return choiceOf(value).valid;
+}
 
 } // namespace Zem::Legend2

@@ -7,8 +7,8 @@ namespace Zem::Legend2 {
 
 constexpr unsigned int COLOR_TABLE_SIZE = 1024;
 
-/// COLOR_TABLE_SIZE colours at even distances, from that of the minimum to that of the maximum. They live as long as
-/// the program. May be called from any thread.
+/// COLOR_TABLE_SIZE colours, as many as a LegendHandler looks up, at even distances, from that of the minimum to that
+/// of the maximum. They live as long as the program. May be called from any thread.
 Color const *colorTable(ColorMapName_t name);
 
 } // namespace Zem::Legend2

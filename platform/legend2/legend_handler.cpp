@@ -26,15 +26,6 @@ ScaleRange::ScaleRange(double minimum, double maximum, ColorMode_t mode) noexcep
     extent_ = maximum * shrink_ - start_;
 }
 
-double ScaleRange::positionOf(double value) const noexcept
-{
-    if (!(extent_ > 0.0)) {
-        return 0.5;
-    }
-    double const place = logarithmic_ ? std::log10(value) : value * shrink_;
-    return std::clamp((place - start_) / extent_, 0.0, 1.0);
-}
-
 double ScaleRange::valueAt(double position) const noexcept
 {
     if (position <= 0.0) {
@@ -60,6 +51,7 @@ void LegendHandler::readScale(Legend const &legend, Data const &data)
     logarithmic_ = legend.getColorMode() == COLOR_MODE_LOGARITHMIC;
     range_ = ScaleRange(legend.getMinimum(data), legend.getMaximum(data), legend.getColorMode());
     classes_ = legend.isDiscrete() ? legend.getNumberOfClasses() : 0;
+    static_assert(TABLE_SIZE == COLOR_TABLE_SIZE);
     table_ = colorTable(legend.getColorMapName());
     if (legend.getUseExtremaColors()) {
         below_ = {legend.getMinColor(), legend.isMinColorValid()};
@@ -90,50 +82,9 @@ void LegendHandler::setToleranceParams(ToleranceParams const *params)
     readTolerance(params ? *params : ColorMap::getToleranceParams());
 }
 
-Color LegendHandler::colorAt(double position) const noexcept
-{
-    if (classes_ == 0) {
-        return table_[static_cast<unsigned int>(position * (COLOR_TABLE_SIZE - 1) + 0.5)];
-    }
-    if (classes_ == 1) {
-        return table_[COLOR_TABLE_SIZE / 2];
-    }
-    // The first and the last class have the colours of the ends.
-    unsigned int const index = std::min(static_cast<unsigned int>(position * classes_), classes_ - 1);
-    return table_[index * (COLOR_TABLE_SIZE - 1) / (classes_ - 1)];
-}
-
 LegendHandler::Choice LegendHandler::toleranceChoiceOf(double value) const noexcept
 {
     return verdicts_[tolerance_.getPassType(value, range_.getMinimum(), range_.getMaximum())];
-}
-
-LegendHandler::Choice LegendHandler::choiceOf(double value) const noexcept
-{
-    if (!range_.isValid() || std::isnan(value) || (logarithmic_ && value <= 0.0)) {
-        return {};
-    }
-    if (toleranceMode_) {
-        return toleranceChoiceOf(value);
-    }
-    if (value < range_.getMinimum()) {
-        return below_;
-    }
-    if (value > range_.getMaximum()) {
-        return above_;
-    }
-    return {colorAt(range_.positionOf(value)), true};
-}
-
-Color LegendHandler::getColor(double value, Color fallback) const noexcept
-{
-    Choice const choice = choiceOf(value);
-    return choice.valid ? choice.color : fallback;
-}
-
-bool LegendHandler::isValid(double value) const noexcept
-{
-    return choiceOf(value).valid;
 }
 
 std::vector<Color> LegendHandler::getColors() const
