@@ -24,8 +24,8 @@ std::vector<Room> const &rooms()
 {
     static std::vector<Room> const all = [] {
         std::set<QString> const ground{"platform/zem", "platform/math"};
-        std::set<QString> const platform{"platform/zem",   "platform/math",   "platform/io",
-                                         "platform/parse", "platform/object", "platform/token"};
+        std::set<QString> const platform{"platform/zem",    "platform/math",  "platform/io",     "platform/parse",
+                                         "platform/object", "platform/token", "platform/legend2"};
         auto const with = [](std::set<QString> rooms, std::set<QString> const &more) {
             rooms.insert(more.begin(), more.end());
             return rooms;
@@ -37,6 +37,7 @@ std::vector<Room> const &rooms()
                                  {"platform/parse", ground},
                                  {"platform/object", with(ground, {"platform/io", "platform/parse"})},
                                  {"platform/token", with(ground, {"platform/io", "platform/parse"})},
+                                 {"platform/legend2", with(ground, {"platform/io", "platform/parse"})},
                                  {"src/libs/figure2", platform},
                                  {"src/libs/figure2qt", figure},
                                  {"src/libs/measurement", figure},
