@@ -14,18 +14,17 @@ namespace {
 // After Justin Talbot, Sharon Lin and Pat Hanrahan, "An Extension of Wilkinson's Algorithm for Positioning Tick Labels
 // on Axes", 2010: the most preferred round numbers first, and the weights of simplicity, coverage and density. All
 // labels are equally legible here, which is the rest of the weights.
-struct RoundNumber
-{
-    double digits;
-    int exponent;
-};
-constexpr std::array<RoundNumber, 6> ROUND_NUMBERS{{{1, 0}, {5, 0}, {2, 0}, {25, -1}, {4, 0}, {3, 0}}};
+constexpr std::array<double, 6> ROUND_DIGITS{1, 5, 2, 25, 4, 3};
 constexpr double SIMPLICITY_WEIGHT = 0.25;
 constexpr double COVERAGE_WEIGHT = 0.2;
 constexpr double DENSITY_WEIGHT = 0.5;
 constexpr double LEGIBILITY_WEIGHT = 0.05;
 
-// Every so-manieth multiple only; more is never better than what the first ones find.
+// A single number may be chosen more freely: the coarsest of these that fits.
+constexpr std::array<double, 3> SINGLE_DIGITS{5, 2, 1};
+
+// Ticks are all the multiples of a round number. Only where none gives two ticks, as for two on both sides of 0, every
+// so-manieth multiple will do.
 constexpr long long MAX_SKIP = 6;
 
 /// Evenly spaced ticks.
@@ -64,7 +63,7 @@ public:
 private:
     static double simplicity(std::size_t preference, long long skip, bool holdsZero)
     {
-        return 1.0 - double(preference) / double(ROUND_NUMBERS.size() - 1) - double(skip) + (holdsZero ? 1.0 : 0.0);
+        return 1.0 - double(preference) / double(ROUND_DIGITS.size() - 1) - double(skip) + (holdsZero ? 1.0 : 0.0);
     }
 
     static double score(double simplicity, double coverage, double density)
@@ -91,8 +90,8 @@ private:
 
     void findSeveral()
     {
-        for (long long skip = 1; skip <= MAX_SKIP; ++skip) {
-            for (std::size_t i = 0; i < ROUND_NUMBERS.size(); ++i) {
+        for (long long skip = 1; skip <= MAX_SKIP && best_.count == 0; ++skip) {
+            for (std::size_t i = 0; i < ROUND_DIGITS.size(); ++i) {
                 if (score(simplicity(i, skip, true), 1.0, 1.0) > bestScore_) {
                     tryRoundNumber(i, skip);
                 }
@@ -102,11 +101,11 @@ private:
 
     void tryRoundNumber(std::size_t preference, long long skip)
     {
-        RoundNumber const &number = ROUND_NUMBERS[preference];
-        double const coarsest = std::log10(halfExtent_ / double(skip) / number.digits) + std::log10(2.0);
+        double const digits = ROUND_DIGITS[preference];
+        double const coarsest = std::log10(halfExtent_ / double(skip) / digits) + std::log10(2.0);
         double const finest = coarsest - std::log10(double(maxCount_ + 1));
         for (int exponent = static_cast<int>(std::floor(finest)); exponent <= coarsest + 1.0; ++exponent) {
-            tryGrid({number.digits, exponent}, preference, skip);
+            tryGrid({digits, exponent}, preference, skip);
         }
     }
 
@@ -144,8 +143,8 @@ private:
         constexpr int MOST_DIGITS = 18;
         int const top = static_cast<int>(std::ceil(std::log10(std::max(std::abs(minimum_), std::abs(maximum_)))));
         for (int exponent = top; exponent > top - MOST_DIGITS; --exponent) {
-            for (RoundNumber const &number : ROUND_NUMBERS) {
-                Grid const grid{number.digits, exponent + number.exponent};
+            for (double digits : SINGLE_DIGITS) {
+                Grid const grid{digits, exponent};
                 long long first = 0;
                 long long last = 0;
                 if (grid.findIndices(minimum_, maximum_, &first, &last)) {

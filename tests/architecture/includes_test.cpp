@@ -118,7 +118,8 @@ TEST(Includes, ofTheFigureLibraryAndThePlatformStayWithinTheCoreOfQt)
 
 TEST(Includes, goDownBetweenTheLayersOfTheFigureLibrary)
 {
-    static QStringList const layers{"values", "streams", "painting", "tokens", "services", "element", "labels", "document"};
+    static QStringList const layers{"values",   "streams", "painting", "tokens",
+                                    "services", "element", "labels",   "document"};
     static QRegularExpression const form(QStringLiteral("// Layer: ([a-z]+)"));
     QMap<QString, qsizetype> layerOf;
     for (QString const &file : sourcesOf("src/libs/figure2")) {

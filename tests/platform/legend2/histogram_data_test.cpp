@@ -66,9 +66,12 @@ TEST(HistogramData, refusesValuesThatAreNotFiniteAndAddsNothing)
 {
     for (double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
         HistogramData histogram = histogramOf({{1.0, 2}});
-        EXPECT_FALSE(histogram.addHistogram(Counts{{0.5, 1}, {bad, 1}}));
+        EXPECT_FALSE(histogram.addHistogram(Counts{{bad, 1}}));
         EXPECT_EQ(histogram, histogramOf({{1.0, 2}}));
     }
+    HistogramData histogram;
+    EXPECT_FALSE(histogram.addHistogram(Counts{{0.5, 1}, {std::numeric_limits<double>::infinity(), 1}}));
+    EXPECT_FALSE(histogram.isValid());
 }
 
 TEST(HistogramData, refusesCountsThatHaveNoRoomAndAddsNothing)
