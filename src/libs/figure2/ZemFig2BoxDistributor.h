@@ -178,8 +178,9 @@ public:
 
     /// One more stretch for boxes, from the first to the second point. Throws ProgError for a slanted line.
     void addFreeLine2d(Line2d const &line, Direction_t direction);
-    /// A label to place. It leaves its place at once. Its size should be up to date.
-    void addTextBox(LabelBase *label);
+    /// A label to place at its connector point. It leaves its place at once; its size should be up to date. The box is
+    /// the distributor's, null when not valid: for a label that points at something else.
+    TextBox *addTextBox(LabelBase *label);
     /// Something to keep clear of, as it is.
     void addFixedBox(Rect const &rect);
     /// The same with the box distance around it.

@@ -191,10 +191,10 @@ void BoxDistributor::dressBox(TextBox *box, BaVec2d<double> const &size) const
     box->setMinBoxDist(boxDistance_);
 }
 
-void BoxDistributor::addTextBox(LabelBase *label)
+BoxDistributor::TextBox *BoxDistributor::addTextBox(LabelBase *label)
 {
     if (!valid_)
-        return;
+        return nullptr;
     BaVec2d<double> point;
     if (label->hasConnectorPoint())
         point = {insideX(label->getConnectorPoint().x), insideY(label->getConnectorPoint().y)};
@@ -206,6 +206,7 @@ void BoxDistributor::addTextBox(LabelBase *label)
     box->setPos(point);
     dressBox(box.get(), size);
     textBoxes_.push_back(std::move(box));
+    return textBoxes_.back().get();
 }
 
 void BoxDistributor::addFixedBox(Rect const &rect)
