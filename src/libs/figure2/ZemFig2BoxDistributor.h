@@ -168,6 +168,8 @@ public:
 
     /// False for a page without room for a line on every side.
     bool isValid() const { return valid_; }
+    /// Whether the edges fit the page, too; otherwise nothing is placed but with a given focus.
+    bool canPlace() const;
     /// How far placeAtElement puts a box from its point, in every distributor. At first 0.7 % of the page of the
     /// first distributor.
     static void setElementDistance(double x, double y);
@@ -215,7 +217,6 @@ private:
     BaVec2d<double> boxSize(Element const &element) const;
     void dressBox(TextBox *box, BaVec2d<double> const &size) const;
     TextBox *addBoxAround(Element const &element);
-    bool fitsItsEdges() const;
     double insideX(double x) const;
     double insideY(double y) const;
     void sortForBorder();

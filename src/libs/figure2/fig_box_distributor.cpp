@@ -262,7 +262,7 @@ void BoxDistributor::moveSide(Direction_t side, double distance)
         line->moveSide(side, limit);
 }
 
-bool BoxDistributor::fitsItsEdges() const
+bool BoxDistributor::canPlace() const
 {
     return valid_ && 2.0 * edgeDistance_ <= width_ && 2.0 * edgeDistance_ <= height_;
 }

@@ -146,7 +146,7 @@ void BoxDistributor::placeOnRays(BaVec2d<double> const &focus)
 
 void BoxDistributor::distribute(StageIdentifier const &stage)
 {
-    if (fitsItsEdges())
+    if (canPlace())
         distribute(stage, calcFocalPoint());
 }
 

@@ -178,7 +178,7 @@ void BoxDistributor::placeAtPoint(Obstacles const &obstacles, std::vector<TextBo
 
 void BoxDistributor::placeAtElement(StageIdentifier const &stage)
 {
-    if (!fitsItsEdges())
+    if (!canPlace())
         return;
     std::vector<TextBox const *> all;
     for (auto const &box : textBoxes_)

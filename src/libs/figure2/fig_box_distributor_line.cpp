@@ -71,19 +71,27 @@ void BoxDistributor::FreeLine2d::setDirection(Direction_t direction)
 
 void BoxDistributor::FreeLine2d::moveSide(Direction_t side, double limit)
 {
-    // An end beyond the limit comes to lie on it: of a line across the side one end, of a line along it both.
-    auto const cut = [side, limit](BaVec2d<double> end) {
-        if (side == DIRECTION_LEFT)
-            end.x = std::max(end.x, limit);
-        else if (side == DIRECTION_RIGHT)
-            end.x = std::min(end.x, limit);
-        else if (side == DIRECTION_UP)
-            end.y = std::max(end.y, limit);
-        else
-            end.y = std::min(end.y, limit);
-        return end;
-    };
-    setLine({cut(line_.first), cut(line_.second)});
+    bool const isUpright = line_.first.x == line_.second.x;
+    bool const isLevel = line_.first.y == line_.second.y;
+    Line2d line = line_;
+    // A line along the side moves as a whole, of one across it the end on that side. A cut by more than the length
+    // leaves the ends the other way round, which setLine turns.
+    if (side == DIRECTION_LEFT)
+        line.first.x = std::max(line.first.x, limit);
+    else if (side == DIRECTION_RIGHT)
+        line.second.x = std::min(line.second.x, limit);
+    else if (side == DIRECTION_UP)
+        line.first.y = std::max(line.first.y, limit);
+    else
+        line.second.y = std::min(line.second.y, limit);
+    bool const isFirst = side == DIRECTION_LEFT || side == DIRECTION_UP;
+    BaVec2d<double> const &cut = isFirst ? line.first : line.second;
+    BaVec2d<double> &other = isFirst ? line.second : line.first;
+    if (isUpright)
+        other.x = cut.x;
+    if (isLevel)
+        other.y = cut.y;
+    setLine(line);
 }
 
 void BoxDistributor::FreeLine2d::closestEdge(BaVec2d<double> const &point, double *dist2, BaVec2d<double> *edge) const

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 namespace Zem::Fig2 {
 namespace {
@@ -14,11 +15,11 @@ using TextBox = BoxDistributor::TextBox;
 
 std::string linesOf(BoxDistributor const &distributor)
 {
-    std::string text;
+    std::ostringstream text;
     for (auto const &line : distributor.getFreeLines())
-        text += Support::text(line->getLine().first) + "-" + Support::text(line->getLine().second) + " " +
-                std::to_string(line->getDirection()) + (line->isVertical() ? " upright\n" : " level\n");
-    return text;
+        text << Support::text(line->getLine().first) << '-' << Support::text(line->getLine().second) << ' '
+             << line->getDirection() << (line->isVertical() ? " upright\n" : " level\n");
+    return text.str();
 }
 
 TEST_F(BoxDistributorTest, hasALineAlongEachSideInARing)
