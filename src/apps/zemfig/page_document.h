@@ -37,7 +37,7 @@ PageDocument readPageDocument(QString const &fileName);
 PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 
 /// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
-/// figure. Elements without a name get none.
-QString writePageDocument(Fig2::Figure const &figure);
+/// figure. Elements without a name get none. `data` becomes the [data] table.
+QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {});
 
 } // namespace Zem::Zemfig

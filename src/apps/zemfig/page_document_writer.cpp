@@ -133,9 +133,10 @@ QString recordOf(QString const &key)
 class Writer
 {
 public:
-    QString write(Figure const &figure)
+    QString write(Figure const &figure, QMap<QString, QVariant> const &data)
     {
         writePage(figure);
+        writeData(data);
         writeChildren(*figure.getRoot(), QStringLiteral("element"));
         return text_;
     }
@@ -149,6 +150,18 @@ private:
         QString const size = Parse::createVec2d(QStringLiteral("size"), figure.getSize());
         line(QStringLiteral("size"), valueForm(entriesOf(size).front()));
         writeParameters(entriesOf(figure.getBackground().getParameterString(QStringLiteral("background"))));
+    }
+
+    void writeData(QMap<QString, QVariant> const &data)
+    {
+        static QRegularExpression const bare(QStringLiteral("\\A[A-Za-z0-9_-]+\\z"));
+        if (!data.isEmpty())
+            text_ += QLatin1StringView("\n[data]\n");
+        for (auto it = data.cbegin(); it != data.cend(); ++it) {
+            bool const isText = it.value().typeId() == QMetaType::QString;
+            QString const value = it.value().toString();
+            line(bare.match(it.key()).hasMatch() ? it.key() : quoted(it.key()), isText ? quoted(value) : value);
+        }
     }
 
     void writeChildren(Group const &group, QString const &path)
@@ -239,9 +252,9 @@ private:
 
 } // namespace
 
-QString writePageDocument(Figure const &figure)
+QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data)
 {
-    return Writer().write(figure);
+    return Writer().write(figure, data);
 }
 
 } // namespace Zem::Zemfig
