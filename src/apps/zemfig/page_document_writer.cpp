@@ -10,7 +10,9 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace Zem::Zemfig {
 
@@ -117,8 +119,8 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 6> RECORDS{"border",    "background", "connector_style",
-                                              "color_bar", "symbol1",    "symbol2"};
+constexpr std::array<char const *, 8> RECORDS{"border",  "background", "connector_style", "color_bar",
+                                              "symbol1", "symbol2",    "tick_box",        "tick_line"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)
@@ -133,10 +135,13 @@ QString recordOf(QString const &key)
 class Writer
 {
 public:
-    QString write(Figure const &figure, QMap<QString, QVariant> const &data)
+    QString write(Figure const &figure, QMap<QString, QVariant> const &data,
+                  std::optional<Measurement::ColorScale> const &scale)
     {
         writePage(figure);
         writeData(data);
+        if (scale)
+            writeScale(*scale);
         writeChildren(*figure.getRoot(), QStringLiteral("element"));
         return text_;
     }
@@ -164,6 +169,13 @@ private:
         }
     }
 
+    void writeScale(Measurement::ColorScale const &scale)
+    {
+        text_ += QLatin1StringView("\n[scale]\n");
+        writeParameters(changedFrom(entriesOf(Measurement::ColorScale().getParameterString()),
+                                    entriesOf(scale.getParameterString())));
+    }
+
     void writeChildren(Group const &group, QString const &path)
     {
         for (auto child = group.getChildBegin(); child != group.getChildEnd(); ++child)
@@ -184,17 +196,26 @@ private:
         writeChildren(*group, path + QLatin1StringView(".children"));
     }
 
-    static std::vector<Parameter> changedParameters(Element const &element)
+    static std::vector<Parameter> changedFrom(std::vector<Parameter> const &standard,
+                                              std::vector<Parameter> const &parameters)
     {
         std::vector<Parameter> changed;
-        for (Parameter const &parameter : entriesOf(element.getParameterString())) {
-            bool const isDerived = parameter.key == Element::PARAM_TYPE ||
-                                   (parameter.key == Element::PARAM_ORIGIN &&
-                                    (element.getType() == Element::GROUP || element.getType() == Element::LINE));
-            auto const standard = findParameter(element.getType(), parameter.key);
-            if (!isDerived && !(standard && standard->value == parameter.value))
-                changed.push_back(parameter);
-        }
+        std::copy_if(parameters.begin(), parameters.end(), std::back_inserter(changed), [&](Parameter const &parameter) {
+            return std::none_of(standard.begin(), standard.end(), [&parameter](Parameter const &one) {
+                return one.key == parameter.key && one.value == parameter.value;
+            });
+        });
+        return changed;
+    }
+
+    static std::vector<Parameter> changedParameters(Element const &element)
+    {
+        std::vector<Parameter> changed =
+            changedFrom(parametersOf(element.getType()), entriesOf(element.getParameterString()));
+        bool const derivedOrigin = element.getType() == Element::GROUP || element.getType() == Element::LINE;
+        std::erase_if(changed, [derivedOrigin](Parameter const &parameter) {
+            return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN);
+        });
         return changed;
     }
 
@@ -252,9 +273,10 @@ private:
 
 } // namespace
 
-QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data)
+QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data,
+                          std::optional<Measurement::ColorScale> const &scale)
 {
-    return Writer().write(figure, data);
+    return Writer().write(figure, data, scale);
 }
 
 } // namespace Zem::Zemfig

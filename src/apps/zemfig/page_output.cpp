@@ -36,19 +36,28 @@ void tellLostData(PageDocument const &document, QString const &input, char const
                     .arg(input, QString::fromLatin1(reason)));
 }
 
+/// A figure file holds no scale.
+void tellLostScale(PageDocument const &document, QString const &input)
+{
+    if (document.scale)
+        message(QStringLiteral("%1: a figure file holds no colour scale: [scale] is left out, store it in the project")
+                    .arg(input));
+}
+
 } // namespace
 
 void writePage(PageDocument const &document, QString const &input, QString const &output)
 {
     if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
         tellLostData(document, input, "a figure file names no data");
+        tellLostScale(document, input);
         saveFigureFile(*document.figure, output);
     } else if (output.endsWith(QLatin1StringView(".toml"))) {
         bool const keepsData = areInOneFolder(input, output);
         if (!keepsData)
             tellLostData(document, input, "its data cannot be named from another folder");
-        writeFile(output,
-                  writePageDocument(*document.figure, keepsData ? document.data : QMap<QString, QVariant>()).toUtf8());
+        QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
+        writeFile(output, writePageDocument(*document.figure, data, document.scale).toUtf8());
     } else {
         throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
     }

@@ -13,6 +13,7 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
         choice.project = QString::fromStdString(arguments.project);
         choice.csv = QString::fromStdString(arguments.data);
     }
+    choice.scale = document.scale;
     arguments.csv.apply(&choice);
     return choice;
 }

@@ -155,7 +155,11 @@ TEST_F(LegendForms, ofTextBeginWithVersionAndFields)
 
 TEST_F(LegendForms, ofNewerTextAreRefused)
 {
-    EXPECT_EQ(thrownText<IO::StreamException>([this] { loadText(legend, textForm(filled).replace(0, 1, "2")); }),
+    EXPECT_EQ(thrownText<IO::StreamException>([this] {
+                  std::string newer = textForm(filled);
+                  newer[0] = '2';
+                  loadText(legend, newer);
+              }),
               "wrong block version");
 }
 
@@ -164,7 +168,7 @@ TEST_F(LegendForms, ofTextWithABadScaleFail)
     std::string form = textForm(filled);
     std::size_t const place = form.find("legend_digits");
     ASSERT_NE(place, std::string::npos);
-    form.replace(form.find('1', place), 1, "x");
+    form[form.find('1', place)] = 'x';
 
     EXPECT_FALSE(loadText(legend, form));
 }
