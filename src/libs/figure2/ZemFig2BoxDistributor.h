@@ -16,6 +16,7 @@ namespace Zem::Fig2 {
 class Element;
 class FigureTokenInterface;
 class LabelBase;
+class Legend;
 
 /// Made for a page of one size, told what to place and what to keep clear of, and then run once: `distribute` puts the
 /// labels along the page border so that their connector lines cross as little as possible, `placeAtElement` puts each
@@ -191,6 +192,12 @@ public:
     void addFixedTextBox(LabelBase *label);
     /// Keeps the free lines `distance` away from one side of the page, besides its edge.
     void moveSide(Direction_t side, double distance);
+
+    /// Whether the legend stands at the left or right border of the page, with `vertical` at the upper or lower one, at
+    /// most `distance` away from it. Then `outSide` and `outShift` suit moveSide, so that labels stay off the legend;
+    /// otherwise both are left alone. Always false unless `isShown`.
+    static bool legendAtBorder(BaVec2d<double> pageSize, Legend *legend, bool isShown, bool vertical, double distance,
+                               double *outShift, Direction_t *outSide);
 
     /// Places along the free lines, away from the middle of all points, and updates the labels for the stage.
     void distribute(StageIdentifier const &stage);
