@@ -228,7 +228,6 @@ private:
     double insideY(double y) const;
     void sortForBorder();
     void sortForElements(BaVec2d<double> const &focal);
-    FreeLine2d const *nearestLine(TextBox const &box) const;
     Place_t placeOnRay(Obstacles const &obstacles, BaVec2d<double> const &focus, TextBox *box) const;
     Place_t placeOnNearest(Obstacles const &obstacles, TextBox *box) const;
     void placeOnRays(BaVec2d<double> const &focus);
