@@ -16,6 +16,7 @@ namespace Zem::Fig2 {
 class Element;
 class FigureTokenInterface;
 class LabelBase;
+class Legend;
 
 /// Made for a page of one size, told what to place and what to keep clear of, and then run once: `distribute` puts the
 /// labels along the page border so that their connector lines cross as little as possible, `placeAtElement` puts each
@@ -192,6 +193,12 @@ public:
     /// Keeps the free lines `distance` away from one side of the page, besides its edge.
     void moveSide(Direction_t side, double distance);
 
+    /// Whether the legend stands at the left or right border of the page, with `vertical` at the upper or lower one, at
+    /// most `distance` away from it. Then `outSide` and `outShift` suit moveSide, so that labels stay off the legend;
+    /// otherwise both are left alone. Always false unless `isShown`.
+    static bool legendAtBorder(BaVec2d<double> pageSize, Legend *legend, bool isShown, bool vertical, double distance,
+                               double *outShift, Direction_t *outSide);
+
     /// Places along the free lines, away from the middle of all points, and updates the labels for the stage.
     void distribute(StageIdentifier const &stage);
     /// The same, away from `focus`; a coordinate off the page becomes that of the page centre.
@@ -221,7 +228,6 @@ private:
     double insideY(double y) const;
     void sortForBorder();
     void sortForElements(BaVec2d<double> const &focal);
-    FreeLine2d const *nearestLine(TextBox const &box) const;
     Place_t placeOnRay(Obstacles const &obstacles, BaVec2d<double> const &focus, TextBox *box) const;
     Place_t placeOnNearest(Obstacles const &obstacles, TextBox *box) const;
     void placeOnRays(BaVec2d<double> const &focus);

@@ -1,6 +1,7 @@
 #include "ZemFig2BoxDistributor.h"
 
 #include "ZemFig2LabelBase.h"
+#include "ZemFig2Legend.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,7 @@ namespace {
 constexpr double UNSET_DISTANCE = std::numeric_limits<double>::max();
 constexpr double SHORTEST_LINE_SQUARED = 2.0;
 constexpr double PART_OF_PAGE = 0.007;
+constexpr double BORDER_TOLERANCE = 1e-12;
 
 /// A size that cannot be laid out counts as none.
 double finite(double value)
@@ -260,6 +262,26 @@ void BoxDistributor::moveSide(Direction_t side, double distance)
         limit = height_ - distance - edge;
     for (auto const &line : freeLines_)
         line->moveSide(side, limit);
+}
+
+bool BoxDistributor::legendAtBorder(BaVec2d<double> pageSize, Legend *legend, bool isShown, bool vertical,
+                                    double distance, double *outShift, Direction_t *outSide)
+{
+    if (!isShown)
+        return false;
+    Rect const covered(legend->computeCoveredPolygon(true));
+    double const begin = vertical ? covered.y : covered.x;
+    double const end = vertical ? covered.y + covered.height : covered.x + covered.width;
+    double const page = vertical ? pageSize.y : pageSize.x;
+    bool const isAtBegin = begin <= distance + BORDER_TOLERANCE;
+    if (!isAtBegin && !(end >= page - distance - BORDER_TOLERANCE))
+        return false;
+    *outShift = isAtBegin ? end : page - begin;
+    if (vertical)
+        *outSide = isAtBegin ? DIRECTION_UP : DIRECTION_DOWN;
+    else
+        *outSide = isAtBegin ? DIRECTION_LEFT : DIRECTION_RIGHT;
+    return true;
 }
 
 bool BoxDistributor::canPlace() const

@@ -1,5 +1,7 @@
 #include "box_distributor_fixture.h"
 
+#include <cmath>
+
 namespace Zem::Fig2 {
 namespace {
 
@@ -235,6 +237,16 @@ TEST_F(FindLine, takesTheNearestOfTheLinesThatAreMet)
     square.findFreeLine2d({{50, 50}, {50, 60}}, &box, &line);
     EXPECT_EQ(number(), 4u);
     EXPECT_EQ(Support::text(box.getPos()), "50,70");
+}
+
+TEST_F(FindLine, keepsTheEarlierLineWhenAnotherIsNearerByARounding)
+{
+    // Two units in the last place of 70: the squared distances, about 400, differ by 1.1e-12.
+    double const nearer = std::nextafter(std::nextafter(70.0, 0.0), 0.0);
+    square.addFreeLine2d({{20, 70}, {80, 70}}, UP);
+    square.addFreeLine2d({{20, nearer}, {80, nearer}}, UP);
+    square.findFreeLine2d({{50, 50}, {50, 60}}, &box, &line);
+    EXPECT_EQ(number(), 4u);
 }
 
 TEST_F(FindLine, takesTheLineMissedLeastWhenNoneIsMet)

@@ -38,8 +38,11 @@ protected:
     static std::string corners(BoxDistributor::Boxes const &boxes)
     {
         std::string text;
-        for (auto const &box : boxes)
-            text += (text.empty() ? "" : " ") + Support::text(box->getPos());
+        for (auto const &box : boxes) {
+            if (!text.empty())
+                text += ' ';
+            text += Support::text(box->getPos());
+        }
         return text;
     }
     static std::string at(Label const *label) { return Support::text(label->getOrigin()); }

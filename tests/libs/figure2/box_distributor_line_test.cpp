@@ -258,6 +258,17 @@ TEST_F(FreeLineTest, pushesABoxThatOnlyTouches)
     EXPECT_EQ(Support::text(box.getPos()), "70.1,84");
 }
 
+TEST_F(FreeLineTest, takesAGapBelowTheToleranceForATouch)
+{
+    addObstacle({50, 80, 20, 10});
+    TextBox box = makeBox({70.0 + 5e-13, 0, 10, 6});
+    EXPECT_TRUE(slide(&box, 1));
+    EXPECT_TRUE(moved);
+    box.setPos({70.0 + 5e-12, 0});
+    EXPECT_TRUE(slide(&box, 1));
+    EXPECT_FALSE(moved);
+}
+
 TEST_F(FreeLineTest, startsOverAfterEachPush)
 {
     // Past the second the box meets the first.
