@@ -1,24 +1,14 @@
+#include <ElementForms.h>
 #include <ZemFig2RichText.h>
 
 #include <ZemError.h>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace Zem::Fig2 {
 namespace {
 
-QString programError(std::function<void()> const &action)
-{
-    try {
-        action();
-    } catch (ProgError const &error) {
-        EXPECT_TRUE(error.getText().contains("fig_rich_text")) << error.what();
-        return error.getText().section(QStringLiteral("): "), 1);
-    }
-    return QStringLiteral("nothing was thrown");
-}
+using Support::progError;
 
 /// Elements in order, plain text in quotes.
 std::string elementsOf(char const *text)
@@ -55,16 +45,16 @@ TEST(RTFIterator, endsWithAnErrorBehindTheLastElement)
     it.next();
     EXPECT_FALSE(it.hasElement());
     EXPECT_EQ(it.getElement(), "");
-    EXPECT_EQ(programError([&] { it.next(); }), "No more elements");
-    EXPECT_EQ(programError([&] { it.getType(); }), "Text end reached");
+    EXPECT_EQ(progError([&] { it.next(); }), "fig_rich_text: No more elements");
+    EXPECT_EQ(progError([&] { it.getType(); }), "fig_rich_text: Text end reached");
 }
 
 TEST(RTFIterator, ofAnEmptyTextHasNoElements)
 {
     RTFIterator it{QString()};
     EXPECT_FALSE(it.hasElement());
-    EXPECT_EQ(programError([&] { it.getType(); }), "Text end reached");
-    EXPECT_EQ(programError([&] { it.next(); }), "No more elements");
+    EXPECT_EQ(progError([&] { it.getType(); }), "fig_rich_text: Text end reached");
+    EXPECT_EQ(progError([&] { it.next(); }), "fig_rich_text: No more elements");
 }
 
 TEST(RTFDocument, endsAParagraphAtItsClosingTag)
