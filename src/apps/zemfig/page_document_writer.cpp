@@ -68,19 +68,12 @@ QString textOf(Parameter const &parameter)
 
 QString fontForm(QString const &text)
 {
-    static constexpr std::array<std::pair<char const *, unsigned int>, 7> STYLES{{{"italic", Font::ITALIC},
-                                                                                  {"bold", Font::BOLD},
-                                                                                  {"light", Font::LIGHT},
-                                                                                  {"demi_bold", Font::DEMI_BOLD},
-                                                                                  {"black", Font::BLACK},
-                                                                                  {"underline", Font::UNDERLINE},
-                                                                                  {"strikeout", Font::STRIKEOUT}}};
     Font font;
     if (!font.createFromParameterString(text))
         return quoted(text);
     QString styles;
     unsigned int rest = font.getStyle();
-    for (auto const &[word, bit] : STYLES) {
+    for (auto const &[word, bit] : FONT_STYLES) {
         if (rest & bit)
             styles += QStringLiteral(", %1 = true").arg(QLatin1StringView(word));
         rest &= ~bit;
