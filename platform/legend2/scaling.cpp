@@ -13,7 +13,8 @@ namespace {
 
 // After Justin Talbot, Sharon Lin and Pat Hanrahan, "An Extension of Wilkinson's Algorithm for Positioning Tick Labels
 // on Axes", 2010: the most preferred round numbers first, and the weights of simplicity, coverage and density. All
-// labels are equally legible here, which is the rest of the weights.
+// labels are equally legible here, which is the rest of the weights. 25 counts as 2.5. It is used for whole numbers
+// only: fewer ticks must never need more decimals, and between 0.2 and 0.5 those of 0.25 would.
 constexpr std::array<double, 6> ROUND_DIGITS{1, 5, 2, 25, 4, 3};
 constexpr double SIMPLICITY_WEIGHT = 0.25;
 constexpr double COVERAGE_WEIGHT = 0.2;
@@ -102,9 +103,11 @@ private:
     void tryRoundNumber(std::size_t preference, long long skip)
     {
         double const digits = ROUND_DIGITS[preference];
+        int const least = digits > 10.0 ? 0 : std::numeric_limits<int>::min();
         double const coarsest = std::log10(halfExtent_ / double(skip) / digits) + std::log10(2.0);
         double const finest = coarsest - std::log10(double(maxCount_ + 1));
-        for (int exponent = static_cast<int>(std::floor(finest)); exponent <= coarsest + 1.0; ++exponent) {
+        for (int exponent = std::max(least, static_cast<int>(std::floor(finest))); exponent <= coarsest + 1.0;
+             ++exponent) {
             tryGrid({digits, exponent}, preference, skip);
         }
     }

@@ -87,6 +87,22 @@ TEST(Ticks, ofUsualBoundsAreEvenAndHalfAsManyAsAllowedOrMore)
     }));
 }
 
+TEST(Ticks, needNoMoreDecimalsWhenTheyAreFewer)
+{
+    EXPECT_TRUE(rc::check([] {
+        double const a = *usualDouble();
+        double const b = *usualDouble();
+        RC_PRE(std::abs(a - b) > 1e-9 * std::max(std::abs(a), std::abs(b)));
+        auto const mode = static_cast<ColorMode_t>(*rc::gen::inRange(0, 2));
+        int digits = 0;
+        for (int count = 1; count < 60; ++count) {
+            int const more = Scaling::getNumberOfDigits(ticks(std::min(a, b), std::max(a, b), count, mode));
+            RC_ASSERT(digits <= more);
+            digits = more;
+        }
+    }));
+}
+
 /// As the labels of a scale are made: six decimals, then cut.
 std::string cutText(double value, int digits)
 {

@@ -86,6 +86,14 @@ TEST(LinearTicks, areMultiplesOfTheirDistance)
     EXPECT_THAT(ticks(0.9, 9.1, 5), ElementsAre(2, 4, 6, 8)); // not 1, 3, 5, 7, 9
 }
 
+TEST(LinearTicks, areQuartersOfWholeNumbersOnly)
+{
+    EXPECT_THAT(ticks(0, 100, 5), ElementsAre(0, 25, 50, 75, 100));
+    // 0.25 needs more decimals than the 0.2 of six ticks.
+    EXPECT_THAT(ticks(0, 1, 5), ElementsAre(0, 0.3, 0.6, 0.9));
+    EXPECT_THAT(ticks(0, 1, 4), ElementsAre(0, 0.5, 1));
+}
+
 TEST(LinearTicks, areTwoOnBothSidesOfZeroWhenTwoAreAskedFor)
 {
     EXPECT_THAT(ticks(-5, 5, 2), ElementsAre(-5, 5));
