@@ -41,8 +41,7 @@ private:
 };
 
 /// Made for a walk over many values: what depends on the scale alone is computed at construction, getColor() is a
-/// lookup. Reads the scale, its data and the tolerance parameters at construction and in the two setters, never
-/// afterwards, so that reading colours from several threads is safe.
+/// lookup. Reading colours from several threads is safe.
 ///
 /// A scale has colours when its limits are finite, the minimum is not above the maximum, and on a logarithmic scale
 /// both are above 0. When both are equal, that one value has the colour of the middle.
@@ -53,7 +52,7 @@ class LegendHandler
 public:
     static constexpr unsigned int NUMBER_OF_COLORS = 256;
 
-    /// Refers to both without owning them: they live as long as this object. Without either, no value has a colour.
+    /// Reads both now and keeps neither. Without either, no value has a colour.
     LegendHandler(Legend const *legend, Data const *data);
 
     /// Uses the colours of setToleranceParams(), or else those of ColorMap as they are now.
@@ -81,14 +80,11 @@ private:
         bool valid = false;
     };
 
-    void readScale();
+    void readScale(Legend const &legend, Data const &data);
     void readTolerance(ToleranceParams const &params);
     Color colorAt(double position) const noexcept;
     Choice choiceOf(double value) const noexcept;
     Choice toleranceChoiceOf(double value) const noexcept;
-
-    Legend const *legend_;
-    Data const *data_;
 
     ScaleRange range_;
     bool logarithmic_ = false;

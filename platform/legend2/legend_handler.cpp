@@ -48,23 +48,22 @@ double ScaleRange::valueAt(double position) const noexcept
     return std::clamp(value, minimum_, maximum_);
 }
 
-LegendHandler::LegendHandler(Legend const *legend, Data const *data) : legend_(legend), data_(data)
+LegendHandler::LegendHandler(Legend const *legend, Data const *data)
 {
-    readScale();
+    if (legend && data) {
+        readScale(*legend, *data);
+    }
 }
 
-void LegendHandler::readScale()
+void LegendHandler::readScale(Legend const &legend, Data const &data)
 {
-    if (!legend_ || !data_) {
-        return;
-    }
-    logarithmic_ = legend_->getColorMode() == COLOR_MODE_LOGARITHMIC;
-    range_ = ScaleRange(legend_->getMinimum(*data_), legend_->getMaximum(*data_), legend_->getColorMode());
-    classes_ = legend_->isDiscrete() ? legend_->getNumberOfClasses() : 0;
-    table_ = colorTable(legend_->getColorMapName());
-    if (legend_->getUseExtremaColors()) {
-        below_ = {legend_->getMinColor(), legend_->isMinColorValid()};
-        above_ = {legend_->getMaxColor(), legend_->isMaxColorValid()};
+    logarithmic_ = legend.getColorMode() == COLOR_MODE_LOGARITHMIC;
+    range_ = ScaleRange(legend.getMinimum(data), legend.getMaximum(data), legend.getColorMode());
+    classes_ = legend.isDiscrete() ? legend.getNumberOfClasses() : 0;
+    table_ = colorTable(legend.getColorMapName());
+    if (legend.getUseExtremaColors()) {
+        below_ = {legend.getMinColor(), legend.isMinColorValid()};
+        above_ = {legend.getMaxColor(), legend.isMaxColorValid()};
     }
 }
 

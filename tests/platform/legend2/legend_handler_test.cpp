@@ -165,6 +165,15 @@ TEST(LegendHandler, hasNoColorForNaN)
     EXPECT_EQ(Scale(legend).at(std::nan("")), FALLBACK);
 }
 
+TEST(LegendHandler, staysAsItWasWhenTheScaleChanges)
+{
+    Legend legend = rainbow(0, 1);
+    Data const data;
+    LegendHandler const handler(&legend, &data);
+    legend.setFixedMaximum(0.5);
+    EXPECT_EQ(handler.getColor(1.0, FALLBACK), RED);
+}
+
 TEST(LegendHandler, hasNoColorsWithoutLegendOrData)
 {
     Legend const legend;

@@ -17,6 +17,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace Zem::Legend2 {
 namespace {
@@ -174,15 +175,60 @@ TEST(AnyDiscreteScale, hasAscendingBoundariesBetweenItsLimits)
     }));
 }
 
-TEST(DamagedScale, isRefusedOrReadAndNeverAnythingElse)
+/// The values of the first block, as bytes.
+std::string firstPayload(std::string const &bytes)
+{
+    constexpr std::size_t HEADER_SIZE = 64;
+    std::uint32_t size = 0;
+    std::memcpy(&size, bytes.data() + HEADER_SIZE, sizeof size);
+    return bytes.substr(HEADER_SIZE + 8, size);
+}
+
+/// With a checksum that fits.
+template <class T>
+std::string blockWith(std::string const &payload, T const &following)
+{
+    return bytesOf([&](IO::OutStream &stream) {
+        auto const size = static_cast<unsigned int>(payload.size());
+        stream.beginBlock(size, 1);
+        stream.writeData(payload.data(), size);
+        stream.endBlock();
+        following.save(&stream);
+    });
+}
+
+void damage(std::string *bytes)
+{
+    auto const place = *rc::gen::inRange<std::size_t>(0, bytes->size());
+    (*bytes)[place] = static_cast<char>((*bytes)[place] ^ *rc::gen::inRange(1, 256));
+}
+
+TEST(DamagedScale, isRefusedAndLeavesTheScaleAloneOrIsOneThatCanBeStored)
 {
     EXPECT_TRUE(rc::check([] {
-        std::string bytes = savedBytes(anyLegend());
-        auto const place = *rc::gen::inRange<std::size_t>(0, bytes.size());
-        bytes[place] = static_cast<char>(bytes[place] ^ *rc::gen::inRange(1, 256));
+        std::string payload = firstPayload(savedBytes(anyLegend()));
+        damage(&payload);
         Legend legend;
-        if (!loadError(bytes, &legend).isEmpty())
+        if (loadError(blockWith(payload, UnitData()), &legend).isEmpty())
+            RC_ASSERT(throughStream(legend) == legend && throughParameters(legend) == legend);
+        else
             RC_ASSERT(legend == Legend());
+    }));
+}
+
+TEST(DamagedHistogram, isRefusedOrCountsSomethingFinite)
+{
+    EXPECT_TRUE(rc::check([] {
+        HistogramData histogram;
+        for (double value : {anyFinite(), anyFinite(), 1.0})
+            RC_ASSERT(histogram.addHistogram(std::map<double, unsigned int>{{value, 3}}));
+        std::string payload = firstPayload(savedBytes(histogram));
+        damage(&payload);
+        HistogramData read;
+        if (loadError(blockWith(payload, UnitData()), &read).isEmpty())
+            RC_ASSERT(read == HistogramData() || read.getMaxCount() > 0);
+        else
+            RC_ASSERT(!read.isValid());
     }));
 }
 
