@@ -1,5 +1,7 @@
-// A figure file loads or is refused. Checksums are repaired first, so that the damage reaches the elements.
+// A figure file loads or is refused; one that loads can be updated, looked at and saved. Checksums are repaired first,
+// so that the damage reaches the elements.
 #include <ZemFig2Figure.h>
+#include <ZemFig2TokenInterface.h>
 
 #include <zlib.h>
 
@@ -31,6 +33,25 @@ void repairChecksums(std::string *bytes)
     }
 }
 
+/// Whatever was accepted must stand being used. A connector that no program can make ends the update with an error.
+void use(Zem::Fig2::Figure *figure)
+{
+    Zem::Fig2::EmptyFigureTokenInterface const tokens;
+    figure->setTokenInterface(&tokens);
+    try {
+        figure->update(Zem::StageIdentifier(1), true);
+    } catch (Zem::ProgError const &) {
+    }
+    figure->getElementAt({10, 10});
+    figure->toString();
+    std::ostringstream output;
+    Zem::IO::OutStream stream(&output, Zem::Fig2::Figure::FILE_TYPE_ID, 1);
+    figure->save(&stream, -1, -1);
+    stream.close();
+    Zem::Fig2::Figure const copy(*figure);
+    figure->setTokenInterface(nullptr);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
@@ -41,8 +62,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     Zem::IO::InStream stream(&input);
     Zem::Fig2::Figure figure;
     try {
-        if (stream.isInit())
+        if (stream.isInit()) {
             figure.load(&stream, -1, -1);
+            use(&figure);
+        }
     } catch (Zem::IO::StreamException const &) {
         // Refused, as damaged files are.
     }

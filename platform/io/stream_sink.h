@@ -1,11 +1,13 @@
 // stream_sink.h: where the bytes of an OutStream go.
 #pragma once
 
-#include <QtCore/QByteArray>
+#include <ZemOutputFile.h>
+
 #include <QtCore/QString>
 
 #include <cstddef>
 #include <iosfwd>
+#include <optional>
 
 namespace Zem::IO {
 
@@ -25,23 +27,12 @@ class FileSink : public StreamSink
 public:
     /// Throws StreamException when the target cannot be replaced.
     explicit FileSink(QString const &fileName);
-    ~FileSink() override;
 
     void write(char const *bytes, std::size_t size) override;
     void commit() override;
 
 private:
-    unsigned int checkTarget(bool *exists) const;
-    void createTemporary(unsigned int mode);
-    void closeFile();
-    void syncFolder() const;
-    [[noreturn]] void fail(char const *step) const;
-
-    QString name_;
-    QByteArray target_;
-    QByteArray folder_;
-    QByteArray temporary_; // empty when there is none to remove
-    int file_ = -1;
+    std::optional<OutputFile> file_;
 };
 
 /// A standard stream that belongs to someone else.

@@ -1,11 +1,10 @@
 #include "cli.h"
 
-#include <ZemFig2QtPageWriter.h>
 #include <ZemMeasImportError.h>
 #include <ZemMeasProject.h>
+#include <ZemOutputFile.h>
 #include <ZemParse.h>
 #include <ZemStream.h>
-#include <figqt_output_file.h>
 
 #include <unistd.h>
 
@@ -29,10 +28,10 @@ void print(QString const &text)
 void writeFile(QString const &fileName, QByteArray const &content)
 {
     try {
-        Fig2Qt::OutputFile file(fileName);
+        OutputFile file(fileName);
         file.write({content.constData(), static_cast<std::size_t>(content.size())});
         file.commit();
-    } catch (Fig2Qt::OutputError const &error) {
+    } catch (FileError const &error) {
         throw OutputFailure(error.getText());
     }
 }

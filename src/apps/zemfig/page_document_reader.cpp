@@ -155,19 +155,6 @@ bool isStructureKey(QString const &key)
                        [&key](char const *name) { return key == QLatin1StringView(name); });
 }
 
-struct FontStyle
-{
-    char const *key;
-    unsigned int bit;
-};
-constexpr std::array<FontStyle, 7> FONT_STYLES{{{"italic", Font::ITALIC},
-                                                {"bold", Font::BOLD},
-                                                {"light", Font::LIGHT},
-                                                {"demi_bold", Font::DEMI_BOLD},
-                                                {"black", Font::BLACK},
-                                                {"underline", Font::UNDERLINE},
-                                                {"strikeout", Font::STRIKEOUT}}};
-
 /// Reads one document into a figure and gathers what is wrong with it.
 class Reader
 {
@@ -206,11 +193,13 @@ private:
             readPage(*node.as_table());
         else if (key == QLatin1StringView("data") && node.is_table())
             readData(*node.as_table());
+        else if (key == QLatin1StringView("scale") && node.is_table())
+            readScale(*node.as_table());
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
             report(lineOf(node),
-                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "element"})));
+                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -250,6 +239,30 @@ private:
             else
                 report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
         }
+    }
+
+    void readScale(toml::table const &table)
+    {
+        Measurement::ColorScale scale;
+        std::vector<Parameter> const known = entriesOf(scale.getParameterString());
+        for (auto const &[key, node] : flattened(table)) {
+            auto const found = std::find_if(known.begin(), known.end(),
+                                            [&name = key](Parameter const &parameter) { return parameter.key == name; });
+            if (found == known.end()) {
+                std::vector<QString> keys;
+                for (Parameter const &parameter : known)
+                    keys.push_back(parameter.key);
+                reportUnknown(*node, key, keys, "the colour scale");
+                continue;
+            }
+            QString made = entry(*found, *node);
+            try {
+                scale.createFromParameterString(made);
+            } catch (ParamError const &error) {
+                report(lineOf(*node), QStringLiteral("the colour scale: %1").arg(error.getText()));
+            }
+        }
+        document_->scale = scale;
     }
 
     using FlatTable = std::vector<std::pair<QString, toml::node const *>>;
@@ -391,11 +404,6 @@ private:
             element->getScriptObject()->setName(name);
     }
 
-    QString describe(Element const *element) const
-    {
-        return QStringLiteral("%1 '%2'").arg(element->getTypeName(), element->getScriptObject()->getName());
-    }
-
     void readParameters(toml::table const &table, Element *element)
     {
         for (auto const &[key, node] : flattened(table)) {
@@ -417,7 +425,7 @@ private:
         std::vector<QString> known(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end());
         for (Parameter const &parameter : parametersOf(element->getType()))
             known.push_back(parameter.key);
-        reportUnknown(node, key, known, describe(element));
+        reportUnknown(node, key, known, describe(*element));
     }
 
     void apply(QString parameters, Element *element, int line)
@@ -432,7 +440,7 @@ private:
             else if (!group || group->getChildBegin() != group->getChildEnd())
                 element->createFromParameterString(parameters);
         } catch (ParamError const &error) {
-            report(line, QStringLiteral("%1: %2").arg(describe(element), error.getText()));
+            report(line, QStringLiteral("%1: %2").arg(describe(*element), error.getText()));
         }
     }
 
@@ -447,7 +455,7 @@ private:
             QString const text = textOf(name.str());
             if (!readFontKey(text, node, &font))
                 report(lineOf(node), QStringLiteral("bad key '%1' in the font of %2%3")
-                                         .arg(text, describe(element), suggestion(text, known)));
+                                         .arg(text, describe(*element), suggestion(text, known)));
         }
         return Parse::createString(key, font.getParameterString());
     }
@@ -512,10 +520,10 @@ private:
         Element *target = find(wish.name);
         if (!target)
             report(wish.line, QStringLiteral("%1 is to be connected to '%2', which does not exist")
-                                  .arg(describe(wish.element), wish.name));
+                                  .arg(describe(*wish.element), wish.name));
         else if (target == wish.element || !wish.element->canConnectTo(target, wish.point))
             report(wish.line,
-                   QStringLiteral("%1 cannot be connected to %2").arg(describe(wish.element), describe(target)));
+                   QStringLiteral("%1 cannot be connected to %2").arg(describe(*wish.element), describe(*target)));
         else
             wish.element->connect(target, wish.point);
     }
@@ -527,7 +535,7 @@ private:
         if (master && master->getParent() == group)
             group->setMasterElement(master);
         else
-            report(wish.line, QStringLiteral("%1 has no child '%2'").arg(describe(group), wish.name));
+            report(wish.line, QStringLiteral("%1 has no child '%2'").arg(describe(*group), wish.name));
     }
 
     QString fileName_;

@@ -1,5 +1,7 @@
 #include "page_schema.h"
 
+#include <ZemScriptObject.h>
+
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -75,6 +77,11 @@ std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const
     auto const found = std::find_if(parameters.begin(), parameters.end(),
                                     [&key](Parameter const &parameter) { return parameter.key == key; });
     return found == parameters.end() ? std::nullopt : std::optional(*found);
+}
+
+QString describe(Fig2::Element const &element)
+{
+    return QStringLiteral("%1 '%2'").arg(element.getTypeName(), element.getScriptObject()->getName());
 }
 
 QString nearestWord(QString const &word, std::vector<QString> const &words)

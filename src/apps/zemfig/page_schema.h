@@ -2,9 +2,11 @@
 #pragma once
 
 #include <ZemFig2Element.h>
+#include <ZemFont.h>
 
 #include <QtCore/QString>
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -28,6 +30,23 @@ std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type);
 
 /// The parameter of this key; none when the type does not have it.
 std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key);
+
+/// How the texts for people name an element: "label 'title'".
+QString describe(Fig2::Element const &element);
+
+/// The words for the style bits of a font, in the order in which they are written.
+struct FontStyle
+{
+    char const *key;
+    unsigned int bit;
+};
+inline constexpr std::array<FontStyle, 7> FONT_STYLES{{{"italic", Font::ITALIC},
+                                                       {"bold", Font::BOLD},
+                                                       {"light", Font::LIGHT},
+                                                       {"demi_bold", Font::DEMI_BOLD},
+                                                       {"black", Font::BLACK},
+                                                       {"underline", Font::UNDERLINE},
+                                                       {"strikeout", Font::STRIKEOUT}}};
 
 /// The entry of `words` that is most like `word`; empty when none is near.
 QString nearestWord(QString const &word, std::vector<QString> const &words);

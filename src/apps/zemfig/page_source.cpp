@@ -3,6 +3,8 @@
 #include "cli.h"
 #include "page_schema.h"
 
+#include <ZemFig2Connector.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -41,24 +43,56 @@ QString reasonOf(QString const &fileName, ErrorLog const &log)
     return stream.isInit() ? log.getLog().trimmed() : stream.getError();
 }
 
+/// A file may hold connectors that no program can make; an update takes them for a mistake of the program.
+void findIllegalConnectors(Element const &element, QString const &fileName, std::vector<Problem> *problems)
+{
+    for (auto it = element.getConnectorBegin(); it != element.getConnectorEnd(); ++it) {
+        Connector const &connector = **it;
+        if (connector.getSource() == &element &&
+            !element.canConnectTo(connector.getTarget(), connector.getTargetName()))
+            problems->push_back({fileName, 0,
+                                 QStringLiteral("%1 cannot be connected to %2")
+                                     .arg(describe(element), describe(*connector.getTarget()))});
+    }
+}
+
+std::vector<Problem> illegalConnectors(Figure const &figure, QString const &fileName)
+{
+    std::vector<Problem> problems;
+    findIllegalConnectors(*figure.getRoot(), fileName, &problems);
+    for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it)
+        findIllegalConnectors(**it, fileName, &problems);
+    return problems;
+}
+
+PageDocument openFigureFile(QString const &fileName)
+{
+    PageDocument document;
+    ErrorLog log(false);
+    document.figure.reset(Figure::loadFigure(fileName, &log));
+    if (!document.figure) {
+        document.problems.push_back({fileName, 0, reasonOf(fileName, log)});
+        return document;
+    }
+    document.problems = illegalConnectors(*document.figure, fileName);
+    // A page that cannot be updated is of no use.
+    if (!document.problems.empty())
+        document.figure.reset();
+    return document;
+}
+
 } // namespace
 
 PageDocument openPage(QString const &fileName)
 {
     std::vector<char> const head = headOf(fileName);
-    if (!Figure::canOpenFile(head)) {
-        if (looksLikeText(head))
-            return readPageDocument(fileName);
-        PageDocument refused;
-        refused.problems.push_back({fileName, 0, QStringLiteral("is neither a page document nor a figure file")});
-        return refused;
-    }
-    PageDocument document;
-    ErrorLog log(false);
-    document.figure.reset(Figure::loadFigure(fileName, &log));
-    if (!document.figure)
-        document.problems.push_back({fileName, 0, reasonOf(fileName, log)});
-    return document;
+    if (Figure::canOpenFile(head))
+        return openFigureFile(fileName);
+    if (looksLikeText(head))
+        return readPageDocument(fileName);
+    PageDocument refused;
+    refused.problems.push_back({fileName, 0, QStringLiteral("is neither a page document nor a figure file")});
+    return refused;
 }
 
 PageDocument openSoundPage(QString const &fileName)
@@ -207,6 +241,7 @@ QString resolveInside(QString const &path, QString const &documentName)
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
 {
     DataChoice choice;
+    choice.scale = document.scale;
     for (auto it = document.data.cbegin(); it != document.data.cend(); ++it) {
         if (it.key() == QLatin1StringView("file"))
             choice.csv = resolveInside(it.value().toString(), fileName);
@@ -238,6 +273,7 @@ PageData::PageData(DataChoice const &choice)
         project_ = std::make_unique<Project>(folder_->filePath(QStringLiteral("data.zem")), OpenMode_t::CREATE);
         project_->importTable(table, choice.importOptions);
     }
+    showScale(choice.scale);
     if (project_)
         tokens_ = std::make_unique<ProjectTokenInterface>(project_.get());
     else
@@ -245,6 +281,16 @@ PageData::PageData(DataChoice const &choice)
 }
 
 PageData::~PageData() = default;
+
+void PageData::showScale(std::optional<ColorScale> const &scale) const
+{
+    if (project_ && !scale)
+        applyColorScale(*project_);
+    else if (project_)
+        applyColorScale(*project_, *scale);
+    else if (scale)
+        applyColorScale(*scale);
+}
 
 std::vector<unsigned int> PageData::stages() const
 {

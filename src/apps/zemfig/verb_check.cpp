@@ -6,7 +6,6 @@
 
 #include <ZemFig2LabelBase.h>
 #include <ZemFig2Tools.h>
-#include <ZemScriptObject.h>
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -28,11 +27,6 @@ struct Arguments
     std::string data;
     bool json = false;
 };
-
-QString describe(Element const &element)
-{
-    return QStringLiteral("%1 '%2'").arg(element.getTypeName(), element.getScriptObject()->getName());
-}
 
 /// Looks through a page that could be read, and gathers what is wrong with it.
 class Checker

@@ -46,6 +46,9 @@ public:
     std::istream &loadFromStream(std::istream &stream);
 
 private:
+    struct Record;
+    void take(Record const &record);
+
     Mode_t mode_;
     Element *source_;
     Element *target_;

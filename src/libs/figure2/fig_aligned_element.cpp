@@ -5,7 +5,7 @@
 #include "fig_alignment.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <algorithm>
 #include <cmath>
@@ -143,24 +143,13 @@ void AlignedElement::textItems(Archive &archive, Self &self)
 
 std::ostream &AlignedElement::saveToStream(std::ostream &stream) const
 {
-    {
-        TextWriter writer(stream);
-        writer.version(TEXT_VERSION);
-        textItems(writer, *this);
-    }
+    saveText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
     return AreaBase::saveToStream(stream);
 }
 
 std::istream &AlignedElement::loadFromStream(std::istream &stream)
 {
-    {
-        TextReader reader(stream);
-        unsigned int const version = reader.version();
-        if (version > TEXT_VERSION)
-            throwWrongBlockVersion();
-        if (version == TEXT_VERSION)
-            textItems(reader, *this);
-    }
+    loadText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
     return AreaBase::loadFromStream(stream);
 }
 

@@ -4,8 +4,7 @@
 #include "ZemFig2Painter.h"
 #include "ZemFig2Rotation.h"
 #include "ZemFig2Tools.h"
-#include "fig_block.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <algorithm>
 #include <array>
@@ -184,14 +183,13 @@ void AreaBase::load(IO::InStream *stream, int a, int b)
 
 std::ostream &AreaBase::saveToStream(std::ostream &stream) const
 {
-    TextWriter(stream).version(TEXT_VERSION);
+    saveText(stream, TEXT_VERSION, [](TextWriter &) {});
     return Element::saveToStream(stream);
 }
 
 std::istream &AreaBase::loadFromStream(std::istream &stream)
 {
-    if (TextReader(stream).version() > TEXT_VERSION)
-        throwWrongBlockVersion();
+    loadText(stream, TEXT_VERSION, [](TextReader &) {});
     return Element::loadFromStream(stream);
 }
 

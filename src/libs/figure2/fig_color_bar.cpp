@@ -3,7 +3,7 @@
 #include "ZemFig2Painter.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <algorithm>
 #include <array>
@@ -166,22 +166,13 @@ void ColorBar::textItems(Archive &archive, Self &self)
 
 std::ostream &operator<<(std::ostream &stream, ColorBar const &bar)
 {
-    TextWriter writer(stream);
-    writer.version(TEXT_VERSION);
-    ColorBar::textItems(writer, bar);
-    return stream;
+    return saveText(stream, TEXT_VERSION, [&bar](auto &archive) { ColorBar::textItems(archive, bar); });
 }
 
 std::istream &operator>>(std::istream &stream, ColorBar &bar)
 {
-    TextReader reader(stream);
-    if (reader.version() != TEXT_VERSION)
-        return stream;
-    ColorBar read;
-    ColorBar::textItems(reader, read);
-    if (reader.good())
-        bar = read;
-    return stream;
+    return loadRecord(stream, TEXT_VERSION, bar,
+                      [](auto &archive, ColorBar &read) { ColorBar::textItems(archive, read); });
 }
 
 QString ColorBar::getParameterString(QString const &prefix) const

@@ -1,8 +1,7 @@
 #include "ZemFig2Connector.h"
 
 #include "ZemFig2Element.h"
-#include "fig_block.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <ZemError.h>
 
@@ -13,8 +12,10 @@ namespace {
 constexpr unsigned int BLOCK_VERSION = 1;
 constexpr unsigned int TEXT_VERSION = 1;
 
+} // namespace
+
 /// What is stored of a connector, in both forms.
-struct ConnectorRecord
+struct Connector::Record
 {
     unsigned int mode = 0;
     QString sourceName;
@@ -39,8 +40,6 @@ struct ConnectorRecord
         archive.item(self.targetId);
     }
 };
-
-} // namespace
 
 Connector::Connector(Mode_t mode, Element *source, Element *target) : mode_(mode), source_(source), target_(target)
 {
@@ -67,51 +66,44 @@ void Connector::setTarget(Element *target)
     target_ = target;
 }
 
+void Connector::take(Record const &record)
+{
+    mode_ = static_cast<Mode_t>(record.mode);
+    sourceName_ = record.sourceName;
+    targetName_ = record.targetName;
+    targetId_ = record.targetId;
+}
+
 void Connector::save(IO::OutStream *stream, int, int) const
 {
     if (!target_)
         throw ProgError("Zem::Fig2::Connector::save", "fig_connector", __LINE__, "Can't save dangling connectors");
-    ConnectorRecord const record{mode_, sourceName_, targetName_, target_->getId()};
-    saveBlock(stream, BLOCK_VERSION, [&record](auto &archive) { ConnectorRecord::fields(archive, record); });
+    Record const record{mode_, sourceName_, targetName_, target_->getId()};
+    saveBlock(stream, BLOCK_VERSION, [&record](auto &archive) { Record::fields(archive, record); });
 }
 
 void Connector::load(IO::InStream *stream, int, int)
 {
     loadWrapped("Figure_Connector_err", "cannot load figure connector: %1", [&] {
-        ConnectorRecord record;
-        loadBlock(stream, BLOCK_VERSION, [&record](auto &archive) { ConnectorRecord::fields(archive, record); });
-        mode_ = static_cast<Mode_t>(record.mode);
-        sourceName_ = record.sourceName;
-        targetName_ = record.targetName;
-        targetId_ = record.targetId;
+        Record record;
+        loadBlock(stream, BLOCK_VERSION, [&record](auto &archive) { Record::fields(archive, record); });
+        take(record);
     });
 }
 
 std::ostream &Connector::saveToStream(std::ostream &stream) const
 {
-    TextWriter writer(stream);
-    writer.version(TEXT_VERSION);
-    ConnectorRecord const record{mode_, sourceName_, targetName_, target_->getId()};
-    ConnectorRecord::items(writer, record);
-    return stream;
+    Record const record{mode_, sourceName_, targetName_, target_->getId()};
+    return saveText(stream, TEXT_VERSION, [&record](auto &archive) { Record::items(archive, record); });
 }
 
 std::istream &Connector::loadFromStream(std::istream &stream)
 {
-    TextReader reader(stream);
-    unsigned int const version = reader.version();
-    if (version > TEXT_VERSION)
-        throwWrongBlockVersion();
-    if (version != TEXT_VERSION)
-        return stream;
-    ConnectorRecord record;
-    ConnectorRecord::items(reader, record);
-    if (!reader.good())
-        return stream;
-    mode_ = static_cast<Mode_t>(record.mode);
-    sourceName_ = record.sourceName;
-    targetName_ = record.targetName;
-    targetId_ = record.targetId;
+    Record record;
+    unsigned int const version =
+        loadText(stream, TEXT_VERSION, [&record](auto &archive) { Record::items(archive, record); });
+    if (version == TEXT_VERSION && !stream.fail())
+        take(record);
     return stream;
 }
 

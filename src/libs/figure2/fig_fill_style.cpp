@@ -2,7 +2,7 @@
 
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 namespace Zem::Fig2 {
 
@@ -41,22 +41,13 @@ void FillStyle::textItems(Archive &archive, Self &self)
 
 std::ostream &operator<<(std::ostream &stream, FillStyle const &style)
 {
-    TextWriter writer(stream);
-    writer.version(TEXT_VERSION);
-    FillStyle::textItems(writer, style);
-    return stream;
+    return saveText(stream, TEXT_VERSION, [&style](auto &archive) { FillStyle::textItems(archive, style); });
 }
 
 std::istream &operator>>(std::istream &stream, FillStyle &style)
 {
-    TextReader reader(stream);
-    if (reader.version() != TEXT_VERSION)
-        return stream;
-    FillStyle read;
-    FillStyle::textItems(reader, read);
-    if (reader.good())
-        style = read;
-    return stream;
+    return loadRecord(stream, TEXT_VERSION, style,
+                      [](auto &archive, FillStyle &read) { FillStyle::textItems(archive, read); });
 }
 
 template <class Archive, class Self>

@@ -4,7 +4,7 @@
 #include "ZemFig2RichText.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 namespace Zem::Fig2 {
 
@@ -83,24 +83,14 @@ void LabelBase::textItems(Archive &archive, Self &self)
 
 std::ostream &LabelBase::saveToStream(std::ostream &stream) const
 {
-    {
-        TextWriter writer(stream);
-        writer.version(TEXT_VERSION);
-        textItems(writer, *this);
-    }
+    saveText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
     return AreaBase::saveToStream(stream);
 }
 
 std::istream &LabelBase::loadFromStream(std::istream &stream)
 {
-    {
-        TextReader reader(stream);
-        unsigned int const version = reader.version();
-        if (version > TEXT_VERSION)
-            throwWrongBlockVersion();
-        textItems(reader, *this);
-        setText(version < FIRST_QT4_TEXT_VERSION ? RTFTools::convertToQt4(text_) : text_);
-    }
+    unsigned int const version = loadText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
+    setText(version < FIRST_QT4_TEXT_VERSION ? RTFTools::convertToQt4(text_) : text_);
     return AreaBase::loadFromStream(stream);
 }
 

@@ -5,7 +5,7 @@
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <algorithm>
 
@@ -257,24 +257,13 @@ void Line::textItems(Archive &archive, Self &self)
 
 std::ostream &Line::saveToStream(std::ostream &stream) const
 {
-    {
-        TextWriter writer(stream);
-        writer.version(TEXT_VERSION);
-        textItems(writer, *this);
-    }
+    saveText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
     return Element::saveToStream(stream);
 }
 
 std::istream &Line::loadFromStream(std::istream &stream)
 {
-    {
-        TextReader reader(stream);
-        unsigned int const version = reader.version();
-        if (version > TEXT_VERSION)
-            throwWrongBlockVersion();
-        if (version == TEXT_VERSION)
-            textItems(reader, *this);
-    }
+    loadText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
     return Element::loadFromStream(stream);
 }
 

@@ -2,7 +2,7 @@
 
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <array>
 
@@ -90,22 +90,13 @@ void LineStyle::textItems(Archive &archive, Self &self)
 
 std::ostream &operator<<(std::ostream &stream, LineStyle const &style)
 {
-    TextWriter writer(stream);
-    writer.version(TEXT_VERSION);
-    LineStyle::textItems(writer, style);
-    return stream;
+    return saveText(stream, TEXT_VERSION, [&style](auto &archive) { LineStyle::textItems(archive, style); });
 }
 
 std::istream &operator>>(std::istream &stream, LineStyle &style)
 {
-    TextReader reader(stream);
-    if (reader.version() != TEXT_VERSION)
-        return stream;
-    LineStyle read = style;
-    LineStyle::textItems(reader, read);
-    if (reader.good())
-        style = read;
-    return stream;
+    return loadRecord(stream, TEXT_VERSION, style,
+                      [](auto &archive, LineStyle &read) { LineStyle::textItems(archive, read); });
 }
 
 template <class Archive, class Self>

@@ -5,7 +5,7 @@
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <ZemError.h>
 
@@ -208,34 +208,27 @@ void Polygon::load(IO::InStream *stream, int a, int b)
 
 std::ostream &Polygon::saveToStream(std::ostream &stream) const
 {
-    {
-        TextWriter writer(stream);
-        writer.version(TEXT_VERSION);
+    saveText(stream, TEXT_VERSION, [this](TextWriter &writer) {
         writer.item(static_cast<unsigned int>(polygon_.size()));
         for (BaVec2d<double> const &point : polygon_.getPoints())
             writer.item(point);
-    }
+    });
     return Element::saveToStream(stream);
 }
 
 std::istream &Polygon::loadFromStream(std::istream &stream)
 {
-    {
-        polygon_.clear();
-        TextReader reader(stream);
-        unsigned int const version = reader.version();
-        if (version > TEXT_VERSION)
-            throwWrongBlockVersion();
+    polygon_.clear();
+    loadText(stream, TEXT_VERSION, [this](TextReader &reader) {
         unsigned int count = 0;
-        if (version == TEXT_VERSION)
-            reader.item(count);
+        reader.item(count);
         for (unsigned int i = 0; i < count && reader.good(); ++i) {
             BaVec2d<double> point;
             reader.item(point);
             if (reader.good())
                 polygon_.addPoint(point);
         }
-    }
+    });
     return Element::loadFromStream(stream);
 }
 

@@ -4,9 +4,6 @@
 
 #include <ZemError.h>
 
-#include <QtCore/QRegularExpression>
-
-#include <array>
 #include <vector>
 
 namespace Zem::Fig2 {
@@ -93,23 +90,88 @@ QString RTFTools::stripTags(QString const &text, QString const &tag)
     return stripped;
 }
 
+namespace {
+
+// Old texts may be long: each step below goes through them once, and holds no list of what it found.
+
+/// The next tag of this name with something behind the name; -1 when there is none.
+qsizetype findTag(QString const &text, QLatin1StringView mark, qsizetype from)
+{
+    qsizetype found = text.indexOf(mark, from);
+    while (found >= 0 && (found + mark.size() >= text.size() || !text[found + mark.size()].isSpace()))
+        found = text.indexOf(mark, found + 1);
+    return found;
+}
+
+/// The white space in front of the last such attribute; -1 when there is none.
+qsizetype findLastAttribute(QStringView tag, QLatin1StringView attribute)
+{
+    qsizetype found = tag.lastIndexOf(attribute);
+    while (found > 0 && !tag[found - 1].isSpace())
+        found = tag.lastIndexOf(attribute, found - 1);
+    return found > 0 ? found - 1 : -1;
+}
+
+/// Takes the attribute out of the tags of this name; one from each, the last.
+QString withoutAttribute(QString const &text, QLatin1StringView mark, QLatin1StringView attribute)
+{
+    QString result;
+    qsizetype done = 0;
+    for (qsizetype tag = findTag(text, mark, 0); tag >= 0;) {
+        qsizetype const inside = tag + mark.size() + 1;
+        qsizetype end = text.indexOf(QLatin1Char('>'), inside);
+        if (end < 0)
+            end = text.size();
+        qsizetype const place = findLastAttribute(QStringView(text).mid(inside, end - inside), attribute);
+        if (place >= 0) {
+            result += QStringView(text).mid(done, inside + place - done);
+            done = inside + place + 1 + attribute.size();
+        }
+        tag = findTag(text, mark, end);
+    }
+    return done == 0 ? text : result += QStringView(text).mid(done);
+}
+
+/// Begins a paragraph behind each opening tag of a cell.
+QString withCellsOpened(QString const &text)
+{
+    constexpr QLatin1StringView CELL("<td");
+    QString result;
+    qsizetype done = 0;
+    for (qsizetype cell = text.indexOf(CELL); cell >= 0; cell = text.indexOf(CELL, done)) {
+        qsizetype const end = text.indexOf(QLatin1Char('>'), cell);
+        if (end < 0)
+            break;
+        result += QStringView(text).mid(done, end + 1 - done);
+        result += QLatin1StringView("<p>");
+        done = end + 1;
+    }
+    return done == 0 ? text : result += QStringView(text).mid(done);
+}
+
+/// Ends the paragraph in front of each closing tag of a cell.
+QString withCellsClosed(QString const &text)
+{
+    constexpr QLatin1StringView CELL_END("</td>");
+    QString result;
+    qsizetype done = 0;
+    for (qsizetype end = text.indexOf(CELL_END); end >= 0; end = text.indexOf(CELL_END, done + CELL_END.size())) {
+        result += QStringView(text).mid(done, end - done);
+        result += QLatin1StringView("</p>");
+        done = end;
+    }
+    return result.isEmpty() ? text : result += QStringView(text).mid(done);
+}
+
+} // namespace
+
 QString RTFTools::convertToQt4(QString const &text)
 {
-    struct Replacement
-    {
-        QRegularExpression pattern;
-        QString replacement;
-    };
-    static std::array<Replacement, 5> const REPLACEMENTS{
-        {{QRegularExpression(QStringLiteral("(<table\\s[^>]*)\\swidth=1")), QStringLiteral("\\1")},
-         {QRegularExpression(QStringLiteral("(<table\\s[^>]*)\\scellpadding=-1")), QStringLiteral("\\1")},
-         {QRegularExpression(QStringLiteral("(<td\\s[^>]*)\\swidth=1")), QStringLiteral("\\1")},
-         {QRegularExpression(QStringLiteral("<td([^>]*)>")), QStringLiteral("<td\\1><p>")},
-         {QRegularExpression(QStringLiteral("</td>")), QStringLiteral("</p></td>")}}};
-    QString converted = text;
-    for (Replacement const &step : REPLACEMENTS)
-        converted.replace(step.pattern, step.replacement);
-    return converted;
+    constexpr QLatin1StringView TABLE("<table");
+    QString converted = withoutAttribute(text, TABLE, QLatin1StringView("width=1"));
+    converted = withoutAttribute(converted, TABLE, QLatin1StringView("cellpadding=-1"));
+    converted = withoutAttribute(converted, QLatin1StringView("<td"), QLatin1StringView("width=1"));
+    return withCellsClosed(withCellsOpened(converted));
 }
 
 namespace {
@@ -130,6 +192,16 @@ void appendEscaped(QString const &text, QString *result)
         else
             *result += character;
     }
+}
+
+/// Enough for the converted text, so that it does not grow step by step to twice its size.
+qsizetype roomForConverted(QString const &text)
+{
+    constexpr qsizetype BRACKET_GROWTH = 3; // "&lt;"
+    constexpr qsizetype LINE_GROWTH = 4;    // "<br>\n"
+    constexpr qsizetype COLOR_GROWTH = 16;  // "<span style="color:...">" for "<color...>"
+    return text.size() + BRACKET_GROWTH * (text.count(QLatin1Char('<')) + text.count(QLatin1Char('>'))) +
+           LINE_GROWTH * text.count(QLatin1Char('\n')) + COLOR_GROWTH * text.count(COLOR_MARK);
 }
 
 /// The colour between the mark and the next '>', without the '=' or blank that parts the two.
@@ -162,6 +234,7 @@ QString colorProperty(Color const &color)
 QString RTFTools::convertText(QString const &text)
 {
     QString result;
+    result.reserve(roomForConverted(text));
     for (RTFIterator it(text); it.hasElement(); it.next()) {
         QString const element = it.getElement();
         if (element == COLOR_END)

@@ -3,7 +3,7 @@
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <array>
 
@@ -120,22 +120,13 @@ void Symbol::textItems(Archive &archive, Self &self)
 
 std::ostream &operator<<(std::ostream &stream, Symbol const &symbol)
 {
-    TextWriter writer(stream);
-    writer.version(TEXT_VERSION);
-    Symbol::textItems(writer, symbol);
-    return stream;
+    return saveText(stream, TEXT_VERSION, [&symbol](auto &archive) { Symbol::textItems(archive, symbol); });
 }
 
 std::istream &operator>>(std::istream &stream, Symbol &symbol)
 {
-    TextReader reader(stream);
-    if (reader.version() != TEXT_VERSION)
-        return stream;
-    Symbol read = symbol;
-    Symbol::textItems(reader, read);
-    if (reader.good())
-        symbol = read;
-    return stream;
+    return loadRecord(stream, TEXT_VERSION, symbol,
+                      [](auto &archive, Symbol &read) { Symbol::textItems(archive, read); });
 }
 
 QString Symbol::getParameterString(QString const &prefix) const

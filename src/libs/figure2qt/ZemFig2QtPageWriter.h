@@ -3,7 +3,7 @@
 // QGuiApplication, see ensureGuiApplication.
 #pragma once
 
-#include <ZemError.h>
+#include <ZemOutputFile.h>
 #include <ZemVec.h>
 
 #include <QtCore/QDateTime>
@@ -20,11 +20,7 @@ class Painter;
 namespace Zem::Fig2Qt {
 
 /// The output cannot be written, or is not one that can be. The text names the file and the reason.
-class OutputError : public Exception
-{
-public:
-    using Exception::Exception;
-};
+using OutputError = FileError;
 
 /// What the formats leave open.
 struct PageOptions

@@ -1,7 +1,7 @@
 // figqt_pdf_file.h: the objects of a PDF file and where they stand.
 #pragma once
 
-#include "figqt_output_file.h"
+#include <ZemOutputFile.h>
 
 #include <QtCore/QString>
 

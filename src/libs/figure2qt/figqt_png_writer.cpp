@@ -1,6 +1,5 @@
 #include "ZemFig2QtPngWriter.h"
 
-#include "figqt_output_file.h"
 #include "figqt_page_check.h"
 #include "figqt_png_encoder.h"
 #include "figqt_qpainter_canvas.h"

@@ -1,7 +1,6 @@
 #include "ZemFig2QtSvgWriter.h"
 
 #include "figqt_number.h"
-#include "figqt_output_file.h"
 #include "figqt_page_check.h"
 #include "figqt_svg_canvas.h"
 #include "figqt_writer_painter.h"

@@ -160,6 +160,19 @@ TEST(AlignedElementHandle, leavesAContentThatFitsAtTheBeginning)
     EXPECT_EQ(element.getInnerOrigin(), BaVec2d<double>(0, 0));
 }
 
+TEST(AlignedElementHandle, bringsAContentThatFitsBackToTheBeginning)
+{
+    ProbeContent element;
+    prepare(element, {5, 5});
+    element.setInnerOrigin({3, 4});
+
+    element.handleMove({-1, 1});
+
+    EXPECT_EQ(element.getInnerOrigin(), BaVec2d<double>(0, 0));
+    EXPECT_EQ(handleOf(element), BaVec2d<double>(3, 4));
+    EXPECT_FALSE(element.isValid());
+}
+
 TEST(AlignedElementHandle, doesNothingAtTheEndsOfADrag)
 {
     ProbeContent element;

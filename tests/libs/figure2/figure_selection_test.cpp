@@ -141,6 +141,72 @@ TEST(FigureSelection, losesAGroupWithItsLastSelectedElement)
     delete inner;
 }
 
+TEST(FigureSelection, losesAGroupThatLeavesWithASelectedElementInIt)
+{
+    Figure figure;
+    Group *group = addGroup(figure.getRoot());
+    Element *leaf = add(addGroup(group));
+    leaf->setSelected(true);
+    group->setSelected(true);
+
+    figure.getRoot()->removeChild(group);
+
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+    EXPECT_TRUE(leaf->isSelected());
+    delete group;
+}
+
+TEST(FigureSelection, keepsAGroupWhileAnotherElementOfItIsSelected)
+{
+    Figure figure;
+    Group *group = addGroup(figure.getRoot());
+    std::unique_ptr<Element> const leaving(add(group));
+    Element *staying = add(addGroup(group));
+    leaving->setSelected(true);
+    staying->setSelected(true);
+
+    group->removeChild(leaving.get());
+
+    EXPECT_EQ(figure.getSelectedElements(), (Elements{group}));
+}
+
+TEST(FigureSelection, losesAGroupThatIsReplaced)
+{
+    Figure figure;
+    Group *top = addGroup(figure.getRoot());
+    Group *inner = addGroup(top);
+    add(inner)->setSelected(true);
+
+    top->replaceChild(inner, new Group);
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+    top->setSelected(true);
+    figure.getRoot()->replaceChild(top, new Group);
+
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+}
+
+TEST(FigureSelection, losesAGroupWhoseSelectedElementsAreLoadedAnew)
+{
+    Figure figure;
+    Group *group = addGroup(figure.getRoot());
+    std::string const empty = Support::streamOf([](IO::OutStream &stream) { Group().save(&stream, -1, -1); });
+    add(group)->setSelected(true);
+
+    Support::readFrom(empty, [group](IO::InStream &stream) { group->load(&stream, -1, -1); });
+
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+}
+
+TEST(FigureSelection, losesAnEmptyGroupThatIsRemoved)
+{
+    Figure figure;
+    addGroup(figure.getRoot())->setSelected(true);
+
+    EXPECT_TRUE(figure.removeEmptyGroups());
+
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+}
+
 TEST(FigureHit, isTheElementPaintedLast)
 {
     Figure figure;

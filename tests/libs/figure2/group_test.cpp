@@ -185,61 +185,48 @@ TEST(GroupReplaceChild, byItselfChangesNothing)
     EXPECT_EQ(childrenOf(group), (Elements{child}));
 }
 
-TEST(GroupReplaceChild, carriesOverConnectorsThatLeadToTheOldOne)
+/// Two elements of a group, one of which is replaced.
+class ReplacedElement : public testing::Test
 {
+protected:
     Group group;
     ProbeRectangle *other = add(group);
     ProbeRectangle *old = add(group);
+    ProbeRectangle *fresh = new ProbeRectangle;
+
+    /// The connectors of the new element, which are those of the other one too.
+    std::vector<Ends> replaced()
+    {
+        group.replaceChild(old, fresh);
+        EXPECT_EQ(connectorsOf(other), connectorsOf(fresh));
+        return connectorsOf(fresh);
+    }
+};
+
+TEST_F(ReplacedElement, handsOnConnectorsThatLeadToIt)
+{
     other->connect(old, "point");
-    auto *fresh = new ProbeRectangle;
-
-    group.replaceChild(old, fresh);
-
-    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, "point"}}));
-    EXPECT_EQ(connectorsOf(other), connectorsOf(fresh));
+    EXPECT_EQ(replaced(), (std::vector<Ends>{{other, fresh, "point"}}));
 }
 
-TEST(GroupReplaceChild, carriesOverConnectorsThatBeginAtTheOldOne)
+TEST_F(ReplacedElement, handsOnConnectorsThatBeginAtIt)
 {
-    Group group;
-    ProbeRectangle *other = add(group);
-    ProbeRectangle *old = add(group);
     old->connect(other, "point");
-    auto *fresh = new ProbeRectangle;
-
-    group.replaceChild(old, fresh);
-
-    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{fresh, other, "point"}}));
-    EXPECT_EQ(connectorsOf(other), connectorsOf(fresh));
+    EXPECT_EQ(replaced(), (std::vector<Ends>{{fresh, other, "point"}}));
 }
 
-TEST(GroupReplaceChild, turnsConnectorsWithoutNamesTowardsTheNewOne)
+TEST_F(ReplacedElement, hasConnectorsWithoutNamesTurnedTowardsTheNewOne)
 {
-    Group group;
-    ProbeRectangle *other = add(group);
-    ProbeRectangle *old = add(group);
     old->connect(other, "");
-    auto *fresh = new ProbeRectangle;
-
-    group.replaceChild(old, fresh);
-
-    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, ""}}));
+    EXPECT_EQ(replaced(), (std::vector<Ends>{{other, fresh, ""}}));
 }
 
-TEST(GroupReplaceChild, losesWhatTheNewOneDoesNotAccept)
+TEST_F(ReplacedElement, losesWhatTheNewOneDoesNotAccept)
 {
-    Group group;
-    ProbeRectangle *other = add(group);
-    ProbeRectangle *old = add(group);
     old->connect(other, "point");
     other->connect(old, "kept");
-    auto *fresh = new ProbeRectangle;
     fresh->refusedPoint = "point";
-
-    group.replaceChild(old, fresh);
-
-    EXPECT_EQ(connectorsOf(fresh), (std::vector<Ends>{{other, fresh, "kept"}}));
-    EXPECT_EQ(connectorsOf(other).size(), 1U);
+    EXPECT_EQ(replaced(), (std::vector<Ends>{{other, fresh, "kept"}}));
 }
 
 TEST(GroupReplaceChild, ofAGroupDropsConnectorsFromWithinIt)

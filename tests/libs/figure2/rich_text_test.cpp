@@ -1,24 +1,14 @@
+#include <ElementForms.h>
 #include <ZemFig2RichText.h>
 
 #include <ZemError.h>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace Zem::Fig2 {
 namespace {
 
-QString programError(std::function<void()> const &action)
-{
-    try {
-        action();
-    } catch (ProgError const &error) {
-        EXPECT_TRUE(error.getText().contains("fig_rich_text")) << error.what();
-        return error.getText().section(QStringLiteral("): "), 1);
-    }
-    return QStringLiteral("nothing was thrown");
-}
+using Support::progError;
 
 /// Elements in order, plain text in quotes.
 std::string elementsOf(char const *text)
@@ -55,16 +45,16 @@ TEST(RTFIterator, endsWithAnErrorBehindTheLastElement)
     it.next();
     EXPECT_FALSE(it.hasElement());
     EXPECT_EQ(it.getElement(), "");
-    EXPECT_EQ(programError([&] { it.next(); }), "No more elements");
-    EXPECT_EQ(programError([&] { it.getType(); }), "Text end reached");
+    EXPECT_EQ(progError([&] { it.next(); }), "fig_rich_text: No more elements");
+    EXPECT_EQ(progError([&] { it.getType(); }), "fig_rich_text: Text end reached");
 }
 
 TEST(RTFIterator, ofAnEmptyTextHasNoElements)
 {
     RTFIterator it{QString()};
     EXPECT_FALSE(it.hasElement());
-    EXPECT_EQ(programError([&] { it.getType(); }), "Text end reached");
-    EXPECT_EQ(programError([&] { it.next(); }), "No more elements");
+    EXPECT_EQ(progError([&] { it.getType(); }), "fig_rich_text: Text end reached");
+    EXPECT_EQ(progError([&] { it.next(); }), "fig_rich_text: No more elements");
 }
 
 TEST(RTFDocument, endsAParagraphAtItsClosingTag)
@@ -134,12 +124,22 @@ INSTANTIATE_TEST_SUITE_P(
                     Conversion{"<table a=1 cellpadding=-1>", "<table a=1>"},
                     Conversion{"<td align=left width=1>x</td>", "<td align=left><p>x</p></td>"},
                     Conversion{"<td>x</td><td a=1>y</td>", "<td><p>x</p></td><td a=1><p>y</p></td>"},
-                    Conversion{"<td><p>x</p></td>", "<td><p><p>x</p></p></td>"}, Conversion{"", ""}));
+                    Conversion{"<td><p>x</p></td>", "<td><p><p>x</p></p></td>"}, Conversion{"", ""},
+                    Conversion{"<table a <table b width=1>", "<table a <table b>"},
+                    Conversion{"<table a width=1", "<table a"}, Conversion{"<table a\twidth=1>", "<table a>"},
+                    Conversion{"<table a\u00a0width=1>", "<table a>"},
+                    Conversion{"<table a xwidth=1>", "<table a xwidth=1>"},
+                    Conversion{"<table a width=1 xwidth=1>", "<table a xwidth=1>"},
+                    Conversion{"<tablet a width=1>", "<tablet a width=1>"},
+                    Conversion{"<table a> width=1", "<table a> width=1"}, Conversion{"<td x", "<td x"},
+                    Conversion{"<td <td>y", "<td <td><p>y"}, Conversion{"<tdx>y", "<tdx><p>y"},
+                    Conversion{"</td></td>", "</p></td></p></td>"}));
 
 TEST(RTFToolsConvertToQt4Text, mayBeLong)
 {
-    for (char const *piece : {"<table ", "<td "}) {
-        QString const text = QString::fromLatin1(piece).repeated(100000);
+    for (char const *piece : {"<table ", "<td ", "<table width=", "<td xwidth=1"}) {
+        // Nearly each of the patterns everywhere, and what they end with at the very end.
+        QString const text = QString::fromLatin1(piece).repeated(100000) + QStringLiteral("=1");
         EXPECT_EQ(RTFTools::convertToQt4(text), text) << piece;
     }
 }

@@ -1,3 +1,4 @@
+#include <ElementForms.h>
 #include <TestTokens.h>
 #include <ZemFig2Figure.h>
 #include <ZemFig2Label.h>
@@ -10,21 +11,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace Zem::Fig2 {
 namespace {
 
-QString programError(std::function<void()> const &action)
-{
-    try {
-        action();
-    } catch (ProgError const &error) {
-        EXPECT_TRUE(error.getText().contains("fig_token_interface")) << error.what();
-        return error.getText().section(QStringLiteral("): "), 1);
-    }
-    return QStringLiteral("nothing was thrown");
-}
+using Support::progError;
 
 TEST(EmptyFigureTokenInterface, knowsNothing)
 {
@@ -43,9 +33,9 @@ TEST(EmptyFigureTokenInterface, knowsNothing)
 TEST(EmptyFigureTokenInterface, takesEveryReleaseForAMistake)
 {
     EmptyFigureTokenInterface const tokens;
-    EXPECT_EQ(programError([&] { tokens.releaseImage("a"); }), "Image token not locked");
-    EXPECT_EQ(programError([&] { tokens.releaseChart("a"); }), "Chart token not locked");
-    EXPECT_EQ(programError([&] { tokens.releaseSnapshot("a"); }), "Snapshot token not locked");
+    EXPECT_EQ(progError([&] { tokens.releaseImage("a"); }), "fig_token_interface: Image token not locked");
+    EXPECT_EQ(progError([&] { tokens.releaseChart("a"); }), "fig_token_interface: Chart token not locked");
+    EXPECT_EQ(progError([&] { tokens.releaseSnapshot("a"); }), "fig_token_interface: Snapshot token not locked");
 }
 
 TEST(FigureTokenInterface, offersNoGroupsByItself)
@@ -53,7 +43,7 @@ TEST(FigureTokenInterface, offersNoGroupsByItself)
     EmptyFigureTokenInterface const tokens;
     EXPECT_TRUE(tokens.getTokenGrouping("a").empty());
     EXPECT_EQ(tokens.getTokenGroupIconId("a"), "");
-    EXPECT_EQ(programError([&] { tokens.getTokenGroupName("a"); }), "Group names not supported");
+    EXPECT_EQ(progError([&] { tokens.getTokenGroupName("a"); }), "fig_token_interface: Group names not supported");
 }
 
 TEST(ElementTokenInterface, appendsItsOnlyToken)

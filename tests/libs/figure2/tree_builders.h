@@ -12,21 +12,31 @@
 
 namespace Zem::Fig2 {
 
-inline ProbeRectangle *add(Group &group, double x = 0, double y = 0, double edge = 10)
+inline ProbeRectangle *add(Group *group, std::string const &name = "", double x = 10, double y = 10, double edge = 4)
 {
-    auto *rectangle = new ProbeRectangle;
+    auto *rectangle = new ProbeRectangle(name);
     rectangle->setOrigin({x, y});
     rectangle->setSize({edge, edge});
     rectangle->setBorder(LineStyle::null);
-    group.addChild(rectangle);
+    group->addChild(rectangle);
     return rectangle;
+}
+
+inline ProbeRectangle *add(Group &group, double x = 0, double y = 0, double edge = 10)
+{
+    return add(&group, "", x, y, edge);
+}
+
+inline Group *addGroup(Group *group)
+{
+    auto *child = new Group;
+    group->addChild(child);
+    return child;
 }
 
 inline Group *addGroup(Group &group)
 {
-    auto *child = new Group;
-    group.addChild(child);
-    return child;
+    return addGroup(&group);
 }
 
 inline std::vector<Element *> childrenOf(Group &group)
@@ -66,23 +76,6 @@ inline std::vector<std::string> formsBelow(Group &group)
     for (auto it = group.getElementBegin(); it != group.getElementEnd(); ++it)
         forms.push_back(Support::parameterForm(**it));
     return forms;
-}
-
-inline ProbeRectangle *add(Group *group, std::string const &name = "", double x = 10, double y = 10, double edge = 4)
-{
-    auto *rectangle = new ProbeRectangle(name);
-    rectangle->setOrigin({x, y});
-    rectangle->setSize({edge, edge});
-    rectangle->setBorder(LineStyle::null);
-    group->addChild(rectangle);
-    return rectangle;
-}
-
-inline Group *addGroup(Group *group)
-{
-    auto *child = new Group;
-    group->addChild(child);
-    return child;
 }
 
 } // namespace Zem::Fig2

@@ -1,15 +1,15 @@
 // A file is there completely or as it was before.
 #include "page_support.h"
 
+#include <FullDisk.h>
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <cmath>
-#include <csignal>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,30 +33,6 @@ void writeOld(QString const &fileName)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("old");
 }
-
-/// Limits the size of files while it lives, as a full disk does.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit const limit{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(FullDisk const &) = delete;
-    FullDisk &operator=(FullDisk const &) = delete;
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
 
 class OnEachFormat : public testing::TestWithParam<char const *>
 {

@@ -1,7 +1,6 @@
 #include "project_support.h"
 
-#include <csignal>
-#include <sys/resource.h>
+#include <FullDisk.h>
 
 using namespace Zem::Measurement;
 
@@ -278,7 +277,7 @@ TEST_F(ProjectImport, onAFullDiskStoresNothing)
     CsvTable const table = parse(big);
 
     std::string const error = [&] {
-        FullDisk const full(static_cast<rlim_t>(content(path()).size()));
+        Zem::Support::FullDisk const full(static_cast<rlim_t>(content(path()).size()));
         return errorOf([&] { project.importTable(table); });
     }();
 

@@ -10,10 +10,6 @@
 #include <QtSql/QSqlDatabase>
 #include <QtSql/QSqlQuery>
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 namespace Zem::Measurement {
 
 /// A folder that goes with the test.
@@ -62,30 +58,6 @@ protected:
 
 private:
     QTemporaryDir folder_;
-};
-
-/// Makes the system refuse to write files beyond a size, as a full disk does, while it lives.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit const tight{size, before_.rlim_max};
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &tight);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FullDisk(FullDisk const &) = delete;
-    FullDisk &operator=(FullDisk const &) = delete;
-
-private:
-    rlimit before_{};
-    void (*handler_)(int) = nullptr;
 };
 
 inline ProjectToken tokenOf(Project const &project, char const *name)

@@ -1,5 +1,7 @@
 #include "project_support.h"
 
+#include <FullDisk.h>
+
 #include <QtCore/QFileInfo>
 #include <QtSql/QSqlDatabase>
 
@@ -77,7 +79,7 @@ TEST_F(ProjectOpen, refusesAPlaceThatIsNotThere)
 TEST_F(ProjectOpen, leavesNothingHalfMadeOnAFullDisk)
 {
     std::string const error = [this] {
-        FullDisk const full(100);
+        Zem::Support::FullDisk const full(100);
         return openError(OpenMode_t::CREATE);
     }();
 
