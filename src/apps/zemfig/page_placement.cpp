@@ -5,6 +5,7 @@
 #include <ZemFig2BoxDistributor.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2LabelBase.h>
+#include <ZemFig2Legend.h>
 
 #include <algorithm>
 #include <limits>
@@ -111,6 +112,28 @@ BoxDistributor makeDistributor(Figure const &figure, Placement const &placement)
     return distributor;
 }
 
+/// A legend at the edge of the page has that side to itself, so that no connector line crosses it. One in a corner
+/// takes the side along which it lies; one as large as half the page none.
+void narrowForLegends(Figure *figure, Placement const &placement, BoxDistributor *distributor)
+{
+    Point const &page = figure->getSize();
+    for (auto it = figure->getElementBegin(); it != figure->getElementEnd(); ++it) {
+        auto *legend = dynamic_cast<Legend *>(*it);
+        if (!legend || !legend->getVisible())
+            continue;
+        bool const isUpright = legend->getOrientation() == 1;
+        for (bool vertical : {!isUpright, isUpright}) {
+            double shift = 0.0;
+            BoxDistributor::Direction_t side{};
+            if (!BoxDistributor::legendAtBorder(page, legend, true, vertical, placement.edgeDistance, &shift, &side))
+                continue;
+            if (shift < 0.5 * (vertical ? page.y : page.x))
+                distributor->moveSide(side, shift);
+            break;
+        }
+    }
+}
+
 void addPointer(Pointer const &pointer, BoxDistributor *distributor)
 {
     BoxDistributor::TextBox *box = distributor->addTextBox(pointer.label);
@@ -130,10 +153,12 @@ int arrangeLabels(Figure *figure, StageIdentifier const &stage, Placement const 
         distributor.addFixedBox(grownBy(obstacle, placement.boxDistance));
     for (Pointer const &pointer : contents.pointers)
         addPointer(pointer, &distributor);
-    if (placement.where == Placement::AT_BORDER)
+    if (placement.where == Placement::AT_BORDER) {
+        narrowForLegends(figure, placement, &distributor);
         distributor.distribute(stage);
-    else
+    } else {
         distributor.placeAtElement(stage);
+    }
     return static_cast<int>(contents.pointers.size());
 }
 

@@ -4,6 +4,7 @@
 #include <ZemFig2BoxDistributor.h>
 #include <ZemFig2Group.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2TokenInterface.h>
 
 #include <gtest/gtest.h>
@@ -114,6 +115,22 @@ TEST_F(ArrangeLabels, leavesTheFigureUpToDate)
     arrange();
     EXPECT_TRUE(label->isValid());
     EXPECT_FALSE(figure.update(stage, false));
+}
+
+TEST_F(ArrangeLabels, leavesASideToALegendAtTheBorder)
+{
+    // From 70,75 to 130,95, lying, 5 above the lower edge: labels go along its upper edge, 10 above it.
+    auto *legend = new Legend;
+    legend->setSize({60, 20});
+    legend->setOrigin({100, 85});
+    figure.getRoot()->addChild(legend);
+    Label const *label = addLabel({30, 90});
+    Label const *other = addLabel({170, 10});
+
+    arrange();
+
+    EXPECT_DOUBLE_EQ(Rect(label->getCoveredPolygon()).p2().y, 65.0);
+    EXPECT_DOUBLE_EQ(Rect(other->getCoveredPolygon()).y, 10.0);
 }
 
 } // namespace
