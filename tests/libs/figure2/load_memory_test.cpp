@@ -1,5 +1,6 @@
 // How much memory large files take while they are loaded.
 #include "crafted_element.h"
+#include "load_limit.h"
 
 #include <AllocationPeak.h>
 #include <ZemFig2ColorBar.h>
@@ -19,9 +20,6 @@ namespace {
 
 using Support::BlockCrafter;
 using Support::Payload;
-
-constexpr std::size_t BYTES_FOR_EACH = 16;
-constexpr std::size_t BYTES_FOR_NONE = 1 << 20;
 
 std::string saved(Figure const &figure)
 {
@@ -155,7 +153,7 @@ TEST_P(FigureMemory, isASmallMultipleOfTheFile)
         held = peak.bytes();
     }
 
-    EXPECT_LE(held, BYTES_FOR_EACH * bytes.size() + BYTES_FOR_NONE);
+    EXPECT_LE(held, loadLimit(bytes.size()));
     // What is not counted cannot be too much.
     EXPECT_GT(held, bytes.size() / 4);
     RecordProperty("bytesForEach", std::to_string(static_cast<double>(held) / static_cast<double>(bytes.size())));
