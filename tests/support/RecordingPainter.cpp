@@ -114,8 +114,9 @@ void RecordingPainter::drawRichText(BaVec2d<double> const &position, QString con
 void RecordingPainter::drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                                   std::vector<Color> const &colors, Rotation const &rotation)
 {
+    std::string const ends = colors.empty() ? "" : " from " + text(colors.front()) + " to " + text(colors.back());
     record("colors " + Support::text(position) + " size " + Support::text(size) + (vertical ? " vertical " : " horizontal ") +
-               std::to_string(colors.size()),
+               std::to_string(colors.size()) + ends,
            rotation);
 }
 

@@ -32,6 +32,8 @@ int main(int argc, char **argv)
     addImportVerb(&app, &run);
     addRenderVerb(&app, &run);
     addConvertVerb(&app, &run);
+    addPlaceVerb(&app, &run);
+    addScaleVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
     try {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <ZemFig2Figure.h>
+#include <ZemMeasColorScale.h>
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Zem::Zemfig {
@@ -28,6 +30,7 @@ struct PageDocument
 {
     std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
     QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
+    std::optional<Measurement::ColorScale> scale; ///< the [scale] table: the colour scale of the page
     std::vector<Problem> problems;        ///< empty for a sound document
 };
 
@@ -37,7 +40,8 @@ PageDocument readPageDocument(QString const &fileName);
 PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 
 /// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
-/// figure. Elements without a name get none.
-QString writePageDocument(Fig2::Figure const &figure);
+/// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table.
+QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {},
+                          std::optional<Measurement::ColorScale> const &scale = {});
 
 } // namespace Zem::Zemfig

@@ -192,11 +192,13 @@ private:
             readPage(*node.as_table());
         else if (key == QLatin1StringView("data") && node.is_table())
             readData(*node.as_table());
+        else if (key == QLatin1StringView("scale") && node.is_table())
+            readScale(*node.as_table());
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
             report(lineOf(node),
-                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "element"})));
+                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -236,6 +238,30 @@ private:
             else
                 report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
         }
+    }
+
+    void readScale(toml::table const &table)
+    {
+        Measurement::ColorScale scale;
+        std::vector<Parameter> const known = entriesOf(scale.getParameterString());
+        for (auto const &[key, node] : flattened(table)) {
+            auto const found = std::find_if(known.begin(), known.end(),
+                                            [&name = key](Parameter const &parameter) { return parameter.key == name; });
+            if (found == known.end()) {
+                std::vector<QString> keys;
+                for (Parameter const &parameter : known)
+                    keys.push_back(parameter.key);
+                reportUnknown(*node, key, keys, "the colour scale");
+                continue;
+            }
+            QString made = entry(*found, *node);
+            try {
+                scale.createFromParameterString(made);
+            } catch (ParamError const &error) {
+                report(lineOf(*node), QStringLiteral("the colour scale: %1").arg(error.getText()));
+            }
+        }
+        document_->scale = scale;
     }
 
     using FlatTable = std::vector<std::pair<QString, toml::node const *>>;

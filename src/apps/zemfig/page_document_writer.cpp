@@ -10,7 +10,9 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace Zem::Zemfig {
 
@@ -110,8 +112,8 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 6> RECORDS{"border",    "background", "connector_style",
-                                              "color_bar", "symbol1",    "symbol2"};
+constexpr std::array<char const *, 8> RECORDS{"border",  "background", "connector_style", "color_bar",
+                                              "symbol1", "symbol2",    "tick_box",        "tick_line"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)
@@ -126,9 +128,13 @@ QString recordOf(QString const &key)
 class Writer
 {
 public:
-    QString write(Figure const &figure)
+    QString write(Figure const &figure, QMap<QString, QVariant> const &data,
+                  std::optional<Measurement::ColorScale> const &scale)
     {
         writePage(figure);
+        writeData(data);
+        if (scale)
+            writeScale(*scale);
         writeChildren(*figure.getRoot(), QStringLiteral("element"));
         return text_;
     }
@@ -142,6 +148,25 @@ private:
         QString const size = Parse::createVec2d(QStringLiteral("size"), figure.getSize());
         line(QStringLiteral("size"), valueForm(entriesOf(size).front()));
         writeParameters(entriesOf(figure.getBackground().getParameterString(QStringLiteral("background"))));
+    }
+
+    void writeData(QMap<QString, QVariant> const &data)
+    {
+        static QRegularExpression const bare(QStringLiteral("\\A[A-Za-z0-9_-]+\\z"));
+        if (!data.isEmpty())
+            text_ += QLatin1StringView("\n[data]\n");
+        for (auto it = data.cbegin(); it != data.cend(); ++it) {
+            bool const isText = it.value().typeId() == QMetaType::QString;
+            QString const value = it.value().toString();
+            line(bare.match(it.key()).hasMatch() ? it.key() : quoted(it.key()), isText ? quoted(value) : value);
+        }
+    }
+
+    void writeScale(Measurement::ColorScale const &scale)
+    {
+        text_ += QLatin1StringView("\n[scale]\n");
+        writeParameters(changedFrom(entriesOf(Measurement::ColorScale().getParameterString()),
+                                    entriesOf(scale.getParameterString())));
     }
 
     void writeChildren(Group const &group, QString const &path)
@@ -164,17 +189,26 @@ private:
         writeChildren(*group, path + QLatin1StringView(".children"));
     }
 
-    static std::vector<Parameter> changedParameters(Element const &element)
+    static std::vector<Parameter> changedFrom(std::vector<Parameter> const &standard,
+                                              std::vector<Parameter> const &parameters)
     {
         std::vector<Parameter> changed;
-        for (Parameter const &parameter : entriesOf(element.getParameterString())) {
-            bool const isDerived = parameter.key == Element::PARAM_TYPE ||
-                                   (parameter.key == Element::PARAM_ORIGIN &&
-                                    (element.getType() == Element::GROUP || element.getType() == Element::LINE));
-            auto const standard = findParameter(element.getType(), parameter.key);
-            if (!isDerived && !(standard && standard->value == parameter.value))
-                changed.push_back(parameter);
-        }
+        std::copy_if(parameters.begin(), parameters.end(), std::back_inserter(changed), [&](Parameter const &parameter) {
+            return std::none_of(standard.begin(), standard.end(), [&parameter](Parameter const &one) {
+                return one.key == parameter.key && one.value == parameter.value;
+            });
+        });
+        return changed;
+    }
+
+    static std::vector<Parameter> changedParameters(Element const &element)
+    {
+        std::vector<Parameter> changed =
+            changedFrom(parametersOf(element.getType()), entriesOf(element.getParameterString()));
+        bool const derivedOrigin = element.getType() == Element::GROUP || element.getType() == Element::LINE;
+        std::erase_if(changed, [derivedOrigin](Parameter const &parameter) {
+            return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN);
+        });
         return changed;
     }
 
@@ -232,9 +266,10 @@ private:
 
 } // namespace
 
-QString writePageDocument(Figure const &figure)
+QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data,
+                          std::optional<Measurement::ColorScale> const &scale)
 {
-    return Writer().write(figure);
+    return Writer().write(figure, data, scale);
 }
 
 } // namespace Zem::Zemfig

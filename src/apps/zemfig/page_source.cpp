@@ -241,6 +241,7 @@ QString resolveInside(QString const &path, QString const &documentName)
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
 {
     DataChoice choice;
+    choice.scale = document.scale;
     for (auto it = document.data.cbegin(); it != document.data.cend(); ++it) {
         if (it.key() == QLatin1StringView("file"))
             choice.csv = resolveInside(it.value().toString(), fileName);
@@ -272,6 +273,7 @@ PageData::PageData(DataChoice const &choice)
         project_ = std::make_unique<Project>(folder_->filePath(QStringLiteral("data.zem")), OpenMode_t::CREATE);
         project_->importTable(table, choice.importOptions);
     }
+    showScale(choice.scale);
     if (project_)
         tokens_ = std::make_unique<ProjectTokenInterface>(project_.get());
     else
@@ -279,6 +281,16 @@ PageData::PageData(DataChoice const &choice)
 }
 
 PageData::~PageData() = default;
+
+void PageData::showScale(std::optional<ColorScale> const &scale) const
+{
+    if (project_ && !scale)
+        applyColorScale(*project_);
+    else if (project_)
+        applyColorScale(*project_, *scale);
+    else if (scale)
+        applyColorScale(*scale);
+}
 
 std::vector<unsigned int> PageData::stages() const
 {

@@ -25,13 +25,15 @@ struct DataChoice
     QString csv;
     Measurement::CsvOptions csvOptions;
     Measurement::ImportOptions importOptions;
+    /// In place of that of the project.
+    std::optional<Measurement::ColorScale> scale;
 };
 
 /// The data that a page document names itself, by a path that must stay inside the folder of the document. Throws
 /// InputError for a path that leaves it and for an option that does not exist.
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName);
 
-/// An open project over one of the choices, or nothing at all.
+/// An open project over one of the choices, or nothing at all. Its colour scale is that of the process from here on.
 class PageData
 {
 public:
@@ -47,6 +49,8 @@ public:
     QString name() const { return name_; }
 
 private:
+    void showScale(std::optional<Measurement::ColorScale> const &scale) const;
+
     QString name_;
     std::unique_ptr<QTemporaryDir> folder_; ///< holds the project made of a CSV file
     std::unique_ptr<Measurement::Project> project_;

@@ -1,6 +1,6 @@
 #include "verbs.h"
 
-#include "cli.h"
+#include "page_output.h"
 #include "page_source.h"
 
 #include <memory>
@@ -15,36 +15,10 @@ struct Arguments
     std::string output;
 };
 
-void saveFigureFile(Fig2::Figure const &figure, QString const &fileName)
-{
-    // The library's own saving logs a file that it cannot open without failing; here that is a failure.
-    try {
-        IO::OutStream stream(fileName, Fig2::Figure::FILE_TYPE_ID, 1);
-        if (!stream.isInit())
-            throw OutputFailure(stream.getError());
-        figure.save(&stream, -1, -1);
-        stream.close();
-    } catch (IO::StreamException const &error) {
-        throw OutputFailure(error.getText());
-    }
-}
-
 void convert(Arguments const &arguments)
 {
     QString const input = QString::fromStdString(arguments.page);
-    QString const output = QString::fromStdString(arguments.output);
-    PageDocument const document = openSoundPage(input);
-    if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
-        if (!document.data.isEmpty())
-            message(QStringLiteral("%1: a figure file names no data: [data] is left out, give --project or --data when "
-                                   "rendering")
-                        .arg(input));
-        saveFigureFile(*document.figure, output);
-    } else if (output.endsWith(QLatin1StringView(".toml"))) {
-        writeFile(output, writePageDocument(*document.figure).toUtf8());
-    } else {
-        throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
-    }
+    writePage(openSoundPage(input), input, QString::fromStdString(arguments.output));
 }
 
 } // namespace

@@ -1,13 +1,14 @@
 #include "verbs.h"
 
 #include "cli.h"
-#include "csv_options.h"
-#include "page_source.h"
+#include "page_run.h"
+#include "placement_options.h"
 
 #include <ZemFig2QtCalculator.h>
 #include <ZemFig2QtPageWriter.h>
 
 #include <memory>
+#include <optional>
 
 namespace Zem::Zemfig {
 
@@ -18,67 +19,35 @@ namespace {
 
 struct Arguments
 {
-    std::string page;
+    PageArguments page;
     std::string output;
-    std::string project;
-    std::string data;
-    std::string stage;
     double dpi = 150.0;
-    CsvArguments csv;
+    PlacementArguments placement;
 };
 
-/// The stages to draw; one without a number when the page has no data.
+/// The pages to draw, each arranged when the user wished so.
 struct Pages
 {
-    PageDocument document;
-    std::unique_ptr<PageData> data;
-    std::vector<StageIdentifier> stages;
+    PageRun run;
+    std::optional<Placement> placement;
 
-    /// Brings the page to a stage. Another stage is a forced update: no counter tells of it.
+    std::vector<StageIdentifier> const &stages() const { return run.stages(); }
     Figure const &at(StageIdentifier const &stage)
     {
-        document.figure->update(stage, true);
-        return *document.figure;
+        Figure *figure = run.at(stage);
+        if (placement)
+            arrangeLabels(figure, stage, *placement);
+        return *figure;
     }
 };
-
-DataChoice chooseData(Arguments const &arguments, PageDocument const &document)
-{
-    if (arguments.project.empty() && arguments.data.empty()) {
-        DataChoice choice = dataOfDocument(document, QString::fromStdString(arguments.page));
-        arguments.csv.apply(&choice);
-        return choice;
-    }
-    DataChoice choice;
-    choice.project = QString::fromStdString(arguments.project);
-    choice.csv = QString::fromStdString(arguments.data);
-    arguments.csv.apply(&choice);
-    return choice;
-}
-
-Pages openPages(Arguments const &arguments)
-{
-    Pages pages;
-    pages.document = openSoundPage(QString::fromStdString(arguments.page));
-    pages.data = std::make_unique<PageData>(chooseData(arguments, pages.document));
-    pages.document.figure->setTokenInterface(pages.data->tokens());
-    QString wish = QString::fromStdString(arguments.stage);
-    if (wish.isEmpty() && arguments.project.empty() && arguments.data.empty())
-        wish = pages.document.data.value(QStringLiteral("stage")).toString();
-    for (unsigned int stage : selectStages(wish, pages.data->stages(), pages.data->name()))
-        pages.stages.push_back(StageIdentifier(stage));
-    if (pages.stages.empty())
-        pages.stages.push_back(StageIdentifier::NO_STAGE);
-    return pages;
-}
 
 /// "page.png" for one page, "page-012.png" for stage 12 of up to 999.
 QString numbered(QString const &output, StageIdentifier const &stage, Pages const &pages)
 {
-    if (pages.stages.size() == 1)
+    if (pages.stages().size() == 1)
         return output;
     int width = 1;
-    for (StageIdentifier const &each : pages.stages)
+    for (StageIdentifier const &each : pages.stages())
         width = std::max(width, static_cast<int>(QString::number(each.getIdentifier()).size()));
     qsizetype const dot = output.lastIndexOf(QLatin1Char('.'));
     return QStringLiteral("%1-%2%3")
@@ -91,8 +60,8 @@ QString numbered(QString const &output, StageIdentifier const &stage, Pages cons
 void renderDocument(Pages *pages, QString const &output, PageOptions const &options)
 {
     std::unique_ptr<PageWriter> const writer = createPageWriter(output, options);
-    Progress progress(static_cast<int>(pages->stages.size()));
-    for (StageIdentifier const &stage : pages->stages) {
+    Progress progress(static_cast<int>(pages->stages().size()));
+    for (StageIdentifier const &stage : pages->stages()) {
         drawPage(pages->at(stage), writer.get());
         progress.advance();
     }
@@ -102,8 +71,8 @@ void renderDocument(Pages *pages, QString const &output, PageOptions const &opti
 /// One file for each stage.
 void renderFiles(Pages *pages, QString const &output, PageOptions const &options)
 {
-    Progress progress(static_cast<int>(pages->stages.size()));
-    for (StageIdentifier const &stage : pages->stages) {
+    Progress progress(static_cast<int>(pages->stages().size()));
+    for (StageIdentifier const &stage : pages->stages()) {
         std::unique_ptr<PageWriter> const writer = createPageWriter(numbered(output, stage, *pages), options);
         drawPage(pages->at(stage), writer.get());
         writer->close();
@@ -118,7 +87,7 @@ void render(Arguments const &arguments)
     if (!QStringList{QStringLiteral("pdf"), QStringLiteral("png"), QStringLiteral("svg")}.contains(ending))
         throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
     QtCalculator const calculator;
-    Pages pages = openPages(arguments);
+    Pages pages{PageRun(arguments.page), arguments.placement.placement()};
     PageOptions options;
     options.dpi = arguments.dpi;
     try {
@@ -137,13 +106,10 @@ void addRenderVerb(CLI::App *app, Run *run)
 {
     auto arguments = std::make_shared<Arguments>();
     CLI::App *verb = app->add_subcommand("render", "Draw a page for one stage or many");
-    verb->add_option("page", arguments->page, "page document (.figure.toml) or figure file (.fig)")->required();
+    arguments->page.addTo(verb);
     verb->add_option("-o,--output", arguments->output, "target; its ending chooses pdf, svg or png")->required();
-    auto *project = verb->add_option("--project", arguments->project, "project file or URL");
-    verb->add_option("--data", arguments->data, "CSV file")->excludes(project);
-    verb->add_option("--stage", arguments->stage, "12, 3..40, 1,5,9 or all; the last one when not given");
     verb->add_option("--dpi", arguments->dpi, "resolution of pictures")->check(CLI::Range(1.0, 10000.0));
-    arguments->csv.addTo(verb);
+    arguments->placement.addTo(verb);
     verb->callback([arguments, run] { *run = [arguments] { render(*arguments); }; });
 }
 

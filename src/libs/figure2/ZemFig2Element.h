@@ -21,6 +21,13 @@
 #include <iosfwd>
 #include <vector>
 
+namespace Zem::Legend2 {
+class Data;
+class HistogramData;
+class Legend;
+class ToleranceParams;
+} // namespace Zem::Legend2
+
 namespace Zem::Fig2 {
 
 class Connector;
@@ -172,6 +179,11 @@ public:
     virtual void setSpacing(double spacing);
 
     virtual bool hasLegendData() const { return false; }
+    /// Copies the colour scale of what the element shows. False, and nothing is written but `canDrawColors`, when there
+    /// is none now. `histogram` and `canDrawColors` may be null. Throws ProgError unless hasLegendData().
+    virtual bool getLegendData(FigureTokenInterface const *tokens, Legend2::Legend *legend, Legend2::Data *data,
+                               bool *showTolerances, Legend2::ToleranceParams *tolerance,
+                               Legend2::HistogramData *histogram, bool *canDrawColors) const;
 
     /// Whether the element has any of the attributes.
     bool hasAttributes(ElementAttributes const &attributes) const;

@@ -300,6 +300,13 @@ void Element::setSpacing(double spacing)
     valid_ = false;
 }
 
+bool Element::getLegendData(FigureTokenInterface const *, Legend2::Legend *, Legend2::Data *, bool *,
+                            Legend2::ToleranceParams *, Legend2::HistogramData *, bool *) const
+{
+    throw ProgError("Zem::Fig2::Element::getLegendData", "fig_element", __LINE__,
+                    "Element does not have any legend data");
+}
+
 bool Element::hasAttributes(ElementAttributes const &attributes) const
 {
     if (!attributes.isFiltered())

@@ -3,6 +3,7 @@
 
 #include "ZemFig2Group.h"
 #include "ZemFig2Label.h"
+#include "ZemFig2Legend.h"
 #include "ZemFig2Line.h"
 #include "ZemFig2Polygon.h"
 #include "ZemFig2Rectangle.h"
@@ -24,6 +25,8 @@ Element *Element::create(Type_t type)
         return new Polygon;
     case LABEL:
         return new Label;
+    case LEGEND:
+        return new Legend;
     case GROUP:
         return new Group;
     case IMAGE_LABEL:

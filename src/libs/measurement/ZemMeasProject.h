@@ -1,6 +1,7 @@
 // ZemMeasProject.h: a measurement project, the store of stages and values behind report pages.
 #pragma once
 
+#include <ZemMeasColorScale.h>
 #include <ZemMeasCsv.h>
 
 #include <QtCore/QString>
@@ -8,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -87,6 +89,15 @@ public:
     std::vector<ProjectToken> tokens() const;
     /// All values of a stage; empty when there is no such stage.
     std::vector<StageValue> values(unsigned int stage) const;
+
+    /// The numbers of tokens over all stages, in the base unit. `tokens` holds names with commas in between; one that
+    /// ends with "*" stands for all names that begin so. `unit` (never null) receives the unit of the first token. Also
+    /// throws ProjectError when a name stands for none, when values are no numbers, or when the quantities differ.
+    std::vector<double> numbers(QString const &tokens, UnitData *unit) const;
+
+    /// The colour scale for what the project shows; none when none was stored.
+    std::optional<ColorScale> colorScale() const;
+    void setColorScale(ColorScale const &scale);
 
     /// A number that differs from an earlier one when the project has changed in between. Cheap enough to be asked
     /// before every use of something kept: what other processes have changed shows up to a millisecond late.

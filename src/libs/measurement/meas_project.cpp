@@ -8,7 +8,11 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <ZemParse.h>
+
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <limits>
 #include <optional>
 
@@ -93,6 +97,82 @@ std::vector<StageValue> Project::values(unsigned int stage) const
         values.push_back({readWhole(*connection_, query, 0), readValue(*connection_, query, 2, type)});
     }
     return values;
+}
+
+namespace {
+
+/// The tokens of number type that a list of names stands for.
+std::vector<ProjectToken> selectNumbers(SqlConnection const &connection, QString const &names)
+{
+    std::vector<ProjectToken> const known = readTokens(connection);
+    std::vector<ProjectToken> selected;
+    for (QString const &piece : names.split(QLatin1Char(','))) {
+        QString const name = piece.trimmed();
+        bool const isPrefix = name.endsWith(QLatin1Char('*'));
+        std::size_t const before = selected.size();
+        std::copy_if(known.begin(), known.end(), std::back_inserter(selected), [&](ProjectToken const &token) {
+            return isPrefix ? token.name.startsWith(name.chopped(1)) : token.name == name;
+        });
+        if (selected.size() == before) {
+            connection.fail(QStringLiteral("there is no token '%1'").arg(name));
+        }
+    }
+    for (ProjectToken const &token : selected) {
+        if (token.type != ColumnType_t::NUMBER && token.type != ColumnType_t::INTEGER) {
+            connection.fail(QStringLiteral("the values of '%1' are no numbers").arg(token.name));
+        }
+        if (token.unit.getUnit() != selected.front().unit.getUnit()) {
+            connection.fail(
+                QStringLiteral("'%1' and '%2' are different quantities").arg(selected.front().name, token.name));
+        }
+    }
+    return selected;
+}
+
+double inBaseUnit(StoredValue const &value, UnitData const &unit)
+{
+    auto const *whole = std::get_if<std::int64_t>(&value);
+    double const number = whole ? static_cast<double>(*whole) : std::get<double>(value);
+    return unit.hasUnit() ? unit.getUnit()->toBase(number, unit.getCurrentUnit()) : number;
+}
+
+} // namespace
+
+std::vector<double> Project::numbers(QString const &tokens, UnitData *unit) const
+{
+    std::vector<ProjectToken> const selected = selectNumbers(*connection_, tokens);
+    *unit = selected.front().unit;
+    std::vector<double> numbers;
+    for (ProjectToken const &token : selected) {
+        for (ValueRow const &row : readTokenValues(*connection_, token)) {
+            numbers.push_back(inBaseUnit(row.value, token.unit));
+        }
+    }
+    return numbers;
+}
+
+std::optional<ColorScale> Project::colorScale() const
+{
+    QString parameters;
+    if (!readColorScale(*connection_, &parameters)) {
+        return std::nullopt;
+    }
+    try {
+        ColorScale scale;
+        scale.createFromParameterString(parameters);
+        return scale;
+    } catch (ParamError const &error) {
+        connection_->fail(QStringLiteral("the project is damaged: its colour scale: %1").arg(error.getText()));
+    }
+}
+
+void Project::setColorScale(ColorScale const &scale)
+{
+    SqlTransaction transaction(*connection_);
+    writeColorScale(*connection_, scale.getParameterString());
+    connection_->execute(QStringLiteral("UPDATE zem_project SET change = change + 1"));
+    transaction.commit();
+    revision_->readAt.reset();
 }
 
 ImportResult Project::importTable(CsvTable const &table, ImportOptions const &options)

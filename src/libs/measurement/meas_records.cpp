@@ -234,4 +234,27 @@ std::vector<std::int64_t> readStages(SqlConnection const &connection)
     return stages;
 }
 
+// The table is made when it is first needed: projects of older releases have none.
+bool readColorScale(SqlConnection const &connection, QString *parameters)
+{
+    if (!connection.tables().contains(QStringLiteral("color_scale"))) {
+        return false;
+    }
+    QSqlQuery query = connection.execute(QStringLiteral("SELECT parameters FROM color_scale"));
+    if (!query.next()) {
+        return false;
+    }
+    *parameters = query.value(0).toString();
+    return true;
+}
+
+void writeColorScale(SqlConnection const &connection, QString const &parameters)
+{
+    connection.execute(QStringLiteral("CREATE TABLE IF NOT EXISTS color_scale (parameters TEXT NOT NULL)"));
+    connection.execute(QStringLiteral("DELETE FROM color_scale"));
+    QSqlQuery query = connection.prepare(QStringLiteral("INSERT INTO color_scale (parameters) VALUES (?)"));
+    query.addBindValue(parameters);
+    connection.run(query);
+}
+
 } // namespace Zem::Measurement

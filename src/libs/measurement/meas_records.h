@@ -39,4 +39,8 @@ void insertTokenValues(SqlConnection const &connection, std::int64_t token, std:
 void insertStages(SqlConnection const &connection, std::vector<std::int64_t> const &stages);
 std::vector<std::int64_t> readStages(SqlConnection const &connection);
 
+/// The entries of the project's colour scale; false when none is stored.
+bool readColorScale(SqlConnection const &connection, QString *parameters);
+void writeColorScale(SqlConnection const &connection, QString const &parameters);
+
 } // namespace Zem::Measurement

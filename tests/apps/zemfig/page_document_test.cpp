@@ -1,6 +1,7 @@
 #include <page_document.h>
 
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
@@ -180,8 +181,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "p.toml:4: unknown key 'piont2' in line 'l' (did you mean 'point2'?)\n"},
         BadDocument{"unknownType", "[[element]]\ntype = \"labl\"\n",
                     "p.toml:2: unknown element type 'labl' (did you mean 'label'?)\n"},
-        BadDocument{"noType", "[[element]]\nname = \"x\"\n",
-                    "p.toml:1: an element wants a 'type' such as \"label\"\n"},
+        BadDocument{"noType", "[[element]]\nname = \"x\"\n", "p.toml:1: an element wants a 'type' such as \"label\"\n"},
         BadDocument{"textForNumber", "[[element]]\ntype = \"line\"\nname = \"l\"\nangle = \"steep\"\n",
                     "p.toml:4: 'angle' wants a number, not a text\n"},
         BadDocument{"numberForVector", "[[element]]\ntype = \"line\"\nname = \"l\"\npoint1 = 5\n",
@@ -201,8 +201,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "[[element]]\ntype = \"label\"\nname = \"l\"\nconnect = [\"m\"]\n[[element]]\ntype = "
                     "\"line\"\nname = \"m\"\n",
                     "p.toml:4: label 'l' cannot be connected to line 'm'\n"},
-        BadDocument{"masterThatIsNoChild",
-                    "[[element]]\ntype = \"group\"\nname = \"g\"\nmaster = \"x\"\n",
+        BadDocument{"masterThatIsNoChild", "[[element]]\ntype = \"group\"\nname = \"g\"\nmaster = \"x\"\n",
                     "p.toml:4: group 'g' has no child 'x'\n"},
         BadDocument{"emptyPage", "[page]\nsize = [0, 10]\n",
                     "p.toml:2: 'size' wants two numbers above 0 as [width, height]\n"},
@@ -287,6 +286,41 @@ TEST(PageDocument, comesBackEqualWhateverItHolds)
     auto *readGroup = static_cast<Group *>(*read.figure->getRoot()->getChildBegin());
     EXPECT_EQ(readGroup->getMasterElement()->getType(), Element::POLYGON);
     EXPECT_EQ(writePageDocument(*read.figure), writePageDocument(figure));
+}
+
+TEST(PageDocument, keepsALegendThroughWriting)
+{
+    PageDocument const document = parse(R"(
+[scale]
+token = "a"
+tolerance = { title = "T", pass_text = "fine" }
+[[element]]
+type = "legend"
+name = "scale"
+legend_data_mode = "manual"
+tick_line = { width = 0.25 }
+legend = { quantity = "strain", unit = "%", digits = 3, minimum_mode = "fixed", minimum = -0.5 }
+)");
+    ASSERT_TRUE(document.problems.empty());
+    ASSERT_TRUE(document.scale);
+    EXPECT_EQ(document.scale->token, QStringLiteral("a"));
+    EXPECT_EQ(document.scale->tolerance.getText(Legend2::TOLERANCE_PASS), QStringLiteral("fine"));
+
+    QString const written = writePageDocument(*document.figure, {}, document.scale);
+    PageDocument const again = parsePageDocument(written.toUtf8(), QStringLiteral("again"));
+
+    ASSERT_TRUE(again.problems.empty()) << written.toStdString();
+    EXPECT_EQ(again.scale, document.scale);
+    auto const *legend = dynamic_cast<Legend const *>(find(again, "scale"));
+    ASSERT_NE(legend, nullptr);
+    EXPECT_EQ(legend->getParameterString(), find(document, "scale")->getParameterString());
+    Legend2::Legend const *scale = nullptr;
+    Legend2::Data const *data = nullptr;
+    legend->getLocalLegendData(&scale, &data);
+    EXPECT_EQ(scale->getUnitName(), QStringLiteral("%"));
+    EXPECT_EQ(scale->getDigits(), 3);
+    EXPECT_EQ(scale->getMinimum(Legend2::Data()), -0.5);
+    EXPECT_EQ(legend->getTickStyle().getWidth(), 0.25);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ TEST(Zemfig, tellsItsVerbsAndExitCodes)
     CommandResult const result = Workplace().zemfig({"--help"});
 
     EXPECT_EQ(result.exitCode, 0);
-    for (char const *word : {"import", "render", "convert", "show", "check", "Exit codes"})
+    for (char const *word : {"import", "render", "place", "convert", "show", "check", "Exit codes"})
         EXPECT_NE(result.output.find(word), std::string::npos) << word;
 }
 

@@ -6,6 +6,7 @@
 #include <TestTokens.h>
 #include <ZemFig2Figure.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
@@ -41,9 +42,13 @@ std::string everything()
     polygon->setPolygon(Polygon2d({{0, 0}, {10, 0}, {10, 10}}, true));
     label->setText("force $5.1[kN]force$");
     label->setColorBarVisible(true);
+    auto *legend = new Legend;
+    Legend2::HistogramData histogram;
+    histogram.addHistogram({{1.0, 2}, {2.0, 3}});
+    legend->setLocalHistogramData(histogram);
     for (Element *element :
          {static_cast<Element *>(source), static_cast<Element *>(new Line), static_cast<Element *>(new Ellipse),
-          static_cast<Element *>(polygon), static_cast<Element *>(group)})
+          static_cast<Element *>(polygon), static_cast<Element *>(legend), static_cast<Element *>(group)})
         figure.getRoot()->addChild(element);
     group->addChild(label);
     group->addChild(inner);

@@ -2,6 +2,7 @@
 
 #include <ZemFig2ColorBar.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 
@@ -162,6 +163,45 @@ void fill(Label &label)
     label.setTemplateName(word());
 }
 
+Legend2::Legend colorScale()
+{
+    Legend2::Legend scale(flag() ? uLength : nullptr);
+    scale.setUnitName(word());
+    if (flag())
+        scale.setFixedMinimum(number());
+    if (flag())
+        scale.setFixedMaximum(number());
+    scale.setScaleMode(flag() ? Legend2::SCALE_MODE_DISCRETE : Legend2::SCALE_MODE_CONTINUOUS);
+    scale.setNumberOfClasses(1 + below(20));
+    scale.setUseExtremaColors(flag());
+    scale.setMinColor(color());
+    return scale;
+}
+
+void fill(Legend &legend)
+{
+    legend.setLegendDataMode(static_cast<Legend::LegendDataMode>(below(3)));
+    legend.setTickBoxStyle(lineStyle());
+    legend.setTickStyle(lineStyle());
+    legend.setBarWidth(number());
+    legend.setEqualSizedBlocks(flag());
+    legend.setShowHistogram(flag());
+    Legend2::Data data;
+    data.setDynamicMinimum(number());
+    data.setDynamicMaximum(number());
+    data.setAverage(number());
+    Legend2::Legend const scale = colorScale();
+    legend.setLocalLegendData(scale, data);
+    Legend2::ToleranceParams tolerance;
+    tolerance.setTitle(word());
+    tolerance.setText(Legend2::TOLERANCE_PASS, word());
+    legend.setLocalToleranceParams(flag(), tolerance);
+    Legend2::HistogramData histogram;
+    double const value = number();
+    histogram.addHistogram({{value, 1 + below(1000)}});
+    legend.setLocalHistogramData(histogram);
+}
+
 void fill(Group &group, int depth)
 {
     for (unsigned int i = 0, count = below(4); i < count; ++i) {
@@ -176,7 +216,8 @@ void fill(Group &group, int depth)
 
 Element::Type_t generateLeafType()
 {
-    return *rc::gen::element(Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL);
+    return *rc::gen::element(Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
+                             Element::LEGEND);
 }
 
 std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
@@ -189,6 +230,8 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
         fill(*polygon);
     else if (auto *label = dynamic_cast<Label *>(element.get()))
         fill(*label);
+    else if (auto *legend = dynamic_cast<Legend *>(element.get()))
+        fill(*legend);
     else if (auto *group = dynamic_cast<Group *>(element.get()))
         fill(*group, depth);
     return element;

@@ -1,0 +1,66 @@
+#include "page_output.h"
+
+#include "cli.h"
+
+#include <QtCore/QFileInfo>
+
+namespace Zem::Zemfig {
+
+namespace {
+
+void saveFigureFile(Fig2::Figure const &figure, QString const &fileName)
+{
+    // The library's own saving logs a file that it cannot open without failing; here that is a failure.
+    try {
+        IO::OutStream stream(fileName, Fig2::Figure::FILE_TYPE_ID, 1);
+        if (!stream.isInit())
+            throw OutputFailure(stream.getError());
+        figure.save(&stream, -1, -1);
+        stream.close();
+    } catch (IO::StreamException const &error) {
+        throw OutputFailure(error.getText());
+    }
+}
+
+/// Paths to data are relative to the folder of a document.
+bool areInOneFolder(QString const &a, QString const &b)
+{
+    return QFileInfo(QFileInfo(a).absolutePath()).canonicalFilePath() ==
+           QFileInfo(QFileInfo(b).absolutePath()).canonicalFilePath();
+}
+
+void tellLostData(PageDocument const &document, QString const &input, char const *reason)
+{
+    if (!document.data.isEmpty())
+        message(QStringLiteral("%1: %2: [data] is left out, give --project or --data when rendering")
+                    .arg(input, QString::fromLatin1(reason)));
+}
+
+/// A figure file holds no scale.
+void tellLostScale(PageDocument const &document, QString const &input)
+{
+    if (document.scale)
+        message(QStringLiteral("%1: a figure file holds no colour scale: [scale] is left out, store it in the project")
+                    .arg(input));
+}
+
+} // namespace
+
+void writePage(PageDocument const &document, QString const &input, QString const &output)
+{
+    if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
+        tellLostData(document, input, "a figure file names no data");
+        tellLostScale(document, input);
+        saveFigureFile(*document.figure, output);
+    } else if (output.endsWith(QLatin1StringView(".toml"))) {
+        bool const keepsData = areInOneFolder(input, output);
+        if (!keepsData)
+            tellLostData(document, input, "its data cannot be named from another folder");
+        QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
+        writeFile(output, writePageDocument(*document.figure, data, document.scale).toUtf8());
+    } else {
+        throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
+    }
+}
+
+} // namespace Zem::Zemfig

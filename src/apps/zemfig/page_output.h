@@ -1,0 +1,13 @@
+// page_output.h: writing a page, as the ending of the file name asks.
+#pragma once
+
+#include "page_document.h"
+
+namespace Zem::Zemfig {
+
+/// Writes the page as a page document (.toml) or a figure file (.fig). The data that the page names stays named where
+/// the new file can still reach it; else a message tells. Throws UsageError for another ending and OutputFailure.
+/// `input` is where the page came from.
+void writePage(PageDocument const &document, QString const &input, QString const &output);
+
+} // namespace Zem::Zemfig

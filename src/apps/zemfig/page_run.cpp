@@ -1,0 +1,52 @@
+#include "page_run.h"
+
+namespace Zem::Zemfig {
+
+namespace {
+
+DataChoice chooseData(PageArguments const &arguments, PageDocument const &document)
+{
+    DataChoice choice;
+    if (arguments.project.empty() && arguments.data.empty()) {
+        choice = dataOfDocument(document, QString::fromStdString(arguments.page));
+    } else {
+        choice.project = QString::fromStdString(arguments.project);
+        choice.csv = QString::fromStdString(arguments.data);
+    }
+    choice.scale = document.scale;
+    arguments.csv.apply(&choice);
+    return choice;
+}
+
+} // namespace
+
+void PageArguments::addTo(CLI::App *verb)
+{
+    verb->add_option("page", page, "page document (.figure.toml) or figure file (.fig)")->required();
+    auto *projectOption = verb->add_option("--project", project, "project file or URL");
+    verb->add_option("--data", data, "CSV file")->excludes(projectOption);
+    verb->add_option("--stage", stage, "12, 3..40, 1,5,9 or all; the last one when not given");
+    csv.addTo(verb);
+}
+
+PageRun::PageRun(PageArguments const &arguments)
+    : document_(openSoundPage(QString::fromStdString(arguments.page))),
+      data_(std::make_unique<PageData>(chooseData(arguments, document_)))
+{
+    document_.figure->setTokenInterface(data_->tokens());
+    QString wish = QString::fromStdString(arguments.stage);
+    if (wish.isEmpty() && arguments.project.empty() && arguments.data.empty())
+        wish = document_.data.value(QStringLiteral("stage")).toString();
+    for (unsigned int stage : selectStages(wish, data_->stages(), data_->name()))
+        stages_.push_back(StageIdentifier(stage));
+    if (stages_.empty())
+        stages_.push_back(StageIdentifier::NO_STAGE);
+}
+
+Fig2::Figure *PageRun::at(StageIdentifier const &stage)
+{
+    document_.figure->update(stage, true);
+    return document_.figure.get();
+}
+
+} // namespace Zem::Zemfig
