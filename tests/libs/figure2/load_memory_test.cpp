@@ -6,6 +6,7 @@
 #include <ZemFig2ColorBar.h>
 #include <ZemFig2Figure.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
@@ -168,7 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
         LargeFile{"lines", [] { return manyOf<Line>(5000); }},
         LargeFile{"polygons", [] { return manyOf<Polygon>(5000); }},
         LargeFile{"emptyGroups", [] { return manyOf<Group>(5000); }}, LargeFile{"deepGroups", deepGroups},
-        LargeFile{"labels", manyLabels}, LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
+        LargeFile{"labels", manyLabels}, LargeFile{"legends", [] { return manyOf<Legend>(1000); }},
+        LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
         LargeFile{"unknownTypes",
                   [] { return withRoot(std::vector<Element::Type_t>(250000, Element::Type_t(99))).bytes(); }},
         LargeFile{"text", [] { return withOldLabel(6, std::string(LONG_TEXT, 'x')); }},
