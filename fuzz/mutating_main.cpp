@@ -58,7 +58,11 @@ int main(int argc, char **argv)
         std::string bytes = seeds[random() % seeds.size()];
         mutate(&bytes, &random);
         LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const *>(bytes.data()), bytes.size());
+        // Told on the way too, for runs that are ended by the clock.
+        if ((round + 1) % 1000 == 0 || round + 1 == rounds) {
+            std::printf("%ld rounds\n", round + 1);
+            std::fflush(stdout);
+        }
     }
-    std::printf("%ld rounds\n", rounds);
     return 0;
 }

@@ -22,7 +22,12 @@ void count(long long bytes)
 
 #ifdef __SANITIZE_ADDRESS__
 
-#include <sanitizer/allocator_interface.h>
+// GCC has these functions in its sanitizer, but not the header that declares them.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*taken)(void const volatile *, std::size_t),
+                                              void (*given)(void const volatile *));
+std::size_t __sanitizer_get_allocated_size(void const volatile *place);
+}
 
 namespace {
 

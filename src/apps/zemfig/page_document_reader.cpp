@@ -1,6 +1,7 @@
 #include "page_document.h"
 
 #include "page_schema.h"
+#include "toml_parser.h"
 
 #include <ZemFig2Connector.h>
 #include <ZemFig2Group.h>
@@ -10,8 +11,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
-
-#include <toml++/toml.h>
 
 #include <algorithm>
 #include <array>
@@ -557,6 +556,8 @@ PageDocument parsePageDocument(QByteArray const &text, QString const &fileName)
     } catch (toml::parse_error const &error) {
         document.problems.push_back(
             {fileName, static_cast<int>(error.source().begin.line), textOf(error.description())});
+    } catch (TomlAssertion const &) {
+        document.problems.push_back({fileName, 0, QStringLiteral("is no TOML")});
     }
     return document;
 }

@@ -4,7 +4,7 @@
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
-#include "fig_text.h"
+#include "fig_text_form.h"
 
 #include <ZemUnit.h>
 
@@ -177,9 +177,7 @@ void readParameters(TextReader &reader, Read const &read)
 /// The scale stands there as its parameters.
 std::ostream &Legend::saveToStream(std::ostream &stream) const
 {
-    {
-        TextWriter writer(stream);
-        writer.version(TEXT_VERSION);
+    saveText(stream, TEXT_VERSION, [this](TextWriter &writer) {
         textItems(writer, *this);
         LocalScale const local = getLocalScale();
         writer.item(local.legend->getParameterString());
@@ -187,24 +185,21 @@ std::ostream &Legend::saveToStream(std::ostream &stream) const
         writer.item(local.showTolerances);
         writer.item(local.tolerance->getParameterString());
         writeHistogram(writer, *local.histogram);
-    }
+    });
     return AreaBase::saveToStream(stream);
 }
 
 std::istream &Legend::loadFromStream(std::istream &stream)
 {
     updateInternalFromLocal();
-    {
-        TextReader reader(stream);
-        if (reader.version() > TEXT_VERSION)
-            throwWrongBlockVersion();
+    loadText(stream, TEXT_VERSION, [this](TextReader &reader) {
         textItems(reader, *this);
         readParameters(reader, [this](QString &text) { localLegend_.createFromParameterString(text); });
         readParameters(reader, [this](QString &text) { localData_.createFromParameterString(text); });
         reader.item(localShowTolerances_);
         readParameters(reader, [this](QString &text) { localTolerance_.createFromParameterString(text); });
         readHistogram(reader, &localHistogram_);
-    }
+    });
     updateLocalFromInternal();
     return AreaBase::loadFromStream(stream);
 }

@@ -227,6 +227,16 @@ TEST(PageDocument, tellsWhereItIsNoToml)
     EXPECT_EQ(document.figure, nullptr);
 }
 
+TEST(PageDocument, tellsTheLineOfAHeaderThatIsNoKey)
+{
+    for (char const *header : {"[!x]", "[ =]", "[[.]]", "[#]", "[page.!]", "[", "[["}) {
+        PageDocument const document = parse((std::string("[data]\n") + header + "\n").c_str());
+        ASSERT_EQ(document.problems.size(), 1U) << header;
+        EXPECT_EQ(document.problems.front().line, 2) << header;
+        EXPECT_EQ(document.figure, nullptr);
+    }
+}
+
 TEST(PageDocument, writesOnlyWhatDiffersFromTheDefaults)
 {
     Figure figure;

@@ -1,4 +1,6 @@
 // Damaged figure files load or are refused with IO::StreamException, and take no more memory than their size allows.
+#include "load_limit.h"
+
 #include <AllocationPeak.h>
 #include <BlockCrafter.h>
 #include <TestTokens.h>
@@ -11,6 +13,7 @@
 
 #include <ZemScriptObject.h>
 
+#include <gtest/gtest.h>
 #include <zlib.h>
 
 #include <cstring>
@@ -54,11 +57,9 @@ std::string everything()
     return Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
 }
 
-/// Null when the file is refused. Whatever it claims, loading holds no more than what its bytes can stand for.
+/// Null when the file is refused. Whatever it claims, loading keeps to its limit.
 std::unique_ptr<Figure> load(std::string const &bytes)
 {
-    constexpr std::size_t BYTES_FOR_EACH = 16;
-    constexpr std::size_t BYTES_FOR_NONE = 1 << 20;
     std::istringstream input(bytes);
     auto figure = std::make_unique<Figure>();
     Support::AllocationPeak const peak;
@@ -68,7 +69,7 @@ std::unique_ptr<Figure> load(std::string const &bytes)
     } catch (IO::StreamException const &) {
         figure.reset();
     }
-    EXPECT_LE(peak.bytes(), BYTES_FOR_EACH * bytes.size() + BYTES_FOR_NONE);
+    EXPECT_LE(peak.bytes(), loadLimit(bytes.size()));
     return figure;
 }
 

@@ -1,10 +1,12 @@
 // How much memory large files take while they are loaded.
 #include "crafted_element.h"
+#include "load_limit.h"
 
 #include <AllocationPeak.h>
 #include <ZemFig2ColorBar.h>
 #include <ZemFig2Figure.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
@@ -19,9 +21,6 @@ namespace {
 
 using Support::BlockCrafter;
 using Support::Payload;
-
-constexpr std::size_t BYTES_FOR_EACH = 16;
-constexpr std::size_t BYTES_FOR_NONE = 1 << 20;
 
 std::string saved(Figure const &figure)
 {
@@ -155,7 +154,7 @@ TEST_P(FigureMemory, isASmallMultipleOfTheFile)
         held = peak.bytes();
     }
 
-    EXPECT_LE(held, BYTES_FOR_EACH * bytes.size() + BYTES_FOR_NONE);
+    EXPECT_LE(held, loadLimit(bytes.size()));
     // What is not counted cannot be too much.
     EXPECT_GT(held, bytes.size() / 4);
     RecordProperty("bytesForEach", std::to_string(static_cast<double>(held) / static_cast<double>(bytes.size())));
@@ -170,7 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
         LargeFile{"lines", [] { return manyOf<Line>(5000); }},
         LargeFile{"polygons", [] { return manyOf<Polygon>(5000); }},
         LargeFile{"emptyGroups", [] { return manyOf<Group>(5000); }}, LargeFile{"deepGroups", deepGroups},
-        LargeFile{"labels", manyLabels}, LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
+        LargeFile{"labels", manyLabels}, LargeFile{"legends", [] { return manyOf<Legend>(1000); }},
+        LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
         LargeFile{"unknownTypes",
                   [] { return withRoot(std::vector<Element::Type_t>(250000, Element::Type_t(99))).bytes(); }},
         LargeFile{"text", [] { return withOldLabel(6, std::string(LONG_TEXT, 'x')); }},

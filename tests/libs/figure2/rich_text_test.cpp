@@ -3,6 +3,8 @@
 
 #include <ZemError.h>
 
+#include <QtCore/QStringList>
+
 #include <gtest/gtest.h>
 
 namespace Zem::Fig2 {

@@ -7,8 +7,8 @@
 
 #include <QtCore/QFile>
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 
 namespace Zem::Fig2Qt {
 namespace {
@@ -267,11 +267,12 @@ class Untrusted : public testing::TestWithParam<QString>
 
 TEST_P(Untrusted, isLaidOutInShortTime)
 {
-    auto const start = std::chrono::steady_clock::now();
+    // The time of the processor: the machine may be busy with other things.
+    std::clock_t const start = std::clock();
     Layout const layout = layOut(GetParam(), 50.0);
-    std::chrono::duration<double> const taken = std::chrono::steady_clock::now() - start;
+    double const seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 
-    EXPECT_LT(taken.count(), 20.0);
+    EXPECT_LT(seconds, 20.0);
     EXPECT_TRUE(std::isfinite(layout->width));
     EXPECT_TRUE(std::isfinite(layout->height));
 }
