@@ -13,9 +13,10 @@ namespace {
 
 // After Justin Talbot, Sharon Lin and Pat Hanrahan, "An Extension of Wilkinson's Algorithm for Positioning Tick Labels
 // on Axes", 2010: the most preferred round numbers first, and the weights of simplicity, coverage and density. All
-// labels are equally legible here, which is the rest of the weights. 25 counts as 2.5. It is used for whole numbers
-// only: fewer ticks must never need more decimals, and between 0.2 and 0.5 those of 0.25 would.
-constexpr std::array<double, 6> ROUND_DIGITS{1, 5, 2, 25, 4, 3};
+// labels are equally legible here, which is the rest of the weights. Their 4 and 3 are left out: nobody divides a ruler
+// so. 25 counts as 2.5. It is used for whole numbers only: fewer ticks must never need more decimals, and between 0.2
+// and 0.5 those of 0.25 would.
+constexpr std::array<double, 4> ROUND_DIGITS{1, 5, 2, 25};
 constexpr double SIMPLICITY_WEIGHT = 0.25;
 constexpr double COVERAGE_WEIGHT = 0.2;
 constexpr double DENSITY_WEIGHT = 0.5;
