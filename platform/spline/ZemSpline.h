@@ -23,11 +23,11 @@ public:
     /// How many were added, those included that the curve cannot pass through.
     unsigned int getNumberOfPoints() const { return static_cast<unsigned int>(points_.size()); }
 
-    /// Fills `out` (never null) with `count` points of the curve, the curve parameter running evenly from `from` to `to`;
-    /// a single point is that at `from`. 0 is the first base point, 1 the last one, the share of a segment goes with the
-    /// square root of its length. Parameters outside are taken as the nearer end, NaN as the first. Points with a
-    /// coordinate that is not finite are passed over, and so is a point in the place of its predecessor. Two points make
-    /// a straight line, one point is repeated, none leaves `out` empty.
+    /// Fills `out` (never null) with `count` points of the curve, the curve parameter running evenly from `from` to
+    /// `to`; a single point is that at `from`. 0 is the first base point, 1 the last one, the share of a segment goes
+    /// with the square root of its length. Parameters outside are taken as the nearer end, NaN as the first. Points
+    /// with a coordinate that is not finite are passed over, and so is a point in the place of its predecessor. Two
+    /// points make a straight line, one point is repeated, none leaves `out` empty.
     void interpolatePoints(double from, double to, unsigned int count, std::vector<BaVec3d<double>> *out) const;
 
 private:

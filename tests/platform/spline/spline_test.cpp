@@ -120,8 +120,7 @@ TEST(Spline, ofASinglePointAskedForIsThatAtTheBeginning)
 TEST(Spline, passesOverRepeatedPoints)
 {
     Points const once = curve({{0, 0, 0}, {1, 1, 0}, {2, 0, 0}}, 9);
-    Points const repeated =
-        curve({{0, 0, 0}, {0, 0, 0}, {1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 0, 0}, {2, 0, 0}}, 9);
+    Points const repeated = curve({{0, 0, 0}, {0, 0, 0}, {1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {2, 0, 0}, {2, 0, 0}}, 9);
     EXPECT_EQ(repeated, once);
     EXPECT_EQ(curve({{7, 7, 7}, {7, 7, 7}}, 2), (Points{{7, 7, 7}, {7, 7, 7}}));
 }
