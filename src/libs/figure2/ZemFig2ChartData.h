@@ -1,5 +1,5 @@
 // ZemFig2ChartData.h: ChartPoint, ChartDataset and ChartData, what the curves of a chart hold.
-// Layer: chart data. Distinct objects may be used from distinct threads.
+// Layer: tokens. Distinct objects may be used from distinct threads.
 //
 // In every coordinate and in every bound of a range DBL_MAX stands for "not there".
 #pragma once
@@ -116,8 +116,8 @@ public:
     ChartData();
     /// Copies all it owns. Where the tokens came from the other's container, those of the copy come from its own.
     ChartData(ChartData const &other);
-    /// Shares what the other owns and forgets, without deleting it, what this one owned: for callers that see to it that
-    /// only one of the two is ever changed or deleted.
+    /// Shares what the other owns and forgets, without deleting it, what this one owned: for callers that see to it
+    /// that only one of the two is ever changed or deleted.
     ChartData &operator=(ChartData const &other);
     virtual ~ChartData();
 
@@ -144,7 +144,8 @@ public:
 
     /// The colour scale of the chart; without a histogram the present one is cleared.
     void setLegendData(Legend2::Legend const &legend, Legend2::Data const &data);
-    void setLegendData(Legend2::Legend const &legend, Legend2::Data const &data, Legend2::HistogramData const &histogram);
+    void setLegendData(Legend2::Legend const &legend, Legend2::Data const &data,
+                       Legend2::HistogramData const &histogram);
     /// False, and null pointers, when there is no colour scale. The data keeps ownership. No argument is null.
     bool getLegendData(Legend2::Legend const **legend, Legend2::Data const **data) const;
     bool getLegendData(Legend2::Legend const **legend, Legend2::Data const **data,

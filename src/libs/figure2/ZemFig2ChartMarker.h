@@ -1,5 +1,5 @@
 // ZemFig2ChartMarker.h: ChartMarker and its kinds, marks on top of all curves of a chart.
-// Layer: chart data. Distinct objects may be used from distinct threads.
+// Layer: painting. Distinct objects may be used from distinct threads.
 #pragma once
 
 #include "ZemFig2LineStyle.h"

@@ -50,7 +50,9 @@ void ChartPoint::load(IO::InStream *stream)
     loadBlock(stream, POINT_VERSION, [this](auto &archive) { blockFields(archive, *this); });
 }
 
-ChartDataset::ChartDataset(QString const &id) : id_(id), displayText_(id) {}
+ChartDataset::ChartDataset(QString const &id) : id_(id), displayText_(id)
+{
+}
 
 ChartDataset::Points::const_iterator ChartDataset::getPointBegin(unsigned int index) const
 {

@@ -19,7 +19,8 @@ constexpr Color CURVE_COLOR{56, 56, 180};
 
 constexpr std::array<char const *, 7> STYLE_WORDS{"line", "bars", "points", "spline", "spikes", "x_marker", "y_marker"};
 // "lines" is deliberately not the word of the parameter.
-constexpr std::array<char const *, 7> STYLE_NAMES{"lines", "bars", "points", "spline", "spikes", "x marker", "y marker"};
+constexpr std::array<char const *, 7> STYLE_NAMES{"lines",  "bars",     "points",  "spline",
+                                                  "spikes", "x marker", "y marker"};
 
 /// "No symbol", the first of all, tells nothing apart.
 unsigned int numberOfUsedSymbols()
@@ -31,8 +32,7 @@ unsigned int numberOfUsedSymbols()
 
 Color const ChartVisualisation::_colors[] = {
     Color(0, 0, 128),   Color(176, 176, 8),   Color(180, 56, 56), Color(0, 255, 255), Color(240, 210, 0),
-    Color(255, 0, 255), Color(100, 150, 250), Color(0, 255, 0),   Color(255, 0, 0),
-    Color(255, 255, 255)}; // the end
+    Color(255, 0, 255), Color(100, 150, 250), Color(0, 255, 0),   Color(255, 0, 0),   Color(255, 255, 255)}; // the end
 
 namespace {
 

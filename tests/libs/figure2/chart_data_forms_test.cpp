@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace Zem::Fig2 {
 namespace {
 
@@ -58,6 +57,14 @@ std::string streamOf(EmptyBlock const &block, std::vector<ChartMarker *> const &
     return crafter.bytes();
 }
 
+/// A block of today's version that names two datasets.
+Payload twoDatasets(char const *first, char const *second)
+{
+    Payload payload;
+    payload.u(2).s(first).s(second).u(0).c(0, 0, 0, 255).b(false).b(false).v(0, 0).v(0, 0);
+    return payload.b(false).b(false).b(false).b(false).b(false).b(false);
+}
+
 std::vector<ChartMarker const *> markersOf(ChartData const &data)
 {
     return {data.getChartMarkerBegin(), data.getChartMarkerEnd()};
@@ -86,8 +93,11 @@ TEST(ChartDataBlock, holdsEveryValueInItsPlace)
 
     // 52 + 2 * 16 for the info points + 5 for each id.
     BlockCrafter crafter;
-    crafter.block(14, Payload().u(2).s("a").s("b").u(2).c(5, 6, 7, 8).v(1, 2).v(3, 4).b(false).b(true).v(9, 10).v(11, 12)
-                          .b(false).b(true).b(true).b(false).b(true).b(true));
+    Payload block;
+    block.u(2).s("a").s("b").u(2).c(5, 6, 7, 8).v(1, 2).v(3, 4);
+    block.b(false).b(true).v(9, 10).v(11, 12).b(false).b(true);
+    block.b(true).b(false).b(true).b(true);
+    crafter.block(14, block);
     addRecords(crafter, ChartDataset("a"), ChartDataset("b"));
     crafter.block(1, Payload().u(1).u(0)).block(1, Payload().u(0)).block(2, Payload().d(4.0));
     addRecords(crafter, Legend2::Legend(uForce), Legend2::Data(), counts, UnitData(uTime), UnitData(uLength), *tokens);
@@ -236,8 +246,7 @@ TEST(ChartDataBlock, keepsADatasetUnderTheIdOfTheList)
 TEST(ChartDataBlock, keepsTheSecondOfTwoDatasetsWithOneId)
 {
     BlockCrafter crafter;
-    crafter.block(14, Payload().u(2).s("a").s("a").u(0).c(0, 0, 0, 255).b(false).b(false).v(0, 0).v(0, 0).b(false)
-                          .b(false).b(false).b(false).b(false).b(false));
+    crafter.block(14, twoDatasets("a", "a"));
     addRecords(crafter, ChartDataset("first"), ChartDataset("second"));
     crafter.block(1, Payload().u(0));
     addRecords(crafter, Legend2::Legend(), Legend2::Data(), Legend2::HistogramData(), UnitData(), UnitData());
@@ -249,8 +258,7 @@ TEST(ChartDataBlock, keepsTheSecondOfTwoDatasetsWithOneId)
 TEST(ChartDataBlock, wrapsAFailureOncePerLevelAndStaysDestructible)
 {
     BlockCrafter crafter;
-    crafter.block(14, Payload().u(2).s("a").s("b").u(0).c(0, 0, 0, 255).b(false).b(false).v(0, 0).v(0, 0).b(false)
-                          .b(false).b(false).b(false).b(false).b(false));
+    crafter.block(14, twoDatasets("a", "b"));
     addRecords(crafter, ChartDataset("a"));
     crafter.block(2, Payload().s("b").s("").v(0, 0).v(0, 0).u(0)).block(6, Payload());
     ChartData data;
@@ -265,8 +273,8 @@ TEST(ChartDataBlock, thatPromisesMoreThanItHoldsIsRefused)
 {
     Payload const ids = Payload().u(4294967295U).s("a");
     Payload const infoPoints = Payload().u(0).u(4294967295U).c(0, 0, 0, 255).v(1, 2);
-    Payload const values = Payload().u(0).u(0).c(0, 0, 0, 255).b(false).b(false).v(0, 0).v(0, 0).b(true).d(1.0).u(
-        4294967295U);
+    Payload const values =
+        Payload().u(0).u(0).c(0, 0, 0, 255).b(false).b(false).v(0, 0).v(0, 0).b(true).d(1.0).u(4294967295U);
     for (Payload const &payload : {ids, infoPoints}) {
         ChartData data;
         EXPECT_NE(loadError(data, BlockCrafter().block(14, payload).bytes()), "nothing thrown");

@@ -180,8 +180,9 @@ TEST(PointsChartMarkerBlock, hasVersion1WithItsPoints)
 TEST(PointsChartMarkerBlock, thatPromisesMorePointsThanItHoldsIsRefused)
 {
     PointsChartMarker read;
-    EXPECT_THROW(loadFrom(read, BlockCrafter().block(1, Payload().u(1)).block(1, Payload().u(4294967295U).v(1, 2)).bytes()),
-                 IO::StreamException);
+    EXPECT_THROW(
+        loadFrom(read, BlockCrafter().block(1, Payload().u(1)).block(1, Payload().u(4294967295U).v(1, 2)).bytes()),
+        IO::StreamException);
 }
 
 TEST(NamedPointChartMarkerBlock, hasVersion1AndItsSymbolBehind)
@@ -255,8 +256,9 @@ TEST(ChartMarkerList, holdsTheMarkersBeforeAFault)
     crafter.block(1, Payload().u(2).u(0).u(0));
     addRecords(crafter, LineChartMarker(5.0));
     std::vector<ChartMarker *> markers;
-    EXPECT_THROW(Support::readFrom(crafter.bytes(), [&](IO::InStream &stream) { ChartMarker::load(&stream, &markers); }),
-                 IO::StreamException);
+    EXPECT_THROW(
+        Support::readFrom(crafter.bytes(), [&](IO::InStream &stream) { ChartMarker::load(&stream, &markers); }),
+        IO::StreamException);
     ASSERT_EQ(markers.size(), 1U);
     delete markers[0];
 }

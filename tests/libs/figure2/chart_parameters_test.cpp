@@ -238,8 +238,8 @@ TEST(ChartParametersText, isReadBackAndVersion1HasNoGroupName)
 TEST(ChartParametersText, thatIsNewerOrDamagedFailsAndChangesNothing)
 {
     for (char const *text :
-         {"", "0", "3 N 0 1 4 1 7 1 4 2 #010203ff 1 2 0 1 0.25 2 #040506ff 0 1 1 #070809ff", "2 N 0 1 7 1 7", "2 N 0 1 4",
-          "2 N 0 1 -1 1 7", "2 N 0 1 4 1 7 1 4 2 #010203ff 1 2 0 1 0.25 2 #040506ff 0 1 1"}) {
+         {"", "0", "3 N 0 1 4 1 7 1 4 2 #010203ff 1 2 0 1 0.25 2 #040506ff 0 1 1 #070809ff", "2 N 0 1 7 1 7",
+          "2 N 0 1 4", "2 N 0 1 -1 1 7", "2 N 0 1 4 1 7 1 4 2 #010203ff 1 2 0 1 0.25 2 #040506ff 0 1 1"}) {
         ChartParameters parameters;
         std::istringstream input(text);
         EXPECT_FALSE(input >> parameters) << text;
@@ -318,9 +318,9 @@ TEST(ChartParametersInParameters, readTheStyleFirstAndTheRecordsLast)
 
 TEST(ChartParametersInParameters, refuseValuesOfAnotherForm)
 {
-    for (char const *entry : {"spline_base_points = -1\n", "spline_base_points = 4294967296\n",
-                              "use_default_name = maybe\n", "show_group_name = 2\n", "compute_color = \"x\"\n",
-                              "line_style_width = -1\n", "fill_style_color = blue\n"}) {
+    for (char const *entry :
+         {"spline_base_points = -1\n", "spline_base_points = 4294967296\n", "use_default_name = maybe\n",
+          "show_group_name = 2\n", "compute_color = \"x\"\n", "line_style_width = -1\n", "fill_style_color = blue\n"}) {
         ChartParameters parameters;
         QString text = QString::fromLatin1(entry);
         EXPECT_THROW(parameters.createFromParameterString(text, ""), ParamError) << entry;
