@@ -26,6 +26,7 @@ class ScriptObject;
 
 namespace Zem::Fig2 {
 
+class ChartInterface;
 class FigureTokenInterface;
 class Invalidator;
 class Painter;
@@ -58,6 +59,9 @@ public:
     /// Not owned. Without one, nothing but the background is drawn.
     FigureTokenInterface const *getTokenInterface() const { return tokenInterface_; }
     void setTokenInterface(FigureTokenInterface const *tokenInterface) { tokenInterface_ = tokenInterface; }
+    /// Not owned, and may be destroyed before the figure. The figure registers with it; a copy does so too.
+    ChartInterface *getChartInterface() const { return chartInterface_; }
+    void setChartInterface(ChartInterface *chartInterface);
     /// The parent of the script objects of all elements. Owned by the figure.
     ScriptObject *getElementsScriptObject() const { return elementsScriptObject_.get(); }
 
@@ -140,6 +144,7 @@ private:
     void connectLoadedElements();
 
     FigureTokenInterface const *tokenInterface_ = nullptr;
+    ChartInterface *chartInterface_ = nullptr;
     Group *root_ = nullptr;
     BaVec2d<double> size_{210.0, 297.0};
     FillStyle background_{Color(255, 255, 255)};

@@ -1,5 +1,6 @@
 #include "ZemFig2Figure.h"
 
+#include "ZemFig2ChartInterface.h"
 #include "ZemFig2Connector.h"
 #include "ZemFig2Invalidator.h"
 #include "ZemFig2LabelBase.h"
@@ -85,15 +86,19 @@ Figure::Figure(FigureTokenInterface const *tokenInterface) : tokenInterface_(tok
 }
 
 Figure::Figure(Figure const &other)
-    : TObject(other), tokenInterface_(other.tokenInterface_), size_(other.size_), background_(other.background_),
-      invalidatePage_(other.invalidatePage_)
+    : TObject(other), tokenInterface_(other.tokenInterface_), chartInterface_(other.chartInterface_),
+      size_(other.size_), background_(other.background_), invalidatePage_(other.invalidatePage_)
 {
     createScriptObjects();
     setRoot(other.root_->clone(nullptr));
+    if (chartInterface_)
+        chartInterface_->registerFigureForUpdate(this);
 }
 
 Figure::~Figure()
 {
+    if (chartInterface_)
+        chartInterface_->unregisterFigureForUpdate(this);
     // A receiver may unregister itself, or another, while the list is walked.
     std::vector<Invalidator *> const told = invalidators_;
     for (Invalidator *invalidator : told)
@@ -128,6 +133,15 @@ void Figure::setRoot(Group *root)
     adoptRoot(root);
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         it->setFigure(this);
+}
+
+void Figure::setChartInterface(ChartInterface *chartInterface)
+{
+    if (chartInterface_)
+        chartInterface_->unregisterFigureForUpdate(this);
+    chartInterface_ = chartInterface;
+    if (chartInterface_)
+        chartInterface_->registerFigureForUpdate(this);
 }
 
 void Figure::registerInvalidator(Invalidator *invalidator)

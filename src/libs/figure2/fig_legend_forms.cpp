@@ -1,12 +1,10 @@
 // The persistent forms of Legend.
 #include "ZemFig2Legend.h"
 
-#include "ZemFig2Tools.h"
+#include "ZemFig2Axis.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
-
-#include <ZemUnit.h>
 
 #include <array>
 #include <map>
@@ -25,7 +23,6 @@ constexpr unsigned int FIRST_MODE_VERSION = 5;
 constexpr unsigned int FIRST_SIZE_RULE_VERSION = 6;
 constexpr unsigned int FIRST_HISTOGRAM_VERSION = 7;
 constexpr unsigned int NUMBER_OF_MODES = 5; ///< two more than there are words
-constexpr unsigned int NEWEST_AXIS_VERSION = 8;
 
 constexpr std::array<char const *, 3> MODE_WORDS{"element", "3d", "manual"};
 
@@ -37,12 +34,7 @@ char const *wordOf(Legend::LegendDataMode mode)
 /// The first legends carried an axis.
 void dropAxis(IO::InStream *stream)
 {
-    unsigned int const version = loadBlock(stream, NEWEST_AXIS_VERSION, [](auto &) {});
-    LineStyle().load(stream);
-    Font font;
-    Tools::load(stream, &font);
-    if (version >= 2)
-        UnitData().load(stream);
+    Axis(Axis::VERTICAL_LEFT).load(stream);
 }
 
 } // namespace
