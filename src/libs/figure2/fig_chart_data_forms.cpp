@@ -14,7 +14,7 @@ namespace {
 
 /// 11: token container; 12: marker list and two flags for markers; 13: no more markers within the block; 14: histogram.
 constexpr unsigned int BLOCK_VERSION = 14;
-/// Older blocks are followed by tokens in a form of their own, which is not read here.
+/// Files with older blocks carry an older token registry, which has no reader.
 constexpr unsigned int OLDEST_VERSION = 10;
 
 } // namespace

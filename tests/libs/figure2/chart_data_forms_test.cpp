@@ -114,6 +114,14 @@ TEST(ChartDataBlock, holdsEveryValueInItsPlace)
               Value(1));
 }
 
+TEST(ChartDataBlock, ofNothingSaysThatInterfaceAndContainerAreTheSame)
+{
+    Payload block;
+    block.u(0).u(0).c(0, 0, 0, 255).b(false).b(false).v(DBL_MAX, DBL_MAX).v(DBL_MAX, DBL_MAX);
+    block.b(false).b(false).b(false).b(false).b(false).b(true);
+    EXPECT_TRUE(blocksWith(ChartData()).starts_with(BlockCrafter().block(14, block).bytes()));
+}
+
 TEST(ChartDataBlock, tellsATokenInterfaceOutsideFromTheContainer)
 {
     TokenContainer const outside;
