@@ -2,6 +2,8 @@
 
 #include <ZemTokenContainer.h>
 
+#include <gtest/gtest.h>
+
 // rapidcheck is not written for these warnings.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
