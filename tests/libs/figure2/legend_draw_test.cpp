@@ -1,6 +1,8 @@
 // What a colour legend paints. Its bar stands at 31.1,17.1 and is 111.8 mm high.
 #include "legend_fixture.h"
 
+#include <set>
+
 namespace Zem::Fig2 {
 namespace {
 
@@ -136,6 +138,28 @@ TEST_F(LegendTest, paintsBlocksOfClasses)
               std::string::npos);
     // One outline about both, and ticks.
     EXPECT_NE(transcript.find(OUTLINE + TICKS), std::string::npos);
+}
+
+TEST_F(LegendTest, paintsEachBlockInTheColourOfItsMiddle)
+{
+    // Three of the boundaries between 0 and 0.7 are rounded down and belong to the classes before them.
+    Legend2::Legend classes = scale();
+    classes.setFixedMaximum(0.7);
+    classes.setScaleMode(Legend2::SCALE_MODE_DISCRETE);
+    classes.setNumberOfClasses(5);
+    setLocal(classes);
+    update();
+    RecordingPainter painter;
+
+    legend.draw(nullptr, &painter, 0);
+
+    std::set<std::string> colours;
+    for (std::string const &call : painter.calls()) {
+        std::size_t const fill = call.find("no pen fill ");
+        if (fill != std::string::npos)
+            colours.insert(call.substr(fill));
+    }
+    EXPECT_EQ(colours.size(), 5U);
 }
 
 TEST_F(LegendTest, paintsAnOutlineAboutEachBlockOfOneSize)
