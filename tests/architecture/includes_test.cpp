@@ -25,7 +25,7 @@ std::vector<Room> const &rooms()
     static std::vector<Room> const all = [] {
         std::set<QString> const ground{"platform/zem", "platform/math"};
         std::set<QString> const platform{"platform/zem",    "platform/math",  "platform/io",     "platform/parse",
-                                         "platform/object", "platform/token", "platform/legend2"};
+                                         "platform/object", "platform/token", "platform/legend2", "platform/spline"};
         // Not the makers': nothing of the figure library may need it.
         std::set<QString> const file{"platform/file"};
         auto const with = [](std::set<QString> rooms, std::set<QString> const &more) {
@@ -42,6 +42,7 @@ std::vector<Room> const &rooms()
             {"platform/object", with(ground, {"platform/io", "platform/parse"})},
             {"platform/token", with(ground, {"platform/io", "platform/parse"})},
             {"platform/legend2", with(ground, {"platform/io", "platform/parse"})},
+            {"platform/spline", {"platform/math"}},
             {"src/libs/figure2", platform},
             {"src/libs/figure2qt", with(figure, file)},
             {"src/libs/measurement", figure},

@@ -24,6 +24,12 @@ constexpr double HISTOGRAM_SHARE = 2.0; ///< of the bar's thickness
 constexpr double SIZE_TOLERANCE = 1e-50;
 constexpr double BAR_END_TOLERANCE = 1e-12;
 
+/// Multiplied first, so that the last place is the length to the last bit.
+double evenPlace(std::size_t i, std::size_t stretches, double length)
+{
+    return static_cast<double>(i) * length / static_cast<double>(stretches);
+}
+
 } // namespace
 
 int Legend::getOrientation() const
@@ -145,9 +151,8 @@ void Legend::computeToleranceTicks()
     texts_ = tolerance_.getStringsForDrawing();
     if (texts_.empty())
         return;
-    double const step = colorLength_ / static_cast<double>(texts_.size());
     for (std::size_t i = 0; i <= texts_.size(); ++i)
-        tickPositions_.push_back(static_cast<double>(i) * step);
+        tickPositions_.push_back(evenPlace(i, texts_.size(), colorLength_));
     tickValues_.assign(tickPositions_.size(), DBL_MAX);
     for (QString const &text : texts_) {
         textSizes_.push_back(Calculator::getInstance()->computeTextSize(getFont(), text));
@@ -189,9 +194,8 @@ void Legend::computeScaleTicks()
     if (!isDrawBlocksActive() || tickPositions_.size() <= 2)
         return;
     double const first = tickPositions_.front();
-    double const step = colorLength_ / static_cast<double>(tickPositions_.size() - 1);
     for (std::size_t i = 0; i < tickPositions_.size(); ++i)
-        tickPositions_[i] = first + static_cast<double>(i) * step;
+        tickPositions_[i] = first + evenPlace(i, tickPositions_.size() - 1, colorLength_);
 }
 
 void Legend::takeOver(RangeCalculator const &range)

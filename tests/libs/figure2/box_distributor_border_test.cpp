@@ -1,5 +1,7 @@
 #include "box_distributor_fixture.h"
 
+#include <ZemFig2TokenInterface.h>
+
 #include <cmath>
 
 namespace Zem::Fig2 {
@@ -37,6 +39,65 @@ TEST_F(Distribute, putsASingleLabelOnTheLineNearestToItsPoint)
         single.addTextBox(label);
         single.distribute(stage);
         EXPECT_EQ(at(label), row.origin);
+    }
+}
+
+TEST_F(Distribute, putsASingleLabelThereWhateverTheFocus)
+{
+    Label *label = add({30, 50});
+    distributor.distribute(stage, {20, 50});
+    EXPECT_EQ(at(label), "20,53");
+}
+
+TEST_F(Distribute, goesRoundTheCornerFromALineThatIsTaken)
+{
+    distributor.addFixedBox(Rect(165, 0, 35, 100));
+    Label *label = add({180, 50});
+    distributor.distribute(stage);
+    // Down to the corner and 0.1 past the obstacle; the way up is longer.
+    EXPECT_EQ(at(label), "154.9,87");
+}
+
+/// Remembers what it was last updated for.
+class WatchedLabel : public Label
+{
+public:
+    void computeDynamicData(StageIdentifier const &stage, FigureTokenInterface const *tokens) override
+    {
+        lastStage = stage;
+        lastTokens = tokens;
+        Label::computeDynamicData(stage, tokens);
+    }
+
+    StageIdentifier lastStage;
+    FigureTokenInterface const *lastTokens = nullptr;
+};
+
+TEST_F(Distribute, updatesPlacedAndLeftLabelsForItsStageWithItsTokens)
+{
+    EmptyFigureTokenInterface const tokens;
+    distributor.setTokenInterface(&tokens);
+    WatchedLabel placed;
+    WatchedLabel left;
+    for (WatchedLabel *label : {&placed, &left}) {
+        label->setAutoSize(false);
+        label->setSize({300, 200});
+    }
+    // The page centre comes last, as the fifth failure.
+    left.setConnectorPoint({100, 50});
+    placed.setConnectorPoint({5, 5});
+    distributor.addTextBox(&left);
+    distributor.addTextBox(&placed);
+    for (int i = 0; i < 3; ++i)
+        add({5, 5}, {300, 200});
+
+    distributor.distribute(stage, {100, 20});
+
+    ASSERT_EQ(distributor.getTextBoxes().size(), 1u);
+    EXPECT_EQ(distributor.getTextBoxes()[0]->getElement(), &left);
+    for (WatchedLabel const *label : {&placed, &left}) {
+        EXPECT_EQ(label->lastStage, stage);
+        EXPECT_EQ(label->lastTokens, &tokens);
     }
 }
 
@@ -129,6 +190,32 @@ TEST_F(Distribute, takesTheFarthestLabelFirst)
     EXPECT_EQ(at(near), "180,56.1");
 }
 
+TEST_F(Distribute, measuresHowFarALabelIsByItsPoint)
+{
+    // 38 and 35 from the centre of the page; the middles of the boxes would be 28 and 45 from it.
+    Label *far = add({62, 50});
+    add({135, 50});
+    distributor.distribute(stage, {100, 50});
+    EXPECT_EQ(distributor.getFixedBoxes()[0]->getElement(), far);
+}
+
+TEST_F(Distribute, needsAMillionthOfAWayForARay)
+{
+    struct
+    {
+        double x;
+        char const *origin;
+    } const rows[] = {{100 + 2e-6, "180,50"}, {100 + 2e-7, "110,87"}};
+    for (auto const &row : rows) {
+        BoxDistributor page = makeDistributor();
+        Label *label = makeLabel({row.x, 50});
+        page.addTextBox(label);
+        page.addTextBox(makeLabel({60, 50}));
+        page.distribute(stage, {100, 50});
+        EXPECT_EQ(at(label), row.origin);
+    }
+}
+
 TEST_F(Distribute, takesTheLargerOfEquallyFarLabelsFirst)
 {
     Label *large = add({140, 50}, {20, 8});
@@ -150,6 +237,8 @@ TEST_F(Distribute, doesNothingWhenTheEdgesAreWiderThanThePage)
     EXPECT_EQ(narrow.getTextBoxes().size(), 1u);
     narrow.placeAtElement(stage);
     EXPECT_EQ(at(label), "40,43");
+    EXPECT_FALSE(BoxDistributor(100.0, 200.0, 60.0, 0.0).canPlace());
+    EXPECT_TRUE(BoxDistributor(200.0, 200.0, 60.0, 0.0).canPlace());
 }
 
 TEST_F(Distribute, surroundsNothing)
@@ -184,6 +273,23 @@ TEST_F(Distribute, endsWithTheFifthFailureInALastPass)
     EXPECT_EQ(at(first), "180,50");
     EXPECT_EQ(at(second), "180,50");
     EXPECT_TRUE(first->isValid());
+}
+
+TEST_F(Distribute, countsAPlaceWithThreeCrossingsAsAFailure)
+{
+    // The place to the right is taken, and three upright connector lines stand before every other one.
+    distributor.addFixedBox(Rect(170, 45, 20, 10));
+    for (double x : {150.0, 151.0, 152.0}) {
+        Label *fixed = makeLabel({x, 5}, {1, 1});
+        fixed->setOrigin({x, 95});
+        distributor.addFixedTextBox(fixed);
+    }
+    for (int i = 0; i < 5; ++i)
+        add({140.0 + i, 50});
+
+    distributor.distribute(stage, {100, 50});
+
+    EXPECT_EQ(distributor.getTextBoxes().size(), 1u);
 }
 
 TEST_F(Distribute, keepsClearOfFixedBoxesInTheLastPass)
@@ -247,6 +353,15 @@ TEST_F(FindLine, keepsTheEarlierLineWhenAnotherIsNearerByARounding)
     square.addFreeLine2d({{20, nearer}, {80, nearer}}, UP);
     square.findFreeLine2d({{50, 50}, {50, 60}}, &box, &line);
     EXPECT_EQ(number(), 4u);
+}
+
+TEST_F(FindLine, takesALaterLineThatIsNearerByMoreThanARounding)
+{
+    // The squared distances differ by 4e-11.
+    square.addFreeLine2d({{20, 70}, {80, 70}}, UP);
+    square.addFreeLine2d({{20, 70 - 1e-12}, {80, 70 - 1e-12}}, UP);
+    square.findFreeLine2d({{50, 50}, {50, 60}}, &box, &line);
+    EXPECT_EQ(number(), 5u);
 }
 
 TEST_F(FindLine, takesTheLineMissedLeastWhenNoneIsMet)

@@ -100,6 +100,17 @@ TEST_F(PlaceAtElement, doesNotLookForTheSecondNearest)
     EXPECT_EQ(at(label), LEFT);
 }
 
+TEST_F(PlaceAtElement, keepsTheEarlierOfEquallyNearNeighbours)
+{
+    blockFirstPlace();
+    Label *label = add({100, 50});
+    add({140, 50});
+    add({100, 90});
+    distributor.placeAtElement(stage);
+    // (100, 90) replaced nothing: 40 sideways alone.
+    EXPECT_EQ(at(label), ABOVE);
+}
+
 TEST_F(PlaceAtElement, triesTheEightPlacesInTheirOrder)
 {
     // Each further place is blocked by a spot that lies in it and in none of those behind it.
@@ -148,6 +159,45 @@ TEST_F(PlaceAtElement, countsTheFirstPlacesCheaper)
     Label *label = add({100, 50});
     distributor.placeAtElement(stage);
     EXPECT_EQ(at(label), "59.9,45");
+}
+
+TEST_F(PlaceAtElement, weighsThePlacesBy5To12)
+{
+    // To the left 5 times the way to (59.9, 45), 202.05; up 11 times 17.4, 191.4, or 19.4, 213.4.
+    struct
+    {
+        double half;
+        char const *origin;
+    } const rows[] = {{14.3, "100,32.6"}, {16.3, "59.9,45"}};
+    for (auto const &row : rows) {
+        BoxDistributor page = makeDistributor();
+        page.addFixedBox(Rect(70, 50 - row.half, 60, 2 * row.half));
+        Label *label = makeLabel({100, 50});
+        page.addTextBox(label);
+        page.placeAtElement(stage);
+        EXPECT_EQ(at(label), row.origin);
+    }
+}
+
+TEST_F(PlaceAtElement, leavesAGapOnEachSide)
+{
+    struct
+    {
+        Rect obstacle;
+        BaVec2d<double> point;
+        char const *origin;
+    } const rows[] = {{{140, 0, 60, 100}, {170, 50}, "129.9,45"},
+                      {{0, 0, 60, 100}, {25, 50}, "70.1,45"},
+                      {{0, 40, 200, 60}, {100, 50}, "100,36.9"},
+                      {{0, 0, 200, 60}, {100, 50}, "100,63.1"}};
+    for (auto const &row : rows) {
+        BoxDistributor page = makeDistributor();
+        page.addFixedBox(row.obstacle);
+        Label *label = makeLabel(row.point);
+        page.addTextBox(label);
+        page.placeAtElement(stage);
+        EXPECT_EQ(at(label), row.origin);
+    }
 }
 
 TEST_F(PlaceAtElement, addsUpTheCostOfEachPush)
@@ -209,6 +259,24 @@ TEST_F(PlaceAtElement, mayReachThePageBorder)
     Label *label = add({21, 8});
     distributor.placeAtElement(stage);
     EXPECT_EQ(at(label), "10,3");
+}
+
+TEST_F(PlaceAtElement, mayReachTheFarPageBorders)
+{
+    struct
+    {
+        Rect obstacle;
+        BaVec2d<double> point;
+        char const *origin;
+    } const rows[] = {{{0, 0, 200, 93.9}, {179, 92}, "168,97"}, {{0, 0, 179.9, 100}, {179, 50}, "190,45"}};
+    for (auto const &row : rows) {
+        BoxDistributor page = makeDistributor();
+        page.addFixedBox(row.obstacle);
+        Label *label = makeLabel(row.point);
+        page.addTextBox(label);
+        page.placeAtElement(stage);
+        EXPECT_EQ(at(label), row.origin);
+    }
 }
 
 TEST_F(PlaceAtElement, goesToTheUpperLeftWhenNoPlaceIsValid)

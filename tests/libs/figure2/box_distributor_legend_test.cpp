@@ -53,6 +53,14 @@ TEST_F(LegendAtBorder, isNotFoundFartherInside)
     EXPECT_EQ(shift, -7.0);
 }
 
+TEST_F(LegendAtBorder, isFoundFartherInsideByARounding)
+{
+    EXPECT_TRUE(find({20.0 + 5e-13, 50}, false));
+    EXPECT_TRUE(find({180.0 - 5e-13, 50}, false));
+    EXPECT_FALSE(find({20.0 + 5e-12, 50}, false));
+    EXPECT_FALSE(find({180.0 - 5e-12, 50}, false));
+}
+
 TEST_F(LegendAtBorder, isLookedForAlongOneAxis)
 {
     EXPECT_FALSE(find({100, 25}, false));

@@ -224,6 +224,7 @@ TEST_F(FreeLineTest, doesNotCountLinesThatMeetAtAnEnd)
     addConnectorLine({0, 0}, {0, 10}, -1.0);
     addConnectorLine({5, 5}, {0, 10}, -1.0);
     addConnectorLine({20, 0}, {10, 10}, -1.0);
+    addConnectorLine({-5, 5}, {5, -5}, -1.0);
     EXPECT_EQ(FreeLine::calcIntersections(obstacles(), box, true), 0u);
 }
 
@@ -332,6 +333,15 @@ TEST_F(FreeLineTest, goesRoundTheCornerFromItsEnd)
     EXPECT_EQ(Support::text(box.getPos()), "170,63.9");
 }
 
+TEST_F(FreeLineTest, goesOnToTheNeighbourNearerToItsMiddle)
+{
+    // From x = 60 to 190 its corner is nearer to (10, 90), its middle to (190, 90).
+    addObstacle({150, 70, 50, 40});
+    TextBox box = makeBox({65, 0, 130, 6});
+    EXPECT_TRUE(slide(&box, 1));
+    EXPECT_EQ(Support::text(box.getPos()), "60,63.9");
+}
+
 TEST_F(FreeLineTest, stopsAtTheCornerWhenTheDepthIsUsedUp)
 {
     addObstacle({150, 70, 50, 40});
@@ -385,7 +395,11 @@ TEST_F(FreeLineTest, takesTheNearerOfTwoPlaces)
     {
         double x;
         char const *corner;
-    } const rows[] = {{52, "39.9,84"}, {58, "70.1,84"}, {55, "70.1,84"}};
+    } const rows[] = {{52, "39.9,84"},
+                      {58, "70.1,84"},
+                      {55, "70.1,84"},
+                      {55 - 1.4e-14, "70.1,84"}, // the squares differ by 9e-13
+                      {55 - 1e-13, "39.9,84"}};  // by 6e-12
     addObstacle({50, 80, 20, 10});
     for (auto const &row : rows) {
         TextBox box = makeBox({row.x, 84, 10, 6});

@@ -167,7 +167,8 @@ TEST_F(BoxDistributorTest, takesTheMiddleForACoordinateOffThePage)
         BaVec2d<double> point;
         char const *expected;
     } const rows[] = {{{-0.5, 40}, "100,40"},  {{200.5, 40}, "100,40"}, {{30, -2}, "30,50"},   {{30, 100.5}, "30,50"},
-                      {{200, 100}, "200,100"}, {{none, 40}, "100,40"},  {{30, none}, "30,50"}, {{-1, 40}, "0,0"}};
+                      {{200, 100}, "200,100"}, {{none, 40}, "100,40"},  {{30, none}, "30,50"}, {{-1, 40}, "0,0"},
+                      {{0, 40}, "0,40"},       {{30, 0}, "30,0"}};
     for (auto const &row : rows) {
         BoxDistributor distributor = makeDistributor();
         distributor.addTextBox(makeLabel(row.point));

@@ -26,6 +26,31 @@ TEST_F(LegendTest, paintsItsStripFromTheMaximumDown)
                               TICKS + LABELS);
 }
 
+TEST_F(LegendTest, paintsItsPartsInOrder)
+{
+    Legend2::Legend extrema = scale();
+    extrema.setUseExtremaColors(true);
+    setLocal(extrema);
+    legend.setShowHistogram(true);
+    legend.setBorder(LineStyle(0.1, LineStyle::STYLE_FULL, Color(0, 0, 0)));
+    update();
+    RecordingPainter painter;
+
+    legend.draw(nullptr, &painter, 0);
+
+    std::string order;
+    for (std::string const &call : painter.calls())
+        order += call.substr(0, call.find(' ') + 1);
+    EXPECT_EQ(order, "polygon "                         // background
+                     "text "                            // title
+                     "polygon polygon polygon polygon " // extrema and their outlines
+                     "colors polygon "                  // bar and its outline
+                     "line line line "                  // ticks
+                     "text text text "                  // labels
+                     "polygon line line "               // histogram
+                     "polygon ");                       // border
+}
+
 TEST_F(LegendTest, paintsAllInItsFirstStep)
 {
     update();
@@ -81,6 +106,21 @@ TEST_F(LegendTest, paintsTheBoxesOfTheExtrema)
         << transcript;
 }
 
+TEST_F(LegendTest, paintsNoColourForAMinimumWithoutOne)
+{
+    Legend2::Legend extrema = scale();
+    extrema.setUseExtremaColors(true);
+    extrema.setMinColorInvalid();
+    extrema.setMaxColor(Color(4, 5, 6));
+    setLocal(extrema);
+
+    std::string const transcript = drawn();
+
+    EXPECT_NE(transcript.find("polygon 31.1,17.1 36.1,17.1 36.1,22.1 31.1,22.1 no pen fill #040506ff\n"),
+              std::string::npos);
+    EXPECT_EQ(transcript.find("31.1,128.9 no pen fill"), std::string::npos);
+}
+
 TEST_F(LegendTest, paintsBlocksOfClasses)
 {
     Legend2::Legend classes = scale();
@@ -90,8 +130,10 @@ TEST_F(LegendTest, paintsBlocksOfClasses)
 
     std::string const transcript = drawn();
 
-    EXPECT_NE(transcript.find("polygon 31.1,73 36.1,73 36.1,128.9 31.1,128.9 no pen fill "), std::string::npos);
-    EXPECT_NE(transcript.find("polygon 31.1,17.1 36.1,17.1 36.1,73 31.1,73 no pen fill "), std::string::npos);
+    EXPECT_NE(transcript.find("polygon 31.1,73 36.1,73 36.1,128.9 31.1,128.9 no pen fill #440154ff\n"),
+              std::string::npos);
+    EXPECT_NE(transcript.find("polygon 31.1,17.1 36.1,17.1 36.1,73 31.1,73 no pen fill #fde725ff\n"),
+              std::string::npos);
     // One outline about both, and ticks.
     EXPECT_NE(transcript.find(OUTLINE + TICKS), std::string::npos);
 }
@@ -132,7 +174,8 @@ TEST_F(LegendTest, paintsNoOutlineWithoutAStyle)
 {
     legend.setTickBoxStyle(LineStyle(0.1, LineStyle::STYLE_NONE, Color(0, 0, 0)));
 
-    EXPECT_EQ(drawn().find(OUTLINE), std::string::npos);
+    EXPECT_EQ(drawn(), BACKGROUND + TITLE + "colors 31.1,17.1 size 5,111.8 vertical 256 from #fde725ff to #440154ff\n" +
+                           TICKS + LABELS);
 }
 
 TEST_F(LegendTest, paintsCountsOfTheIntervalsFromTheBar)
@@ -152,6 +195,26 @@ TEST_F(LegendTest, paintsCountsOfTheIntervalsFromTheBar)
               std::string::npos)
         << transcript;
     EXPECT_NE(transcript.find("colors 41.2,17.1 size 5,111.8"), std::string::npos);
+}
+
+TEST_F(LegendTest, paintsFullBarsAsWideAsTheirIntervals)
+{
+    Legend2::Legend classes = scale();
+    classes.setScaleMode(Legend2::SCALE_MODE_DISCRETE);
+    classes.setNumberOfClasses(2);
+    classes.setColorMode(Legend2::COLOR_MODE_LOGARITHMIC);
+    classes.setFixedMinimum(1.0);
+    classes.setFixedMaximum(100.0);
+    setLocal(classes);
+    legend.setShowHistogram(true);
+    legend.setLocalHistogramData(histogramOf({{2, 1}, {20, 1}}));
+    legend.setTickStyle(LineStyle(0.1, LineStyle::STYLE_DASHED, Color(0, 0, 0)));
+
+    std::string const transcript = drawn();
+
+    // 9 and 90 of 99 parts of 111.8.
+    EXPECT_NE(transcript.find(" pen 10.1636 full "), std::string::npos) << transcript;
+    EXPECT_NE(transcript.find(" pen 101.636 full "), std::string::npos) << transcript;
 }
 
 TEST_F(LegendTest, paintsTheHistogramOfALyingLegendAboveTheBar)

@@ -108,18 +108,20 @@ protected:
         });
     }
 
-    /// An axis of block version 3, with line style, font and unit behind it.
-    static void addAxis(BlockCrafter *crafter)
+    /// An axis with line style, font and, from block version 2 on, unit behind it.
+    void addAxis(BlockCrafter *crafter) const
     {
-        crafter->block(3, Payload().u(0).d(1).b(true).b(true).b(true).v(0, 1).d(1).i(5).i(2).c(0, 0, 0, 255));
-        crafter->add([](IO::OutStream &stream) {
+        crafter->block(axisVersion, Payload().u(0).d(1).b(true).b(true).b(true).v(0, 1).d(1).i(5).i(2).c(0, 0, 0, 255));
+        crafter->add([this](IO::OutStream &stream) {
             LineStyle().save(&stream);
             Tools::save(&stream, Font());
-            UnitData(uLength).save(&stream);
+            if (axisVersion >= 2)
+                UnitData(uLength).save(&stream);
         });
     }
 
     CraftedElement element;
+    unsigned int axisVersion = 3;
     bool olderFlag = true;
     Legend filled;
 };
@@ -227,7 +229,8 @@ TEST_F(LegendForms, ofParametersReadTheOlderModeLast)
 TEST_F(LegendForms, ofOlderParametersAreRead)
 {
     QString parameters = QStringLiteral("use_data_from_element=true;bar_width=8;equal_sized_blocks=true;"
-                                        "tick_line_width=0.7;tick_box_width=0.8;margin=3;");
+                                        "tick_line_width=0.7;tick_box_width=0.8;margin=3;"
+                                        "legend_digits=4;legend_data_maximum=9;");
 
     legend.createFromV541ParameterString(parameters);
 
@@ -238,6 +241,9 @@ TEST_F(LegendForms, ofOlderParametersAreRead)
     EXPECT_EQ(legend.getTickStyle().getWidth(), 0.7);
     EXPECT_EQ(legend.getTickBoxStyle().getWidth(), 0.8);
     EXPECT_EQ(legend.getMargin(), 3.0);
+    Legend2::Legend changed = scale();
+    changed.setDigits(4);
+    expectLocal(legend, changed, 9.0, false);
 }
 
 TEST_F(LegendForms, ofEveryBlockVersionAreRead)
@@ -246,6 +252,8 @@ TEST_F(LegendForms, ofEveryBlockVersionAreRead)
     for (unsigned int version = 1; version <= 7; ++version) {
         Legend read;
         read.setEqualSizedBlocks(true);
+        read.setLocalToleranceParams(true, tolerance());
+        read.setLocalHistogramData(histogramOf({{9.0, 9}}));
         loadBlocks(read, crafted(version).bytes());
 
         EXPECT_EQ(read.getLegendDataMode(),
@@ -259,6 +267,15 @@ TEST_F(LegendForms, ofEveryBlockVersionAreRead)
         EXPECT_EQ(read.getSize(), BaVec2d<double>(30, 40)) << version;
         expectLocal(read, version >= 2 ? scale() : Legend2::Legend(), version >= 2 ? 12.0 : 1.0, version >= 7);
         EXPECT_EQ(read.getLocalHistogramData()->isValid(), version >= 7) << version;
+    }
+}
+
+TEST_F(LegendForms, ofTheFirstBlockVersionDropAnAxisOfAnyVersion)
+{
+    for (axisVersion = 1; axisVersion <= 8; ++axisVersion) {
+        Legend read;
+        loadBlocks(read, crafted(1).bytes());
+        EXPECT_EQ(read.getTickStyle(), TICK_STYLE) << axisVersion;
     }
 }
 
@@ -324,7 +341,19 @@ public:
         scale = newScale;
         data = newData;
     }
+    void getLocalToleranceParams(bool *outShow, Legend2::ToleranceParams const **outTolerance) const override
+    {
+        *outShow = show;
+        *outTolerance = &tolerance;
+    }
+    void setLocalToleranceParams(bool newShow, Legend2::ToleranceParams const &newTolerance) override
+    {
+        show = newShow;
+        tolerance = newTolerance;
+    }
 
+    bool show = false;
+    Legend2::ToleranceParams tolerance;
     Legend2::Legend scale{uForce};
     Legend2::Data data;
 };
@@ -340,10 +369,15 @@ TEST_F(LegendForms, goThroughTheVirtualLocals)
     loadBlocks(remote, blockForm(filled));
     EXPECT_EQ(remote.scale, scale());
     EXPECT_EQ(remote.data.getDynamicMaximum(), 12.0);
+    EXPECT_TRUE(remote.show);
+    EXPECT_EQ(remote.tolerance, tolerance());
     // What a parameter string does not name stays as the derived class has it.
     remote.scale.setDigits(5);
+    remote.tolerance.setTitle(QStringLiteral("remote"));
     loadParameters(remote, "bar_width = 9\n");
     EXPECT_EQ(remote.scale.getDigits(), 5);
+    EXPECT_TRUE(remote.show);
+    EXPECT_EQ(remote.tolerance.getTitle(), QStringLiteral("remote"));
 }
 
 TEST_F(LegendForms, survivesACopy)

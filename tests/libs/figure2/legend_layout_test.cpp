@@ -124,6 +124,22 @@ TEST_F(LegendTest, lyingPutsTheLabelsBelowTheBar)
     expectVec(legend.getMinimumSize(), 10.2, 20.2);
 }
 
+TEST_F(LegendTest, lyingCentresItsBarUnderAWiderTitle)
+{
+    Legend2::Legend named = scale();
+    named.setUnitName(QString(60, QLatin1Char('x')));
+    setLocal(named);
+    legend.setSize({120, 40});
+
+    update();
+
+    // The title is 124 mm wide, the bar 117.8: it begins at 1.1 + 3.1.
+    Rect rect;
+    ASSERT_TRUE(legend.getMinLabelRect(&rect));
+    expectRect(rect, 4.2 - 3, 14.1, 6, 5);
+    expectVec(legend.getSize(), 126.2, 40);
+}
+
 TEST_F(LegendTest, uprightHasTheExtremaBoxesAtBothEnds)
 {
     Legend2::Legend extrema = scale();
@@ -141,6 +157,8 @@ TEST_F(LegendTest, uprightHasTheExtremaBoxesAtBothEnds)
     expectRect(rect, 1.1, 113.9, 5, 5);
     ASSERT_TRUE(legend.getMaxLabelRect(&rect));
     expectRect(rect, 8.1, 17.2 - 2.5, 8, 5);
+    // 2.2 + 6 (title) + 20.2 + 5 (the least bar).
+    expectVec(legend.getMinimumSize(), 17.2, 33.4);
 }
 
 TEST_F(LegendTest, lyingTakesTheRoomOfOneExtremumForBoth)
@@ -159,6 +177,38 @@ TEST_F(LegendTest, lyingTakesTheRoomOfOneExtremumForBoth)
     expectRect(rect, 1.1, 7.1, 5, 5);
     ASSERT_TRUE(legend.getMaxColorRect(&rect));
     expectRect(rect, 113.9, 7.1, 5, 5);
+    // 2.2 + 13.1 + 5.
+    expectVec(legend.getMinimumSize(), 20.3, 20.2);
+}
+
+TEST_F(LegendTest, lyingTakesTheWiderTextOfBothExtrema)
+{
+    Legend2::Legend extrema = scale();
+    extrema.setUseExtremaColors(true);
+    extrema.setFixedMinimum(-1000.0);
+    setLocal(extrema);
+    legend.setSize({120, 40});
+
+    update();
+
+    // 117.8 - 5 - 14 ("-1000.0") - 0.1.
+    EXPECT_NEAR(legend.getColorLength(), 98.7, 1e-12);
+}
+
+TEST_F(LegendTest, lyingHasNarrowerExtremaBoxesWhenTextsAreNarrowerThanTheBarIsThick)
+{
+    Legend2::Legend extrema = scale();
+    extrema.setUseExtremaColors(true);
+    setLocal(extrema);
+    legend.setBarWidth(20);
+    legend.setSize({120, 60});
+
+    update();
+
+    // Both share 20 + 8 + 0.1.
+    Rect rect;
+    ASSERT_TRUE(legend.getMinColorRect(&rect));
+    expectRect(rect, 1.1, 7.1, 14.05, 20);
 }
 
 TEST_F(LegendTest, hasNoExtremaBoxesUnlessTheScaleUsesThem)
@@ -180,6 +230,15 @@ TEST_F(LegendTest, growsToItsLeastSize)
     expectVec(legend.getOrigin(), 50, 70);
 }
 
+TEST_F(LegendTest, growsByTheLeastThatIsMissing)
+{
+    legend.setSize({17.2 - 1e-6, 100});
+
+    update();
+
+    expectVec(legend.getSize(), 17.2, 100);
+}
+
 TEST_F(LegendTest, growsAgainstItsPivot)
 {
     legend.setSize({16, 100});
@@ -194,6 +253,21 @@ TEST_F(LegendTest, growsAgainstItsPivot)
     expectVec(legend.getOrigin(), 48.8, 70);
 }
 
+TEST_F(LegendTest, growsDownwardsAgainstItsPivot)
+{
+    // A lying one needs 20.2 in height.
+    legend.setSize({120, 10});
+    legend.setPivotAlignmentY(ALIGN_CENTER);
+    update();
+    expectVec(legend.getOrigin(), 50, 64.9);
+
+    legend.setOrigin({50, 70});
+    legend.setSize({120, 10});
+    legend.setPivotAlignmentY(ALIGN_END);
+    update();
+    expectVec(legend.getOrigin(), 50, 59.8);
+}
+
 TEST_F(LegendTest, makesItsShorterSideTheLeastOneWithAutoSize)
 {
     legend.setAutoSize(true);
@@ -204,6 +278,16 @@ TEST_F(LegendTest, makesItsShorterSideTheLeastOneWithAutoSize)
     legend.setSize({120, 40});
     update();
     expectVec(legend.getSize(), 120, 20.2);
+}
+
+TEST_F(LegendTest, takesTheWidthOfASquareForItsShorterSide)
+{
+    legend.setAutoSize(true);
+    legend.setSize({40, 40});
+
+    update();
+
+    expectVec(legend.getSize(), 17.2, 40);
 }
 
 TEST_F(LegendTest, thatGrowsIntoALyingOneIsLaidOutAsSuch)
@@ -239,6 +323,34 @@ TEST_F(LegendTest, thinsOutLabelsFromTheFirstUpward)
     EXPECT_FALSE(legend.getValueLabelRect(1, &rect));
 }
 
+TEST_F(LegendTest, measuresEachLabelAgainstTheLastThatStayedOn)
+{
+    // Nine labels, each 2.75 mm, 5 mm high: every second one stays.
+    Legend2::Legend classes = scale();
+    classes.setScaleMode(Legend2::SCALE_MODE_DISCRETE);
+    classes.setNumberOfClasses(8);
+    setLocal(classes);
+    legend.setSize({19, 30.2});
+
+    update();
+
+    EXPECT_NEAR(legend.getColorLength(), 22, 1e-12);
+    EXPECT_EQ(legend.getDrawTexts(), (std::vector<bool>{true, false, true, false, true, false, true, false, true}));
+}
+
+TEST_F(LegendTest, dropsLabelsThatMeetALastOneThatIsOff)
+{
+    // Three texts on 117.8 mm; the last, 160 mm wide, reaches over both others.
+    Legend2::ToleranceParams params = tolerance();
+    params.setText(Legend2::TOLERANCE_FAIL_HIGH, QString(80, QLatin1Char('x')));
+    legend.setLocalToleranceParams(true, params);
+    legend.setSize({120, 40});
+
+    update();
+
+    EXPECT_EQ(legend.getDrawTexts(), (std::vector<bool>{true, false, false}));
+}
+
 TEST_F(LegendTest, dropsTheLastLabelWhenItMeetsTheFirst)
 {
     // The boxes of the extrema leave the bar its least length of 5 mm: the labels about its ends touch.
@@ -272,6 +384,31 @@ TEST_F(LegendTest, spreadsBlocksOfOneSizeEvenly)
     update();
     EXPECT_NEAR(legend.getTickPositions()[1], 55.9, 1e-9);
     EXPECT_EQ(legend.getTickPositions()[2], 111.8);
+}
+
+TEST_F(LegendTest, endsItsLastBlockAtTheEndOfTheBarToTheLastBit)
+{
+    // The eleventh part of the length, taken eleven times, is not the length.
+    Legend2::Legend classes = scale();
+    classes.setScaleMode(Legend2::SCALE_MODE_DISCRETE);
+    classes.setNumberOfClasses(11);
+    setLocal(classes);
+    legend.setEqualSizedBlocks(true);
+
+    update();
+
+    EXPECT_EQ(legend.getTickPositions().back(), legend.getColorLength());
+}
+
+TEST_F(LegendTest, keepsTheRoomOfLinesThatAreNotDrawn)
+{
+    legend.setBorder(LineStyle(0.3, LineStyle::STYLE_NONE, Color(0, 0, 0)));
+    legend.setTickBoxStyle(LineStyle(0.5, LineStyle::STYLE_NONE, Color(0, 0, 0)));
+
+    update();
+
+    // 120 - 2 - 0.3 - 0.5 - 6.
+    EXPECT_NEAR(legend.getColorLength(), 111.2, 1e-12);
 }
 
 TEST_F(LegendTest, knowsTheBlocksOfADiscreteScale)
@@ -323,6 +460,22 @@ TEST_F(LegendTest, inToleranceDisplayHasALineForEachText)
     expectRect(rect, 1.1, 6.1, 5, 56.4);
     EXPECT_FALSE(legend.getMinLabelRect(&rect));
     EXPECT_EQ(legend.getLUTIndexForLabelIndex(1), 1);
+}
+
+TEST_F(LegendTest, inToleranceDisplayLiesWithItsTextsBelow)
+{
+    legend.setSize({120, 40});
+    legend.setLocalToleranceParams(true, tolerance());
+
+    update();
+
+    EXPECT_NEAR(legend.getColorLength(), 117.8, 1e-12);
+    Rect rect;
+    ASSERT_TRUE(legend.getColorBoxRect(1, &rect));
+    expectRect(rect, 1.1 + 58.9, 7.1, 58.9, 5);
+    // In the middle of the first half, 5 + 1 below the upper edge of the bar, which has no ticks.
+    ASSERT_TRUE(legend.getValueLabelRect(0, &rect));
+    expectRect(rect, 1.1 + 29.45 - 3, 13.1, 6, 5);
 }
 
 TEST_F(LegendTest, inToleranceDisplayWithoutTextsHasItsTitleOnly)
@@ -378,6 +531,24 @@ TEST_F(LegendTest, asksForRepaintOfLabelsThatReachOut)
 
     EXPECT_NEAR(Rect(legend.getUpdatePolygon()).y, 10 + 0.1 - 2.5, 1e-12);
     EXPECT_NEAR(Rect(legend.getCoveredPolygon()).y, 10, 1e-12);
+}
+
+TEST_F(LegendTest, asksForRepaintOfTurnedLabelsThatReachOut)
+{
+    Legend2::Legend plain = scale();
+    plain.setUnitData(UnitData());
+    setLocal(plain);
+    legend.setMargin(0);
+    legend.setAngle(std::acos(0.0));
+
+    update();
+
+    // Turned by a right angle it covers -10 to 110, and the labels reach 2.4 mm farther at both ends.
+    Rect const repainted(legend.getUpdatePolygon());
+    EXPECT_NEAR(repainted.x, -12.4, 1e-9);
+    EXPECT_NEAR(repainted.width, 124.8, 1e-9);
+    EXPECT_NEAR(repainted.y, 50, 1e-9);
+    EXPECT_NEAR(repainted.height, 40, 1e-9);
 }
 
 TEST_F(LegendTest, survivesLimitsAndSizesThatAreNoNumbers)

@@ -6,6 +6,8 @@
 #include <ZemColorMap.h>
 #include <ZemFig2Figure.h>
 
+#include <functional>
+
 namespace Zem::Fig2 {
 namespace {
 
@@ -195,6 +197,21 @@ TEST_F(LegendScaleTest, ofTheApplicationIsTheGlobalOne)
     EXPECT_EQ(legend.getTickTexts(), (std::vector<QString>{"bad", "good"}));
 }
 
+TEST_F(LegendScaleTest, ofTheApplicationHasTolerancesOnlyInToleranceMode)
+{
+    Legend2::ColorMap::setTolerance(false, tolerance());
+    legend.setLegendDataMode(Legend::LEGEND_DATA_MODE_3D);
+    update();
+
+    legend.convertToSnapshotMode();
+
+    bool show = true;
+    Legend2::ToleranceParams const *params = nullptr;
+    legend.getLocalToleranceParams(&show, &params);
+    EXPECT_FALSE(show);
+    EXPECT_EQ(*params, Legend2::ToleranceParams());
+}
+
 TEST_F(LegendScaleTest, ofTheApplicationHasThePartnersHistogramBeforeTheGlobalOne)
 {
     Legend2::ColorMap::setHistogramData(histogramOf({{7.0, 7}}));
@@ -241,6 +258,10 @@ TEST_F(LegendScaleTest, ofTheApplicationIsStaleWhenItChanges)
     Legend2::ColorMap::setGlobalLegend(global, Legend2::Data());
     EXPECT_TRUE(stale());
     EXPECT_FALSE(stale());
+    Legend2::Data data;
+    data.setAverage(3.0);
+    Legend2::ColorMap::setGlobalLegend(global, data);
+    EXPECT_TRUE(stale());
     Legend2::ColorMap::setHistogramData(histogramOf({{7.0, 7}}));
     EXPECT_TRUE(stale());
     // Parameters of a mode that is off show nowhere.
@@ -249,6 +270,32 @@ TEST_F(LegendScaleTest, ofTheApplicationIsStaleWhenItChanges)
     Legend2::ColorMap::setTolerance(true, tolerance());
     EXPECT_TRUE(stale());
     EXPECT_FALSE(stale());
+    Legend2::ColorMap::setTolerance(true, Legend2::ToleranceParams());
+    EXPECT_TRUE(stale());
+}
+
+TEST_F(LegendScaleTest, isOutOfDateAfterEveryChange)
+{
+    LineStyle const line(0.7, LineStyle::STYLE_FULL, Color(1, 2, 3));
+    std::vector<std::function<void(Legend &)>> const changes{
+        [](Legend &changed) { changed.setLegendDataMode(Legend::LEGEND_DATA_MODE_3D); },
+        [&](Legend &changed) { changed.setTickBoxStyle(line); },
+        [&](Legend &changed) { changed.setTickStyle(line); },
+        [](Legend &changed) { changed.setBarWidth(7.0); },
+        [](Legend &changed) { changed.setEqualSizedBlocks(true); },
+        [](Legend &changed) { changed.setShowHistogram(true); },
+        [](Legend &changed) { changed.setLocalLegendData(Legend2::Legend(), Legend2::Data()); },
+        [](Legend &changed) { changed.setLocalToleranceParams(true, tolerance()); },
+        [](Legend &changed) {
+            changed.setLocalHistogramData(histogramOf({{1.0, 1}}));
+        },
+        [](Legend &changed) { changed.clearLocalHistogramData(); }};
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        update();
+        ASSERT_TRUE(legend.isValid()) << i;
+        changes[i](legend);
+        EXPECT_FALSE(legend.isValid()) << i;
+    }
 }
 
 TEST_F(LegendScaleTest, isStaleWhenAPartnerIs)
@@ -299,6 +346,17 @@ TEST_F(LegendScaleTest, fixedByTheUserWantsPartnersOfOneMode)
     update();
 
     EXPECT_FALSE(legend.isScaleValid());
+}
+
+TEST_F(LegendScaleTest, fixedByTheUserKeepsItsOwnToleranceFlag)
+{
+    first.showTolerances = true;
+    legend.connect(&first, QString());
+
+    update();
+
+    EXPECT_TRUE(legend.isScaleValid());
+    EXPECT_FALSE(legend.getShownToleranceMode());
 }
 
 TEST_F(LegendScaleTest, fixedByTheUserHasThePartnersHistogram)

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace Zem::Support {
@@ -147,6 +149,34 @@ TEST(PaintedStrip, runsFromTheFirstColourToTheLast)
     EXPECT_NEAR(qRed(image.pixel(150, 100)), 128, 6); // half way from red to blue
     EXPECT_NEAR(qBlue(image.pixel(150, 100)), 128, 6);
     EXPECT_EQ(colorAt(image, 10, 10), "white");
+}
+
+/// The greatest step of a channel between neighbouring pixels of a column.
+int greatestStep(QImage const &image, int x, int from, int to)
+{
+    int greatest = 0;
+    for (int y = from + 1; y < to; ++y) {
+        QRgb const a = image.pixel(x, y - 1);
+        QRgb const b = image.pixel(x, y);
+        greatest = std::max(
+            {greatest, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
+    }
+    return greatest;
+}
+
+TEST(PaintedStrip, ofAScaleShowsNoBands)
+{
+    // Three colours on 1500 pixels: every colour in between must be there.
+    std::vector<Color> const few{Color(0, 0, 40), Color(0, 160, 0), Color(250, 250, 0)};
+    Drawing const drawing = [&](Painter &painter) { painter.drawColors({1, 1}, {4, 150}, true, few, Rotation::null); };
+
+    for (QImage const &image :
+         {paint({6, 152}, drawing), paintThroughSvg({6, 152}, drawing), paintThroughPdf({6, 152}, drawing)}) {
+        EXPECT_LE(greatestStep(image, 30, 12, 1508), 2);
+        // Between the first two colours green rises by 160 on 750 pixels, and nothing stands still for long.
+        EXPECT_NEAR(qGreen(image.pixel(30, 10 + 375)), 80, 3);
+        EXPECT_NEAR(qGreen(image.pixel(30, 10 + 187)), 40, 3);
+    }
 }
 
 TEST(PaintedStrip, ofOneColourIsPlainAndOfNoneIsNothing)

@@ -62,6 +62,11 @@ TEST(HistogramData, addsCountsValueByValue)
     EXPECT_TRUE(histogram.isValid());
 }
 
+TEST(HistogramData, knowsItsGreatestCountWhereverItIs)
+{
+    EXPECT_EQ(histogramOf({{1.0, 5}, {2.0, 3}}).getMaxCount(), 5u);
+}
+
 TEST(HistogramData, refusesValuesThatAreNotFiniteAndAddsNothing)
 {
     for (double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {

@@ -169,6 +169,17 @@ Legend classes(unsigned int count, double minimum, double maximum)
     return legend;
 }
 
+TEST(Legend, makesExtremaColoursValidBySettingThem)
+{
+    Legend legend;
+    legend.setMinColorInvalid();
+    legend.setMaxColorInvalid();
+    legend.setMinColor(Color(1, 2, 3));
+    legend.setMaxColor(Color(4, 5, 6));
+    EXPECT_TRUE(legend.isMinColorValid());
+    EXPECT_TRUE(legend.isMaxColorValid());
+}
+
 TEST(DiscreteTicks, areTheBoundariesOfTheClasses)
 {
     DiscreteTicks const ticks = discreteTicks(classes(4, -1, 1), Data(), false);
@@ -213,7 +224,9 @@ TEST(DiscreteTicks, areNoneForLimitsThatMakeNoScale)
     logarithmic.setColorMode(COLOR_MODE_LOGARITHMIC);
     Legend overflowing = classes(3, 0, 1e308);
     overflowing.setUnitData(unitData(uLength, "um"));
-    for (Legend const &legend : {dynamic, logarithmic, overflowing, classes(3, 2, 1)}) {
+    Legend underflowing = classes(3, -1e308, 0);
+    underflowing.setUnitData(unitData(uLength, "um"));
+    for (Legend const &legend : {dynamic, logarithmic, overflowing, underflowing, classes(3, 2, 1)}) {
         DiscreteTicks const ticks = discreteTicks(legend, data, true);
         EXPECT_THAT(ticks.values, IsEmpty());
         EXPECT_THAT(ticks.indices, IsEmpty());

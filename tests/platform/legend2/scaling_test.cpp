@@ -153,6 +153,11 @@ TEST(LinearTicks, includeTheBoundsOnRequest)
     EXPECT_THAT(ticks(0.5, 9.5, 1, COLOR_MODE_LINEAR, true), ElementsAre(5));
 }
 
+TEST(LinearTicks, leaveRoomForBothBounds)
+{
+    EXPECT_THAT(ticks(1, 9, 3, COLOR_MODE_LINEAR, true), ElementsAre(1, 5, 9));
+}
+
 TEST(LogarithmicTicks, dividePowersOfTenWhenThereIsRoom)
 {
     EXPECT_THAT(logTicks(1, 1000, 10), ElementsAre(1, 2, 5, 10, 20, 50, 100, 200, 500, 1000));
