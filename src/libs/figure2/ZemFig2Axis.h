@@ -6,6 +6,7 @@
 
 #include <ZemColor.h>
 #include <ZemFont.h>
+#include <ZemIdentifiers.h>
 #include <ZemStream.h>
 #include <ZemUnit.h>
 #include <ZemVec.h>
@@ -17,6 +18,7 @@
 
 namespace Zem::Fig2 {
 
+class ChartData;
 class Painter;
 class RangeCalculator;
 class Rotation;
@@ -101,8 +103,9 @@ public:
     /// What the user chose for the labels; it counts for data of the same quantity.
     UnitData const &getUnit() const { return unit_; }
     void setUnit(UnitData const &unit) { unit_ = unit; }
-    /// The quantity of the data along the axis, with the unit in which it is shown without a choice of the user.
-    void setDataUnit(UnitData const &unit) { dataUnit_ = unit; }
+    /// Takes the unit along the axis from the data, not null: its quantity, and the unit in which it is shown without a
+    /// choice of the user. The same for every stage.
+    void computeDynamicData(StageIdentifier const &stage, ChartData const *data);
 
     /// Works out ticks, labels and the room they need. A left axis becomes at least `minWidthLeft` wide and a right one
     /// `minWidthRight`; `digits` is the number of decimals of the global scale. Throws ProgError for a range with a

@@ -1,6 +1,7 @@
 #include "ZemFig2Axis.h"
 
 #include "ZemFig2Calculator.h"
+#include "ZemFig2ChartData.h"
 #include "ZemFig2Painter.h"
 #include "ZemFig2RangeCalculator.h"
 
@@ -26,6 +27,11 @@ BaVec2d<double> greatestSize(std::vector<BaVec2d<double>> const &sizes)
 }
 
 } // namespace
+
+void Axis::computeDynamicData(StageIdentifier const &, ChartData const *data)
+{
+    dataUnit_ = isHorizontal() ? data->getUnitX() : data->getUnitY();
+}
 
 /// Data keeps its quantity. What the user chose is the scale of that quantity only.
 UnitData Axis::computeUnitData() const

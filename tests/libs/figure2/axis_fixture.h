@@ -4,6 +4,7 @@
 #include <FakeCalculator.h>
 #include <RecordingPainter.h>
 #include <ZemFig2Axis.h>
+#include <ZemFig2ChartData.h>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,15 @@ inline Axis axisOf(Axis::Type type)
     axis.setTicks(2);
     axis.setDigits(1);
     return axis;
+}
+
+/// Gives it data of that unit along the axis, and of another quantity across.
+inline void setDataUnit(Axis &axis, UnitData const &unit)
+{
+    ChartData data;
+    data.setUnitX(axis.isHorizontal() ? unit : UnitData(uMass));
+    data.setUnitY(axis.isHorizontal() ? UnitData(uMass) : unit);
+    axis.computeDynamicData(StageIdentifier(1), &data);
 }
 
 inline Axis updated(Axis axis)

@@ -6,6 +6,8 @@
 
 #include <ZemParse.h>
 
+#include <QtCore/QStringList>
+
 #include <limits>
 #include <sstream>
 

@@ -245,7 +245,7 @@ TEST_F(AxisTest, showsDataInTheUnitThatTheUserChose)
     for (auto type : {Axis::HORIZONTAL_BOTTOM, Axis::VERTICAL_LEFT}) {
         Axis axis = axisOf(type);
         axis.setRange({0, 2000});
-        axis.setDataUnit(UnitData(uLength));
+        setDataUnit(axis, UnitData(uLength));
         axis.setUnit(unitOf(uLength, "m"));
 
         axis.update(0, 0, 0);
@@ -260,7 +260,7 @@ TEST_F(AxisTest, keepsTheQuantityOfItsData)
 {
     Axis axis = axisOf(Axis::HORIZONTAL_BOTTOM);
     axis.setRange({0, 20});
-    axis.setDataUnit(unitOf(uLength, "cm"));
+    setDataUnit(axis, unitOf(uLength, "cm"));
     axis.setUnit(unitOf(uForce, "kN"));
 
     axis.update(0, 0, 0);
@@ -272,7 +272,7 @@ TEST_F(AxisTest, keepsTheQuantityOfItsData)
 TEST_F(AxisTest, showsPlainNumbersOfDataWithoutAUnit)
 {
     Axis axis = axisOf(Axis::HORIZONTAL_BOTTOM);
-    axis.setDataUnit(UnitData());
+    setDataUnit(axis, UnitData());
     axis.setUnit(unitOf(uLength, "m"));
 
     axis.update(0, 0, 0);
@@ -327,7 +327,7 @@ TEST_F(AxisTest, convertsTheGreatestNumbersToFiniteOnes)
 {
     Axis axis = axisOf(Axis::VERTICAL_LEFT);
     axis.setRange({0, DBL_MAX});
-    axis.setDataUnit(unitOf(uLength, "um"));
+    setDataUnit(axis, unitOf(uLength, "um"));
 
     axis.update(0, 0, 0);
 

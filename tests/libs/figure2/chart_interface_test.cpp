@@ -3,6 +3,7 @@
 
 #include <ElementForms.h>
 #include <ZemFig2ChartInterface.h>
+#include <ZemFig2ChartParameters.h>
 #include <ZemFig2Figure.h>
 
 #include <gtest/gtest.h>
@@ -10,12 +11,6 @@
 #include <memory>
 
 namespace Zem::Fig2 {
-
-/// Only ever passed on here.
-class ChartParameters
-{
-};
-
 namespace {
 
 using Support::progError;
