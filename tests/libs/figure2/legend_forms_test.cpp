@@ -111,7 +111,22 @@ protected:
     /// An axis with line style, font and, from block version 2 on, unit behind it.
     void addAxis(BlockCrafter *crafter) const
     {
-        crafter->block(axisVersion, Payload().u(0).d(1).b(true).b(true).b(true).v(0, 1).d(1).i(5).i(2).c(0, 0, 0, 255));
+        Payload fields;
+        fields.u(0).d(1);
+        if (axisVersion >= 5)
+            fields.u(1).u(1);
+        else
+            fields.b(true).b(true);
+        if (axisVersion == 4)
+            fields.b(false).b(false);
+        fields.b(true).v(0, 1).d(1).i(5).i(2);
+        if (axisVersion >= 8)
+            fields.u(0);
+        if (axisVersion == 6)
+            fields.i(0);
+        if (axisVersion >= 3)
+            fields.c(0, 0, 0, 255);
+        crafter->block(axisVersion, fields);
         crafter->add([this](IO::OutStream &stream) {
             LineStyle().save(&stream);
             Tools::save(&stream, Font());
