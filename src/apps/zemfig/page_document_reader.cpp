@@ -197,8 +197,8 @@ private:
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
-            report(lineOf(node),
-                   QStringLiteral("unknown section '%1'%2").arg(key, suggestion(key, {"page", "data", "scale", "element"})));
+            report(lineOf(node), QStringLiteral("unknown section '%1'%2")
+                                     .arg(key, suggestion(key, {"page", "data", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -245,13 +245,9 @@ private:
         Measurement::ColorScale scale;
         std::vector<Parameter> const known = entriesOf(scale.getParameterString());
         for (auto const &[key, node] : flattened(table)) {
-            auto const found = std::find_if(known.begin(), known.end(),
-                                            [&name = key](Parameter const &parameter) { return parameter.key == name; });
-            if (found == known.end()) {
-                std::vector<QString> keys;
-                for (Parameter const &parameter : known)
-                    keys.push_back(parameter.key);
-                reportUnknown(*node, key, keys, "the colour scale");
+            auto const found = findParameter(known, key);
+            if (!found) {
+                reportUnknown(*node, key, keysOf(known), "the colour scale");
                 continue;
             }
             QString made = entry(*found, *node);
@@ -287,7 +283,8 @@ private:
         return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
     }
 
-    void reportUnknown(toml::node const &node, QString const &key, std::vector<QString> const &known, QString const &where)
+    void reportUnknown(toml::node const &node, QString const &key, std::vector<QString> const &known,
+                       QString const &where)
     {
         report(lineOf(node), QStringLiteral("unknown key '%1' in %2%3").arg(key, where, suggestion(key, known)));
     }
@@ -422,8 +419,8 @@ private:
     void reportUnknownParameter(toml::node const &node, QString const &key, Element const *element)
     {
         std::vector<QString> known(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end());
-        for (Parameter const &parameter : parametersOf(element->getType()))
-            known.push_back(parameter.key);
+        std::vector<QString> const keys = keysOf(parametersOf(element->getType()));
+        known.insert(known.end(), keys.begin(), keys.end());
         reportUnknown(node, key, known, describe(*element));
     }
 

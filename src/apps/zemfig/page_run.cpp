@@ -12,8 +12,8 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
     } else {
         choice.project = QString::fromStdString(arguments.project);
         choice.csv = QString::fromStdString(arguments.data);
+        choice.scale = document.scale;
     }
-    choice.scale = document.scale;
     arguments.csv.apply(&choice);
     return choice;
 }

@@ -66,14 +66,26 @@ std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type)
     auto const found = tables.find(type);
     if (found != tables.end())
         return found->second;
-    std::unique_ptr<Fig2::Element> const prototype(
-        type == Fig2::Element::IMAGE_LABEL ? nullptr : Fig2::Element::create(type));
+    std::unique_ptr<Fig2::Element> const prototype(type == Fig2::Element::IMAGE_LABEL ? nullptr
+                                                                                      : Fig2::Element::create(type));
     return tables[type] = prototype ? entriesOf(prototype->getParameterString()) : std::vector<Parameter>();
 }
 
 std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key)
 {
-    std::vector<Parameter> const &parameters = parametersOf(type);
+    return findParameter(parametersOf(type), key);
+}
+
+std::vector<QString> keysOf(std::vector<Parameter> const &parameters)
+{
+    std::vector<QString> keys;
+    for (Parameter const &parameter : parameters)
+        keys.push_back(parameter.key);
+    return keys;
+}
+
+std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters, QString const &key)
+{
     auto const found = std::find_if(parameters.begin(), parameters.end(),
                                     [&key](Parameter const &parameter) { return parameter.key == key; });
     return found == parameters.end() ? std::nullopt : std::optional(*found);

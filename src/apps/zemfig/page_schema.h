@@ -28,7 +28,8 @@ std::vector<Parameter> entriesOf(QString const &parameters);
 /// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made.
 std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type);
 
-/// The parameter of this key; none when the type does not have it.
+/// The parameter of this key; none when there is none, or when the type does not have it.
+std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters, QString const &key);
 std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key);
 
 /// How the texts for people name an element: "label 'title'".
@@ -47,6 +48,8 @@ inline constexpr std::array<FontStyle, 7> FONT_STYLES{{{"italic", Font::ITALIC},
                                                        {"black", Font::BLACK},
                                                        {"underline", Font::UNDERLINE},
                                                        {"strikeout", Font::STRIKEOUT}}};
+
+std::vector<QString> keysOf(std::vector<Parameter> const &parameters);
 
 /// The entry of `words` that is most like `word`; empty when none is near.
 QString nearestWord(QString const &word, std::vector<QString> const &words);

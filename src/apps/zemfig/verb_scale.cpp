@@ -6,7 +6,6 @@
 #include <ZemMeasProject.h>
 #include <ZemParse.h>
 
-#include <algorithm>
 #include <memory>
 
 namespace Zem::Zemfig {
@@ -36,14 +35,9 @@ void change(ColorScale *scale, QString const &setting)
         throw UsageError(QStringLiteral("a setting is KEY=VALUE, not '%1'").arg(setting));
     QString const key = setting.left(equals);
     std::vector<Parameter> const known = entriesOf(scale->getParameterString());
-    auto const found =
-        std::find_if(known.begin(), known.end(), [&key](Parameter const &parameter) { return parameter.key == key; });
-    if (found == known.end()) {
-        std::vector<QString> keys;
-        for (Parameter const &parameter : known)
-            keys.push_back(parameter.key);
-        throw UsageError(QStringLiteral("a colour scale has no '%1'%2").arg(key, suggestion(key, keys)));
-    }
+    auto const found = findParameter(known, key);
+    if (!found)
+        throw UsageError(QStringLiteral("a colour scale has no '%1'%2").arg(key, suggestion(key, keysOf(known))));
     QString entry = entryOf(*found, setting.mid(equals + 1));
     try {
         scale->createFromParameterString(entry);
@@ -59,10 +53,11 @@ void scale(Arguments const &arguments)
     ColorScale scale = project.colorScale().value_or(ColorScale());
     for (std::string const &setting : arguments.settings)
         change(&scale, QString::fromStdString(setting));
-    // Refused before it is stored: a token that the project does not have.
-    applyColorScale(project, scale);
-    if (!arguments.settings.empty())
+    if (!arguments.settings.empty()) {
+        // Refused before it is stored: a token that the project does not have.
+        applyColorScale(project, scale);
         project.setColorScale(scale);
+    }
     print(scale.getParameterString());
 }
 

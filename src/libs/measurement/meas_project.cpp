@@ -10,11 +10,10 @@
 
 #include <ZemParse.h>
 
-#include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <limits>
 #include <optional>
+#include <set>
 
 namespace Zem::Measurement {
 
@@ -106,14 +105,21 @@ std::vector<ProjectToken> selectNumbers(SqlConnection const &connection, QString
 {
     std::vector<ProjectToken> const known = readTokens(connection);
     std::vector<ProjectToken> selected;
+    std::set<std::int64_t> taken; // two names may stand for one token
     for (QString const &piece : names.split(QLatin1Char(','))) {
         QString const name = piece.trimmed();
         bool const isPrefix = name.endsWith(QLatin1Char('*'));
-        std::size_t const before = selected.size();
-        std::copy_if(known.begin(), known.end(), std::back_inserter(selected), [&](ProjectToken const &token) {
-            return isPrefix ? token.name.startsWith(name.chopped(1)) : token.name == name;
-        });
-        if (selected.size() == before) {
+        bool isKnown = false;
+        for (ProjectToken const &token : known) {
+            if (!(isPrefix ? token.name.startsWith(name.chopped(1)) : token.name == name)) {
+                continue;
+            }
+            isKnown = true;
+            if (taken.insert(token.id).second) {
+                selected.push_back(token);
+            }
+        }
+        if (!isKnown) {
             connection.fail(QStringLiteral("there is no token '%1'").arg(name));
         }
     }

@@ -173,6 +173,10 @@ TEST_F(ColorScaleOfProject, takesTheValuesOfSeveralTokens)
     applyColorScale(project, scaleOf("p2, p1"));
     EXPECT_EQ(ColorMap::getGlobalLegendParams().getUnitName(), QStringLiteral("m"));
 
+    // 1, 3 and 2000, 4000: nothing counts twice.
+    applyColorScale(project, scaleOf("p*,p2"));
+    EXPECT_DOUBLE_EQ(ColorMap::getGlobalLegendData().getAverage(), 1501.0);
+
     std::string const name = path().toStdString();
     EXPECT_EQ(errorOf([this] { applyColorScale(project, scaleOf("p1,q")); }),
               name + ": the values of 'q' are no numbers");
