@@ -5,6 +5,8 @@
 #include <ZemFig2RichText.h>
 #include <ZemFig2Tools.h>
 
+#include <QtCore/QRegularExpression>
+
 // rapidcheck is not written for these warnings.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
@@ -337,6 +339,30 @@ RC_GTEST_PROP(TokensInAnyMarkup, areResolved, ())
     RC_ASSERT(label.getResolvedText() == label.resolveTokensInText(StageIdentifier(1), &tokens, text));
     RC_ASSERT(label.getResolvedText().count('<') == text.count('<'));
     RC_ASSERT(std::isfinite(label.getSize().x));
+}
+
+/// The five replacements as patterns.
+QString convertedByPatterns(QString text)
+{
+    std::pair<char const *, char const *> const patterns[] = {{"(<table\\s[^>]*)\\swidth=1", "\\1"},
+                                                              {"(<table\\s[^>]*)\\scellpadding=-1", "\\1"},
+                                                              {"(<td\\s[^>]*)\\swidth=1", "\\1"},
+                                                              {"<td([^>]*)>", "<td\\1><p>"},
+                                                              {"</td>", "</p></td>"}};
+    for (auto const &[pattern, replacement] : patterns)
+        text.replace(QRegularExpression(QString::fromLatin1(pattern)), QString::fromLatin1(replacement));
+    return text;
+}
+
+RC_GTEST_PROP(OldRichText, isRepairedAsByThePatterns, ())
+{
+    auto const pieces = *rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>(
+        "<table", "<td", "</td>", " ", "\n", "\t", "width=1", "cellpadding=-1", ">", "x", "<", "1", "<table width=1"));
+    QString text;
+    for (std::string const &piece : pieces)
+        text += QString::fromStdString(piece);
+
+    RC_ASSERT(RTFTools::convertToQt4(text) == convertedByPatterns(text));
 }
 
 } // namespace
