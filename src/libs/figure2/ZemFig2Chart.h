@@ -158,6 +158,7 @@ private:
     bool takeScaleOfLegends(bool *conflict);
     void resetScale();
     void updateLayout();
+    BaVec2d<double> computeAxisLengths() const;
     void updateAxes(int digits);
     void updateProjection();
     void updateCoveredPolygon();
@@ -213,8 +214,8 @@ private:
     BaVec2d<double> dataOrigin_{0.0, 0.0};
     BaVec2d<double> dataScale_{0.0, 0.0};
     mutable std::map<QString, Value> valueCache_;
-    mutable std::vector<StepPlan> steps_;    ///< of the drawing that has begun last
-    mutable std::size_t numberOfSteps_ = 0;  ///< without the one of the overlay
+    mutable std::vector<StepPlan> steps_;   ///< of the drawing that has begun last
+    mutable std::size_t numberOfSteps_ = 0; ///< without the one of the overlay
 };
 
 class GenericChart;
@@ -243,8 +244,8 @@ public:
     void createFromParameterString(QString &parameters) override;
 };
 
-/// Composes its data: one x token and any number of y tokens of the figure's ChartInterface, each with its own look. The
-/// chart token that results is registered with the interface as long as the chart is in the figure.
+/// Composes its data: one x token and any number of y tokens of the figure's ChartInterface, each with its own look.
+/// The chart token that results is registered with the interface as long as the chart is in the figure.
 class GenericChart : public ChartBase
 {
 public:

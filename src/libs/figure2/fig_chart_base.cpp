@@ -123,7 +123,8 @@ constexpr std::array<Statistic, 8> STATISTICS{{
      }},
     {ChartBase::TOKEN_AVERAGE, "average",
      [](ChartBase const &, ChartDataset const &data) { return numberValue(computeAverage(data)); }},
-    {ChartBase::TOKEN_VARIANCE, "variance", [](ChartBase const &, ChartDataset const &data) { return varianceOf(data); }},
+    {ChartBase::TOKEN_VARIANCE, "variance",
+     [](ChartBase const &, ChartDataset const &data) { return varianceOf(data); }},
     {ChartBase::TOKEN_DEVIATION, "standard deviation",
      [](ChartBase const &, ChartDataset const &data) { return deviationOf(data); }},
 }};

@@ -178,8 +178,9 @@ bool ChartBase::drawStep(Painter *painter, ChartData const *data, std::size_t st
         drawOverlay(painter, data);
         return true;
     }
-    auto const next = std::upper_bound(steps_.begin(), steps_.end(), step,
-                                       [](std::size_t wanted, StepPlan const &plan) { return wanted < plan.firstStep; });
+    auto const next =
+        std::upper_bound(steps_.begin(), steps_.end(), step,
+                         [](std::size_t wanted, StepPlan const &plan) { return wanted < plan.firstStep; });
     StepPlan const &plan = *std::prev(next);
     if (!data->datasetExists(plan.dataset))
         return false;

@@ -79,8 +79,8 @@ private:
 };
 
 ChartBase::DatasetPainter::DatasetPainter(ChartBase const &chart, ChartDataset const &dataset, Painter *painter)
-    : chart_(chart), dataset_(dataset), parameters_(chart.parametersOf(&dataset)), painter_(painter),
-      rotation_(&chart), project_(chart.getProjection()), symbol_(parameters_.getSymbol()),
+    : chart_(chart), dataset_(dataset), parameters_(chart.parametersOf(&dataset)), painter_(painter), rotation_(&chart),
+      project_(chart.getProjection()), symbol_(parameters_.getSymbol()),
       symbolPeriod_(std::uint64_t(symbol_.getSpacing()) + 1), line_(parameters_.getLineStyle()),
       fill_(parameters_.getFillStyle()), symbolLine_(OUTLINE_WIDTH, LineStyle::STYLE_NONE, symbol_.getColor()),
       symbolFill_(symbol_.getColor())
@@ -273,8 +273,7 @@ void ChartBase::DatasetPainter::drawYMarkers(unsigned int first, unsigned int co
     });
 }
 
-void ChartBase::drawDataset(ChartDataset const &dataset, Painter *painter, unsigned int first,
-                            unsigned int count) const
+void ChartBase::drawDataset(ChartDataset const &dataset, Painter *painter, unsigned int first, unsigned int count) const
 {
     if (first >= dataset.getNumberOfPoints())
         return;
@@ -293,7 +292,8 @@ void ChartBase::drawSymbol(Painter *painter, BaVec2d<double> const &position, do
     if (!symbol.getShowValue())
         return;
     double const distance = symbol.getSize() * 0.5;
-    QString const text = QStringLiteral("%1").arg(value, 0, 'f', static_cast<int>(std::min(symbol.getDigits(), MOST_DIGITS)));
+    QString const text =
+        QStringLiteral("%1").arg(value, 0, 'f', static_cast<int>(std::min(symbol.getDigits(), MOST_DIGITS)));
     painter->drawText(position + BaVec2d<double>(distance, distance), symbol.getFont(), text, symbol.getColor(),
                       rotation);
 }

@@ -20,6 +20,7 @@ namespace {
 
 constexpr double TOLERANCE = 1e-50;
 constexpr double GREATEST_MARGIN_SHARE = 0.4;
+constexpr int MOST_LAYOUT_PASSES = 4;
 
 /// Minimum and maximum of one coordinate over the shown datasets.
 struct DataRange
@@ -75,8 +76,7 @@ LegendScale scaleOf(Legend const &legend)
     legend.getLocalLegendData(&scale.legend, &scale.data);
     legend.getLocalToleranceParams(&scale.showTolerances, &tolerance);
     if (!scale.legend || !scale.data)
-        throw ProgError("Zem::Fig2::ChartBase::computeDynamicData", "fig_chart", __LINE__,
-                        "parameter vectors not set");
+        throw ProgError("Zem::Fig2::ChartBase::computeDynamicData", "fig_chart", __LINE__, "parameter vectors not set");
     if (*scale.legend == Legend2::Legend() && *scale.data == Legend2::Data() && !scale.showTolerances)
         return {&legend.getShownLegend(), &legend.getShownData(), legend.getShownToleranceMode()};
     return scale;
@@ -193,16 +193,9 @@ void ChartBase::updateAxes(int digits)
     axisY_.update(left, right, digits);
 }
 
-/// Ticks are worked out twice: how much room their labels need tells how long the axes can be, and the final ticks
-/// follow from that.
-void ChartBase::updateLayout()
+/// The lengths of the axes as long as their labels need the room that they need now.
+BaVec2d<double> ChartBase::computeAxisLengths() const
 {
-    int const digits = Legend2::ColorMap::getGlobalLegendParams().getDigits();
-    for (Axis *axis : {&axisX_, &axisY_}) {
-        axis->setFont(getFont());
-        axis->setFontColor(getFontColor());
-    }
-    updateAxes(digits);
     BaVec2d<double> length = getDrawingSize();
     double const marginX = axisX_.getMargin();
     if (axisY_.getVisible()) {
@@ -214,9 +207,28 @@ void ChartBase::updateLayout()
     }
     if (axisX_.getVisible())
         length.y -= axisX_.getSize().y - axisY_.getMargin();
-    axisX_.setLength(length.x);
-    axisY_.setLength(length.y);
-    updateAxes(digits);
+    return length;
+}
+
+/// How much room the labels need tells how long the axes can be, and the final ticks follow from that. Other ticks may
+/// have other labels: then it is done again, so that axes and plot fit each other.
+void ChartBase::updateLayout()
+{
+    int const digits = Legend2::ColorMap::getGlobalLegendParams().getDigits();
+    for (Axis *axis : {&axisX_, &axisY_}) {
+        axis->setFont(getFont());
+        axis->setFontColor(getFontColor());
+    }
+    // From the same start each time: the layout shall not depend on the one before.
+    BaVec2d<double> length = getDrawingSize();
+    for (int pass = 0; pass < MOST_LAYOUT_PASSES; ++pass) {
+        axisX_.setLength(length.x);
+        axisY_.setLength(length.y);
+        updateAxes(digits);
+        length = computeAxisLengths();
+        if (pass > 0 && length.x == axisX_.getLength() && length.y == axisY_.getLength())
+            break;
+    }
     BaVec2d<double> minimumSize(2.0 * getMargin(), 2.0 * getMargin());
     for (Axis const *axis : {&axisX_, &axisY_}) {
         if (axis->getVisible())

@@ -23,8 +23,8 @@ std::vector<Entry> entriesOf(GenericChart const &chart, ChartInterface *interfac
 {
     std::vector<Entry> entries;
     for (auto const &[token, parameters] : chart.getData()) {
-        QString const text = parameters.getUseDefaultName() ? interface->getLegendDescription(token, parameters)
-                                                            : parameters.getName();
+        QString const text =
+            parameters.getUseDefaultName() ? interface->getLegendDescription(token, parameters) : parameters.getName();
         entries.emplace_back(text, parameters);
     }
     return entries;
@@ -87,8 +87,7 @@ std::vector<Entry> ChartLegend::collectEntries(FigureTokenInterface const *token
         if (ChartLoan const data(tokens, chart->getToken()); data)
             entries = entriesOf(*data.get());
     }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](Entry const &a, Entry const &b) { return a.first < b.first; });
+    std::stable_sort(entries.begin(), entries.end(), [](Entry const &a, Entry const &b) { return a.first < b.first; });
     return entries;
 }
 

@@ -51,8 +51,7 @@ std::unique_ptr<ChartMarker> createMarker(ChartMarker::Type_t type)
 class PlotClipping
 {
 public:
-    PlotClipping(Painter *painter, BaVec2d<double> const &offset, BaVec2d<double> const &size,
-                 Rotation const &rotation)
+    PlotClipping(Painter *painter, BaVec2d<double> const &offset, BaVec2d<double> const &size, Rotation const &rotation)
         : painter_(painter)
     {
         painter_->setClipping(Rect(offset, size), rotation);
@@ -66,8 +65,7 @@ private:
 };
 
 /// A solid symbol in its own colour.
-void drawSolidSymbol(Painter *painter, BaVec2d<double> const &position, Symbol const &symbol,
-                     Rotation const &rotation)
+void drawSolidSymbol(Painter *painter, BaVec2d<double> const &position, Symbol const &symbol, Rotation const &rotation)
 {
     LineStyle const line(0.1, LineStyle::STYLE_FULL, symbol.getColor());
     painter->drawSymbol(position, symbol, line, FillStyle(symbol.getColor()), rotation);
