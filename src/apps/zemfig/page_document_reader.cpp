@@ -191,14 +191,18 @@ private:
         if (key == QLatin1StringView("page") && node.is_table())
             readPage(*node.as_table());
         else if (key == QLatin1StringView("data") && node.is_table())
-            readData(*node.as_table());
+            readSource(*node.as_table(), &document_->data);
+        else if (key == QLatin1StringView("series") && node.is_array())
+            readSeries(*node.as_array());
+        else if (key == QLatin1StringView("series"))
+            report(lineOf(node), QStringLiteral("'series' wants a list of tables: [[series]]"));
         else if (key == QLatin1StringView("scale") && node.is_table())
             readScale(*node.as_table());
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
             report(lineOf(node), QStringLiteral("unknown section '%1'%2")
-                                     .arg(key, suggestion(key, {"page", "data", "scale", "element"})));
+                                     .arg(key, suggestion(key, {"page", "data", "series", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -224,20 +228,47 @@ private:
         document_->figure->setBackground(style);
     }
 
-    void readData(toml::table const &table)
+    void readSeries(toml::array const &array)
+    {
+        for (toml::node const &node : array) {
+            if (!node.is_table()) {
+                report(lineOf(node), QStringLiteral("a series wants a table, not %1").arg(typeOf(node)));
+                continue;
+            }
+            document_->series.push_back({lineOf(node), {}});
+            readSource(*node.as_table(), &document_->series.back().values);
+        }
+    }
+
+    void readSource(toml::table const &table, QMap<QString, QVariant> *values)
     {
         for (auto const &[key, node] : flattened(table)) {
             if (node->is_string())
-                document_->data[key] = textOf(node->as_string()->get());
+                (*values)[key] = textOf(node->as_string()->get());
             else if (node->is_boolean())
-                document_->data[key] = node->as_boolean()->get();
+                (*values)[key] = node->as_boolean()->get();
             else if (node->is_integer())
-                document_->data[key] = static_cast<qlonglong>(node->as_integer()->get());
+                (*values)[key] = static_cast<qlonglong>(node->as_integer()->get());
             else if (node->is_floating_point())
-                document_->data[key] = node->as_floating_point()->get();
+                (*values)[key] = node->as_floating_point()->get();
+            else if (key == QLatin1StringView("columns") && node->is_array() && isOfTexts(*node->as_array()))
+                (*values)[key] = textsOf(*node->as_array());
             else
                 report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
         }
+    }
+
+    static bool isOfTexts(toml::array const &array)
+    {
+        return std::all_of(array.begin(), array.end(), [](toml::node const &node) { return node.is_string(); });
+    }
+
+    static QStringList textsOf(toml::array const &array)
+    {
+        QStringList texts;
+        for (toml::node const &node : array)
+            texts << textOf(node.as_string()->get());
+        return texts;
     }
 
     void readScale(toml::table const &table)

@@ -66,6 +66,8 @@ struct ImportOptions
     /// The column that holds the number of the stage; without it each row is a stage, in their order.
     QString stageColumn;
     unsigned int firstStage = 1; ///< of rows numbered by their order
+
+    bool operator==(ImportOptions const &) const = default;
 };
 
 struct ImportResult

@@ -163,14 +163,15 @@ TEST_F(SeriesImportTest, takesATableWithoutRows)
 
 TEST_F(SeriesImportTest, takesTenThousandColumns)
 {
-    std::string header;
-    std::string row;
+    QStringList header;
+    QStringList row;
     for (int i = 0; i < 10'000; ++i) {
-        header += (i > 0 ? ",c" : "c") + std::to_string(i);
-        row += (i > 0 ? "," : "") + std::to_string(i) + ".5";
+        header << QStringLiteral("c%1").arg(i);
+        row << QStringLiteral("%1.5").arg(i);
     }
+    QString const text = header.join(QLatin1Char(',')) + QLatin1Char('\n') + row.join(QLatin1Char(',')) + QLatin1Char('\n');
 
-    EXPECT_EQ(import(header + "\n" + row + "\n").series.size(), 10'000);
+    EXPECT_EQ(import(text.toStdString()).series.size(), 10'000);
     EXPECT_EQ(project.series().size(), 10'000u);
     EXPECT_EQ(rowsOf(project, "a.c9999"), "9999.5");
 }
