@@ -3,6 +3,7 @@
 #include "page_schema.h"
 #include "toml_parser.h"
 
+#include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Group.h>
 #include <ZemParse.h>
@@ -146,7 +147,7 @@ private:
 };
 
 /// Keys of an element's table that are no parameters.
-constexpr std::array<char const *, 5> STRUCTURE_KEYS{"type", "name", "children", "connect", "master"};
+constexpr std::array<char const *, 6> STRUCTURE_KEYS{"type", "name", "children", "connect", "master", "curve"};
 
 bool isStructureKey(QString const &key)
 {
@@ -362,7 +363,98 @@ private:
             }
         }
         readParameters(table, added);
+        if (toml::node const *curves = table.get("curve"))
+            readCurves(*curves, added);
         readWishes(table, added);
+    }
+
+    /// The y tokens of a generic chart, each with the look of its curve.
+    void readCurves(toml::node const &node, Element *element)
+    {
+        auto *chart = dynamic_cast<GenericChart *>(element);
+        toml::array const *array = node.as_array();
+        if (!chart || !array) {
+            report(lineOf(node), chart ? QStringLiteral("'curve' wants a list of tables, as [[element.curve]]")
+                                       : QStringLiteral("%1 has no curves").arg(describe(*element)));
+            return;
+        }
+        std::vector<GenericChart::Entry> curves;
+        for (toml::node const &item : *array) {
+            if (toml::table const *table = item.as_table())
+                curves.push_back(readCurve(*table, element));
+            else
+                report(lineOf(item), QStringLiteral("a curve wants a table, not %1").arg(typeOf(item)));
+        }
+        chart->setData(curves);
+    }
+
+    GenericChart::Entry readCurve(toml::table const &table, Element const *element)
+    {
+        static std::vector<Parameter> const looks = entriesOf(ChartParameters().getParameterString(QString()));
+        GenericChart::Entry curve;
+        for (auto const &[key, node] : flattened(table)) {
+            QString parameters;
+            if (readCurveToken(key, *node, &curve.first))
+                continue;
+            if (isFontKey(key) && node->is_table())
+                parameters = fontEntry(*node->as_table(), key, element);
+            else if (auto const parameter = findParameter(looks, key))
+                parameters = entry(*parameter, *node);
+            else
+                reportUnknownCurveKey(*node, key, looks);
+            try {
+                curve.second.createFromParameterString(parameters, QString());
+            } catch (ParamError const &error) {
+                report(lineOf(*node), QStringLiteral("a curve of %1: %2").arg(describe(*element), error.getText()));
+            }
+        }
+        if (curve.first.isEmpty())
+            report(lineOf(table), QStringLiteral("a curve wants a 'token', the name of what it shows"));
+        return curve;
+    }
+
+    void reportUnknownCurveKey(toml::node const &node, QString const &key, std::vector<Parameter> const &looks)
+    {
+        std::vector<QString> known = keysOf(looks);
+        known.insert(known.end(), {QStringLiteral("token"), QStringLiteral("groups"), QStringLiteral("category")});
+        reportUnknown(node, key, known, QStringLiteral("a curve"));
+    }
+
+    /// Whether the key tells what the curve shows.
+    bool readCurveToken(QString const &key, toml::node const &node, ChartInterface::DataToken *token)
+    {
+        if (key == QLatin1StringView("groups")) {
+            token->setGroups(readTexts(node, key));
+            return true;
+        }
+        bool const isName = key == QLatin1StringView("token");
+        if (!isName && key != QLatin1StringView("category"))
+            return false;
+        if (!node.is_string()) {
+            report(lineOf(node), QStringLiteral("'%1' wants a text, not %2").arg(key, typeOf(node)));
+            return true;
+        }
+        QString const text = textOf(node.as_string()->get());
+        if (isName)
+            token->setName(text);
+        else
+            token->setCategory(TokenInfo::getCategoryByTypeName(text));
+        return true;
+    }
+
+    std::vector<QString> readTexts(toml::node const &node, QString const &key)
+    {
+        std::vector<QString> texts;
+        toml::array const *array = node.as_array();
+        bool sound = array != nullptr;
+        for (std::size_t i = 0; sound && i < array->size(); ++i) {
+            sound = (*array)[i].is_string();
+            if (sound)
+                texts.push_back(textOf((*array)[i].as_string()->get()));
+        }
+        if (!sound)
+            report(lineOf(node), QStringLiteral("'%1' wants a list of texts").arg(key));
+        return texts;
     }
 
     bool readType(toml::table const &table, Element::Type_t *type)

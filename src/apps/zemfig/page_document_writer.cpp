@@ -2,6 +2,7 @@
 
 #include "page_schema.h"
 
+#include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Group.h>
 #include <ZemParse.h>
@@ -112,8 +113,11 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 8> RECORDS{"border",  "background", "connector_style", "color_bar",
-                                              "symbol1", "symbol2",    "tick_box",        "tick_line"};
+constexpr std::array<char const *, 17> RECORDS{
+    "border",     "background", "connector_style", "color_bar",           "symbol1",
+    "symbol2",    "tick_box",   "tick_line",       "symbol",              "line_style",
+    "fill_style", "axis_x",     "axis_y",          "grid",                "inner_border",
+    "current_stage_style",      "point_marker_symbol"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)
@@ -193,6 +197,8 @@ private:
         line(QStringLiteral("name"), quoted(element.getScriptObject()->getName()));
         writeParameters(changedParameters(element));
         writeConnectors(element);
+        if (auto const *chart = dynamic_cast<GenericChart const *>(&element))
+            writeCurves(*chart, path);
         auto const *group = dynamic_cast<Group const *>(&element);
         if (!group)
             return;
@@ -218,9 +224,33 @@ private:
             changedFrom(parametersOf(element.getType()), entriesOf(element.getParameterString()));
         bool const derivedOrigin = element.getType() == Element::GROUP || element.getType() == Element::LINE;
         std::erase_if(changed, [derivedOrigin](Parameter const &parameter) {
-            return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN);
+            return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN) ||
+                   isCurve(parameter.key);
         });
         return changed;
+    }
+
+    /// Curves have tables of their own.
+    static bool isCurve(QString const &key)
+    {
+        return key.startsWith(QString(GenericChart::PARAM_TOKENS_Y).arg(QString()));
+    }
+
+    void writeCurves(GenericChart const &chart, QString const &path)
+    {
+        for (auto const &[token, looks] : chart.getData()) {
+            text_ += QStringLiteral("\n[[%1.curve]]\n").arg(path);
+            line(QStringLiteral("token"), quoted(token.getName()));
+            QStringList groups;
+            for (QString const &group : token.getGroups())
+                groups << quoted(group);
+            if (!groups.isEmpty())
+                line(QStringLiteral("groups"), QStringLiteral("[%1]").arg(groups.join(QStringLiteral(", "))));
+            if (token.getCategory() != TokenInfo::CATEGORY_UNDEFINED)
+                line(QStringLiteral("category"), quoted(TokenInfo::getCategoryTypeName(token.getCategory())));
+            writeParameters(changedFrom(entriesOf(ChartParameters().getParameterString(QString())),
+                                        entriesOf(looks.getParameterString(QString()))));
+        }
     }
 
     void writeParameters(std::vector<Parameter> const &parameters)

@@ -121,6 +121,9 @@ public:
     /// Those in use, ascending.
     std::vector<QString> getChartTokens() const;
 
+    /// The application calls this when it offers other tokens than before: charts drop what is gone.
+    void tokenDeleted();
+
     /// Called by Figure::setChartInterface and by figures that come and go. Both throw ProgError, for a figure that is
     /// there already and for one that is not.
     void registerFigureForUpdate(Figure *figure);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZemFig2LineStyle.h"
+#include "ZemFig2Rotation.h"
 #include "ZemFig2Symbol.h"
 
 #include <ZemStream.h>
@@ -25,6 +26,8 @@ public:
 
     /// Where a point of the chart lies on the page (millimetres).
     virtual BaVec2d<double> getFigureCoordinates(BaVec2d<double> const &point) const = 0;
+    /// The turn of the chart, with which a marker clips and draws.
+    virtual Rotation getRotation() const = 0;
     /// Whether the current stage is marked, and with which line.
     virtual bool getShowCurrentStage() const = 0;
     virtual LineStyle const &getCurrentStageStyle() const = 0;

@@ -282,6 +282,10 @@ protected:
     /// Copies every member as it is, ids and pointers included: for the assignment of derived values only.
     Element &operator=(Element const &) = default;
 
+    /// Called while the element is still in its figure, before it leaves; nothing here. An element that has told
+    /// something to an interface of the figure takes it back.
+    virtual void leavingFigure() {}
+
     /// Throws ProgError with `text` unless `supported`.
     static void requireSupport(bool supported, char const *function, unsigned int line, char const *text);
 

@@ -113,6 +113,9 @@ protected:
 
     QString resolveTokensInText(StageIdentifier const &stage, FigureTokenInterface const *tokens, QString const &text);
 
+    /// Widens the update polygon by the lines to connected elements and to the connector point.
+    void addConnectorLines(FigureTokenInterface const *tokens);
+
 private:
     /// A token that was looked for: where it was found and the counter seen there.
     using TokenCounters = std::map<QString, std::pair<QString, unsigned int>>;
@@ -124,6 +127,8 @@ private:
     static int takeTextCacheId();
     void convertLoadedText(unsigned int version);
     std::vector<QString> const &getTokenNames() const;
+    bool resolveInTarget(StageIdentifier const &stage, FigureTokenInterface const *tokens, Element const *target,
+                         QString const &name, Value *value);
     QString resolveTokenText(StageIdentifier const &stage, FigureTokenInterface const *tokens, QString const &inner);
     void measureText();
     void renewTextCacheId();
@@ -131,7 +136,6 @@ private:
     void computeTextOffsetAndSize(BaVec2d<double> *offset, BaVec2d<double> *size) const;
     BaVec2d<double> computeMinimumSize();
     void addColorBarSize(BaVec2d<double> *size) const;
-    void addConnectorLines(FigureTokenInterface const *tokens);
     void addLineToUpdatePolygon(BaVec2d<double> const &a, BaVec2d<double> const &b, LineStyle const &style);
     void drawConnectors(FigureTokenInterface const *tokens, Painter *painter) const;
     void drawContents(Painter *painter) const;

@@ -19,6 +19,8 @@
 
 namespace Zem::Fig2 {
 
+class ChartParameters;
+
 /// Where every element and every style draws. The application derives from it for a screen, a printer or a file.
 /// All positions and sizes are page millimetres, x to the right, y down; every primitive takes a Rotation, so that a
 /// turned element need not turn its points itself. Fonts are in points. Nothing handed to a call is kept by it.
@@ -94,6 +96,10 @@ public:
     virtual void drawSymbol(BaVec2d<double> const &position, Symbol const &symbol, LineStyle const &line,
                             FillStyle const &fill, Rotation const &rotation);
 
+    /// The sample of a curve's look within the box of `size` at `position`, for legends. Lines and symbols grow and
+    /// shrink with the box.
+    void drawVisualisation(BaVec2d<double> const &position, BaVec2d<double> const &size,
+                           ChartParameters const &parameters, Rotation const &rotation);
     void drawRect(BaVec2d<double> const &corner, BaVec2d<double> const &size, LineStyle const &line,
                   FillStyle const &fill, Rotation const &rotation);
     /// A filled triangle with its point at `tip`, opening towards higher y over `length`; `openingAngle` in radians.

@@ -1,6 +1,6 @@
 #include "ZemFig2ChartInterface.h"
 
-#include "ZemFig2Element.h"
+#include "ZemFig2Chart.h"
 #include "ZemFig2Figure.h"
 
 #include <ZemError.h>
@@ -139,6 +139,20 @@ std::vector<QString> ChartInterface::getChartTokens() const
     for (auto const &[token, count] : chartTokens_)
         tokens.push_back(token);
     return tokens;
+}
+
+void ChartInterface::tokenDeleted()
+{
+    std::vector<DataToken> const x = getTokensX();
+    std::vector<DataToken> const y = getTokensY();
+    GenericChart::DataTokens const tokensX(x.begin(), x.end());
+    GenericChart::DataTokens const tokensY(y.begin(), y.end());
+    for (Figure *figure : figures_) {
+        for (auto it = figure->getElementBegin(); it != figure->getElementEnd(); ++it) {
+            if (auto *chart = dynamic_cast<GenericChart *>(*it))
+                chart->tokenDeleted(tokensX, tokensY);
+        }
+    }
 }
 
 void ChartInterface::registerFigureForUpdate(Figure *figure)

@@ -2,8 +2,10 @@
 
 #include "ZemFig2Painter.h"
 #include "fig_block.h"
+#include "fig_chart_projection.h"
 #include "fig_items.h"
 
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -49,9 +51,10 @@ std::unique_ptr<ChartMarker> createMarker(ChartMarker::Type_t type)
 class PlotClipping
 {
 public:
-    PlotClipping(Painter *painter, BaVec2d<double> const &offset, BaVec2d<double> const &size) : painter_(painter)
+    PlotClipping(Painter *painter, BaVec2d<double> const &offset, BaVec2d<double> const &size, Rotation const &rotation)
+        : painter_(painter)
     {
-        painter_->setClipping(Rect(offset, size), Rotation::null);
+        painter_->setClipping(Rect(offset, size), rotation);
     }
     ~PlotClipping() { painter_->resetClipping(); }
     PlotClipping(PlotClipping const &) = delete;
@@ -62,10 +65,10 @@ private:
 };
 
 /// A solid symbol in its own colour.
-void drawSolidSymbol(Painter *painter, BaVec2d<double> const &position, Symbol const &symbol)
+void drawSolidSymbol(Painter *painter, BaVec2d<double> const &position, Symbol const &symbol, Rotation const &rotation)
 {
     LineStyle const line(0.1, LineStyle::STYLE_FULL, symbol.getColor());
-    painter->drawSymbol(position, symbol, line, FillStyle(symbol.getColor()), Rotation::null);
+    painter->drawSymbol(position, symbol, line, FillStyle(symbol.getColor()), rotation);
 }
 
 } // namespace
@@ -119,8 +122,11 @@ void LineChartMarker::draw(Painter *painter, ChartMarkerFrame const *chart, BaVe
     if (!chart->getShowCurrentStage())
         return;
     double const x = chart->getFigureCoordinates({x_, 0.0}).x;
-    PlotClipping const clipping(painter, offset, size);
-    painter->drawLine({x, offset.y}, {x, offset.y + size.y}, chart->getCurrentStageStyle(), Rotation::null);
+    if (!std::isfinite(x))
+        return;
+    Rotation const rotation = chart->getRotation();
+    PlotClipping const clipping(painter, offset, size, rotation);
+    painter->drawLine({x, offset.y}, {x, offset.y + size.y}, chart->getCurrentStageStyle(), rotation);
 }
 
 void LineChartMarker::load(IO::InStream *stream)
@@ -155,9 +161,13 @@ void PointsChartMarker::draw(Painter *painter, ChartMarkerFrame const *chart, Ba
 {
     if (!chart->getShowPointMarkers())
         return;
-    PlotClipping const clipping(painter, offset, size);
-    for (BaVec2d<double> const &point : points_)
-        drawSolidSymbol(painter, chart->getFigureCoordinates(point), chart->getPointMarkerSymbol());
+    Rotation const rotation = chart->getRotation();
+    PlotClipping const clipping(painter, offset, size, rotation);
+    for (BaVec2d<double> const &point : points_) {
+        BaVec2d<double> const place = chart->getFigureCoordinates(point);
+        if (isOnPage(place))
+            drawSolidSymbol(painter, place, chart->getPointMarkerSymbol(), rotation);
+    }
 }
 
 void PointsChartMarker::load(IO::InStream *stream)
@@ -180,14 +190,17 @@ NamedPointChartMarker *NamedPointChartMarker::copy() const
 void NamedPointChartMarker::draw(Painter *painter, ChartMarkerFrame const *chart, BaVec2d<double> const &offset,
                                  BaVec2d<double> const &size) const
 {
-    PlotClipping const clipping(painter, offset, size);
     BaVec2d<double> const position = chart->getFigureCoordinates(point_);
-    drawSolidSymbol(painter, position, symbol_);
+    if (!isOnPage(position))
+        return;
+    Rotation const rotation = chart->getRotation();
+    PlotClipping const clipping(painter, offset, size, rotation);
+    drawSolidSymbol(painter, position, symbol_, rotation);
     if (name_.isEmpty())
         return;
     double const distance = symbol_.getSize() * 0.5;
     painter->drawText(position + BaVec2d<double>(distance, distance), symbol_.getFont(), name_, symbol_.getColor(),
-                      Rotation::null);
+                      rotation);
 }
 
 template <class Archive, class Self>

@@ -158,6 +158,8 @@ void Element::setFigure(Figure *figure)
 /// Leaves the name as it is.
 void Element::joinFigure(Figure *figure)
 {
+    if (figure_ && figure != figure_)
+        leavingFigure();
     figure_ = figure;
     getScriptObject()->setParent(figure ? figure->getElementsScriptObject() : nullptr);
 }

@@ -1,6 +1,8 @@
 // The one place that knows every concrete element.
 #include "ZemFig2Element.h"
 
+#include "ZemFig2Chart.h"
+#include "ZemFig2ChartLegend.h"
 #include "ZemFig2Group.h"
 #include "ZemFig2Label.h"
 #include "ZemFig2Legend.h"
@@ -25,8 +27,14 @@ Element *Element::create(Type_t type)
         return new Polygon;
     case LABEL:
         return new Label;
+    case CHART:
+        return new Chart;
+    case GENERIC_CHART:
+        return new GenericChart;
     case LEGEND:
         return new Legend;
+    case CHART_LEGEND:
+        return new ChartLegend;
     case GROUP:
         return new Group;
     case IMAGE_LABEL:

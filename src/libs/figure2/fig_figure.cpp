@@ -1,6 +1,6 @@
 #include "ZemFig2Figure.h"
 
-#include "ZemFig2ChartInterface.h"
+#include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
 #include "ZemFig2Invalidator.h"
 #include "ZemFig2LabelBase.h"
@@ -137,6 +137,13 @@ void Figure::setRoot(Group *root)
 
 void Figure::setChartInterface(ChartInterface *chartInterface)
 {
+    // Charts register with the new one when they are updated.
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
+        if (auto *chart = dynamic_cast<GenericChart *>(*it)) {
+            chart->unregisterToken();
+            chart->invalidate();
+        }
+    }
     if (chartInterface_)
         chartInterface_->unregisterFigureForUpdate(this);
     chartInterface_ = chartInterface;

@@ -1,6 +1,7 @@
 #include "ZemFig2LabelBase.h"
 
 #include "ZemFig2Calculator.h"
+#include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
 #include "ZemFig2Painter.h"
 #include "ZemFig2RichText.h"
@@ -8,6 +9,7 @@
 #include "ZemFig2TokenInterface.h"
 #include "ZemFig2Tools.h"
 #include "fig_alignment.h"
+#include "fig_chart_loan.h"
 
 #include <ZemError.h>
 #include <ZemLine2d.h>
@@ -37,6 +39,11 @@ bool isAnnotatable(Element const *element)
     default:
         return false;
     }
+}
+
+bool isValidValue(Value const &value)
+{
+    return value != Value::INVALID && value != Value::UNKNOWN;
 }
 
 } // namespace
@@ -179,18 +186,33 @@ bool LabelBase::resolveToken(StageIdentifier const &stage, FigureTokenInterface 
 {
     if (tokens) {
         *value = tokens->getValue(name, IndexIdentifier::NO_INDEX, stage);
-        if (*value != Value::INVALID && *value != Value::UNKNOWN) {
+        if (isValidValue(*value)) {
             tokenCounters_[name] = {name, getTokenModifiedCounter(tokens, name)};
             return true;
         }
     }
-    for (auto it = getConnectorBegin(); it != getConnectorEnd(); ++it) {
-        if (isAnnotatable((*it)->getTarget()))
-            continue;
-        QString const text = QStringLiteral("Illegal connector target: %1").arg((*it)->getTarget()->getTypeName());
+    return std::any_of(getConnectorBegin(), getConnectorEnd(), [&](Connector const *connector) {
+        return resolveInTarget(stage, tokens, connector->getTarget(), name, value);
+    });
+}
+
+/// Looks for the value in what the label annotates.
+bool LabelBase::resolveInTarget(StageIdentifier const &stage, FigureTokenInterface const *tokens,
+                                Element const *target, QString const &name, Value *value)
+{
+    if (!isAnnotatable(target)) {
+        QString const text = QStringLiteral("Illegal connector target: %1").arg(target->getTypeName());
         throw ProgError("Zem::Fig2::LabelBase::resolveToken", "fig_label", __LINE__, text.toLatin1().constData());
     }
-    return false;
+    auto const *chart = dynamic_cast<ChartBase const *>(target);
+    if (!chart || !tokens)
+        return false;
+    QString const token = chart->getToken();
+    *value = chart->getValue(stage, ChartLoan(tokens, token).get(), name);
+    if (!isValidValue(*value))
+        return false;
+    tokenCounters_[name] = {token, tokens->getModifiedCounter(token)};
+    return true;
 }
 
 namespace {

@@ -20,11 +20,13 @@ public:
     {
         return {10.0 + 2.0 * point.x, 50.0 - 2.0 * point.y};
     }
+    Rotation getRotation() const override { return rotation; }
     bool getShowCurrentStage() const override { return showCurrentStage; }
     LineStyle const &getCurrentStageStyle() const override { return stageStyle; }
     bool getShowPointMarkers() const override { return showPointMarkers; }
     Symbol const &getPointMarkerSymbol() const override { return symbol; }
 
+    Rotation rotation;
     bool showCurrentStage = true;
     bool showPointMarkers = true;
     LineStyle stageStyle{0.1, LineStyle::STYLE_DOTTED, Color(0, 0, 0)};
