@@ -123,7 +123,7 @@ QString ProjectChartInterface::getLegendDescription(DataToken const &token, Char
     QString const title = titleOf(contents, name);
     QString const group = groupIn(contents, name);
     bool const showGroup = parameters.getShowGroupName() || isTitleShared(contents, name, title);
-    return showGroup && !group.isEmpty() ? QStringLiteral("%1, %2").arg(title, group) : title;
+    return showGroup && !group.isEmpty() ? QStringLiteral("%1 - %2").arg(title, group) : title;
 }
 
 UnitData ProjectChartInterface::getTokenUnit(DataToken const &token)

@@ -86,8 +86,8 @@ TEST_F(ProjectCharts, nameTheGroupInALegendWhereItTellsTwoApart)
     importSeries("load,time\n1,2\n", "R1");
     importSeries("load\n1\n", "R2");
 
-    EXPECT_EQ(legend("R1.load"), QStringLiteral("load, R1"));
-    EXPECT_EQ(legend("R2.load"), QStringLiteral("load, R2"));
+    EXPECT_EQ(legend("R1.load"), QStringLiteral("load - R1"));
+    EXPECT_EQ(legend("R2.load"), QStringLiteral("load - R2"));
     EXPECT_EQ(legend("R1.time"), QStringLiteral("time"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(ProjectCharts, nameTheGroupInALegendWhereItIsWished)
     import("a\n1\n");
     importSeries("load\n1\n", "R1");
 
-    EXPECT_EQ(legend("R1.load", true), QStringLiteral("load, R1"));
+    EXPECT_EQ(legend("R1.load", true), QStringLiteral("load - R1"));
     EXPECT_EQ(legend("a", true), QStringLiteral("a"));
 }
 
