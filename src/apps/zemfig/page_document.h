@@ -25,11 +25,19 @@ struct Problem
     QString toString() const;
 };
 
+/// A [[series]] table: a file whose columns charts can show.
+struct SeriesSource
+{
+    int line = 0;                   ///< of the table, from 1
+    QMap<QString, QVariant> values; ///< "columns" is a list of texts, all else a text, a number or a bool
+};
+
 /// A page document as it was read. Everything stays in memory; nothing is read through it later.
 struct PageDocument
 {
     std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
     QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
+    std::vector<SeriesSource> series;     ///< the [[series]] tables
     std::optional<Measurement::ColorScale> scale; ///< the [scale] table: the colour scale of the page
     std::vector<Problem> problems;        ///< empty for a sound document
 };
@@ -40,8 +48,10 @@ PageDocument readPageDocument(QString const &fileName);
 PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 
 /// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
-/// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table.
+/// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table, `series` the
+/// [[series]] tables.
 QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {},
-                          std::optional<Measurement::ColorScale> const &scale = {});
+                          std::optional<Measurement::ColorScale> const &scale = {},
+                          std::vector<SeriesSource> const &series = {});
 
 } // namespace Zem::Zemfig

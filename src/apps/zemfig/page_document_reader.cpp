@@ -1,7 +1,7 @@
 #include "page_document.h"
 
 #include "page_schema.h"
-#include "toml_parser.h"
+#include "page_toml_values.h"
 
 #include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
@@ -28,123 +28,6 @@ QString Problem::toString() const
 }
 
 namespace {
-
-QString textOf(std::string_view view)
-{
-    return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
-}
-
-int lineOf(toml::node const &node)
-{
-    return static_cast<int>(node.source().begin.line);
-}
-
-/// The name of a TOML type for people.
-QString typeOf(toml::node const &node)
-{
-    switch (node.type()) {
-    case toml::node_type::table:
-        return QStringLiteral("a table");
-    case toml::node_type::array:
-        return QStringLiteral("a list");
-    case toml::node_type::string:
-        return QStringLiteral("a text");
-    case toml::node_type::integer:
-    case toml::node_type::floating_point:
-        return QStringLiteral("a number");
-    case toml::node_type::boolean:
-        return QStringLiteral("true or false");
-    default:
-        return QStringLiteral("a date or time");
-    }
-}
-
-bool readNumber(toml::node const &node, double *number)
-{
-    if (!node.is_number())
-        return false;
-    *number = node.is_integer() ? static_cast<double>(node.as_integer()->get()) : node.as_floating_point()->get();
-    return std::isfinite(*number);
-}
-
-bool readVector(toml::node const &node, BaVec2d<double> *vector)
-{
-    toml::array const *array = node.as_array();
-    return array && array->size() == 2 && readNumber((*array)[0], &vector->x) && readNumber((*array)[1], &vector->y);
-}
-
-/// Makes the entry of a parameter string, and knows why a value does not fit.
-class EntryMaker
-{
-public:
-    /// The entry; empty when the value does not fit, and then `expected` tells what would.
-    static QString make(Parameter const &parameter, toml::node const &node, QString *expected)
-    {
-        switch (parameter.kind) {
-        case ParameterKind::Bool:
-            *expected = QStringLiteral("true or false");
-            return node.is_boolean() ? Parse::createBool(parameter.key, node.as_boolean()->get()) : QString();
-        case ParameterKind::Number:
-            return number(parameter, node, expected);
-        case ParameterKind::Text:
-            *expected = QStringLiteral("a text");
-            return node.is_string() ? Parse::createString(parameter.key, textOf(node.as_string()->get())) : QString();
-        case ParameterKind::Color:
-            return color(parameter, node, expected);
-        case ParameterKind::Vector:
-            return vector(parameter, node, expected);
-        case ParameterKind::VectorList:
-            return vectorList(parameter, node, expected);
-        }
-        return {};
-    }
-
-private:
-    static QString number(Parameter const &parameter, toml::node const &node, QString *expected)
-    {
-        *expected = QStringLiteral("a number");
-        double value = 0.0;
-        if (!readNumber(node, &value))
-            return {};
-        // Whole numbers go as such: some parameters take nothing else.
-        if (node.is_integer())
-            return QStringLiteral("%1 = %2\n").arg(parameter.key).arg(node.as_integer()->get());
-        return Parse::createDouble(parameter.key, value);
-    }
-
-    static QString color(Parameter const &parameter, toml::node const &node, QString *expected)
-    {
-        static QRegularExpression const form(QStringLiteral("\\A#([0-9a-fA-F]{6}|[0-9a-fA-F]{8})\\z"));
-        *expected = QStringLiteral("a colour as \"#rrggbb\" or \"#rrggbbaa\"");
-        if (!node.is_string())
-            return {};
-        QString const text = textOf(node.as_string()->get());
-        return form.match(text).hasMatch() ? QStringLiteral("%1 = %2\n").arg(parameter.key, text) : QString();
-    }
-
-    static QString vector(Parameter const &parameter, toml::node const &node, QString *expected)
-    {
-        *expected = QStringLiteral("two numbers as [x, y]");
-        BaVec2d<double> value;
-        return readVector(node, &value) ? Parse::createVec2d(parameter.key, value) : QString();
-    }
-
-    static QString vectorList(Parameter const &parameter, toml::node const &node, QString *expected)
-    {
-        *expected = QStringLiteral("a list of points as [[x, y], [x, y], ...]");
-        toml::array const *array = node.as_array();
-        if (!array)
-            return {};
-        std::vector<BaVec2d<double>> points;
-        for (toml::node const &item : *array) {
-            BaVec2d<double> point;
-            if (!readVector(item, &point))
-                return {};
-            points.push_back(point);
-        }
-        return Parse::createVec2dVector(parameter.key, points);
-    }
-};
 
 /// Keys of an element's table that are no parameters.
 constexpr std::array<char const *, 6> STRUCTURE_KEYS{"type", "name", "children", "connect", "master", "curve"};
@@ -192,14 +75,18 @@ private:
         if (key == QLatin1StringView("page") && node.is_table())
             readPage(*node.as_table());
         else if (key == QLatin1StringView("data") && node.is_table())
-            readData(*node.as_table());
+            readSource(*node.as_table(), &document_->data);
+        else if (key == QLatin1StringView("series") && node.is_array())
+            readSeries(*node.as_array());
+        else if (key == QLatin1StringView("series"))
+            report(lineOf(node), QStringLiteral("'series' wants a list of tables: [[series]]"));
         else if (key == QLatin1StringView("scale") && node.is_table())
             readScale(*node.as_table());
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
             report(lineOf(node), QStringLiteral("unknown section '%1'%2")
-                                     .arg(key, suggestion(key, {"page", "data", "scale", "element"})));
+                                     .arg(key, suggestion(key, {"page", "data", "series", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -225,17 +112,31 @@ private:
         document_->figure->setBackground(style);
     }
 
-    void readData(toml::table const &table)
+    void readSeries(toml::array const &array)
+    {
+        for (toml::node const &node : array) {
+            if (!node.is_table()) {
+                report(lineOf(node), QStringLiteral("a series wants a table, not %1").arg(typeOf(node)));
+                continue;
+            }
+            document_->series.push_back({lineOf(node), {}});
+            readSource(*node.as_table(), &document_->series.back().values);
+        }
+    }
+
+    void readSource(toml::table const &table, QMap<QString, QVariant> *values)
     {
         for (auto const &[key, node] : flattened(table)) {
             if (node->is_string())
-                document_->data[key] = textOf(node->as_string()->get());
+                (*values)[key] = textOf(node->as_string()->get());
             else if (node->is_boolean())
-                document_->data[key] = node->as_boolean()->get();
+                (*values)[key] = node->as_boolean()->get();
             else if (node->is_integer())
-                document_->data[key] = static_cast<qlonglong>(node->as_integer()->get());
+                (*values)[key] = static_cast<qlonglong>(node->as_integer()->get());
             else if (node->is_floating_point())
-                document_->data[key] = node->as_floating_point()->get();
+                (*values)[key] = node->as_floating_point()->get();
+            else if (key == QLatin1StringView("columns"))
+                (*values)[key] = readTexts(*node, key);
             else
                 report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
         }
@@ -294,7 +195,7 @@ private:
     QString entry(Parameter const &parameter, toml::node const &node)
     {
         QString expected;
-        QString const made = EntryMaker::make(parameter, node, &expected);
+        QString const made = makeEntry(parameter, node, &expected);
         if (made.isEmpty())
             report(lineOf(node), QStringLiteral("'%1' wants %2, not %3").arg(parameter.key, expected, typeOf(node)));
         return made;
@@ -393,7 +294,8 @@ private:
     bool readCurveToken(QString const &key, toml::node const &node, ChartInterface::DataToken *token)
     {
         if (key == QLatin1StringView("groups")) {
-            token->setGroups(readTexts(node, key));
+            QStringList const groups = readTexts(node, key);
+            token->setGroups({groups.begin(), groups.end()});
             return true;
         }
         bool const isName = key == QLatin1StringView("token");
@@ -411,15 +313,15 @@ private:
         return true;
     }
 
-    std::vector<QString> readTexts(toml::node const &node, QString const &key)
+    QStringList readTexts(toml::node const &node, QString const &key)
     {
-        std::vector<QString> texts;
+        QStringList texts;
         toml::array const *array = node.as_array();
         bool sound = array != nullptr;
         for (std::size_t i = 0; sound && i < array->size(); ++i) {
             sound = (*array)[i].is_string();
             if (sound)
-                texts.push_back(textOf((*array)[i].as_string()->get()));
+                texts << textOf((*array)[i].as_string()->get());
         }
         if (!sound)
             report(lineOf(node), QStringLiteral("'%1' wants a list of texts").arg(key));

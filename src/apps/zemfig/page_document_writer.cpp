@@ -133,10 +133,13 @@ class Writer
 {
 public:
     QString write(Figure const &figure, QMap<QString, QVariant> const &data,
-                  std::optional<Measurement::ColorScale> const &scale)
+                  std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series)
     {
         writePage(figure);
-        writeData(data);
+        if (!data.isEmpty())
+            writeSource(QStringLiteral("[data]"), data);
+        for (SeriesSource const &source : series)
+            writeSource(QStringLiteral("[[series]]"), source.values);
         if (scale)
             writeScale(*scale);
         writeChildren(*figure.getRoot(), QStringLiteral("element"));
@@ -154,16 +157,24 @@ private:
         writeParameters(entriesOf(figure.getBackground().getParameterString(QStringLiteral("background"))));
     }
 
-    void writeData(QMap<QString, QVariant> const &data)
+    void writeSource(QString const &title, QMap<QString, QVariant> const &values)
     {
         static QRegularExpression const bare(QStringLiteral("\\A[A-Za-z0-9_-]+\\z"));
-        if (!data.isEmpty())
-            text_ += QLatin1StringView("\n[data]\n");
-        for (auto it = data.cbegin(); it != data.cend(); ++it) {
-            bool const isText = it.value().typeId() == QMetaType::QString;
-            QString const value = it.value().toString();
-            line(bare.match(it.key()).hasMatch() ? it.key() : quoted(it.key()), isText ? quoted(value) : value);
-        }
+        text_ += QLatin1Char('\n') + title + QLatin1Char('\n');
+        for (auto it = values.cbegin(); it != values.cend(); ++it)
+            line(bare.match(it.key()).hasMatch() ? it.key() : quoted(it.key()), sourceForm(it.value()));
+    }
+
+    static QString sourceForm(QVariant const &value)
+    {
+        if (value.typeId() == QMetaType::QString)
+            return quoted(value.toString());
+        if (value.typeId() != QMetaType::QStringList)
+            return value.toString();
+        QStringList texts;
+        for (QString const &text : value.toStringList())
+            texts << quoted(text);
+        return QStringLiteral("[%1]").arg(texts.join(QStringLiteral(", ")));
     }
 
     void writeScale(Measurement::ColorScale const &scale)
@@ -297,9 +308,9 @@ private:
 } // namespace
 
 QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data,
-                          std::optional<Measurement::ColorScale> const &scale)
+                          std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series)
 {
-    return Writer().write(figure, data, scale);
+    return Writer().write(figure, data, scale, series);
 }
 
 } // namespace Zem::Zemfig

@@ -34,6 +34,9 @@ void tellLostData(PageDocument const &document, QString const &input, char const
     if (!document.data.isEmpty())
         message(QStringLiteral("%1: %2: [data] is left out, give --project or --data when rendering")
                     .arg(input, QString::fromLatin1(reason)));
+    if (!document.series.empty())
+        message(QStringLiteral("%1: %2: [[series]] is left out, give a project with the series when rendering")
+                    .arg(input, QString::fromLatin1(reason)));
 }
 
 /// A figure file holds no scale.
@@ -57,7 +60,8 @@ void writePage(PageDocument const &document, QString const &input, QString const
         if (!keepsData)
             tellLostData(document, input, "its data cannot be named from another folder");
         QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
-        writeFile(output, writePageDocument(*document.figure, data, document.scale).toUtf8());
+        std::vector<SeriesSource> const series = keepsData ? document.series : std::vector<SeriesSource>();
+        writeFile(output, writePageDocument(*document.figure, data, document.scale, series).toUtf8());
     } else {
         throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
     }

@@ -13,6 +13,8 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
         choice.project = QString::fromStdString(arguments.project);
         choice.csv = QString::fromStdString(arguments.data);
         choice.scale = document.scale;
+        if (arguments.project.empty())
+            choice.series = seriesOfDocument(document, QString::fromStdString(arguments.page));
     }
     arguments.csv.apply(&choice);
     return choice;
@@ -33,7 +35,7 @@ PageRun::PageRun(PageArguments const &arguments)
     : document_(openSoundPage(QString::fromStdString(arguments.page))),
       data_(std::make_unique<PageData>(chooseData(arguments, document_)))
 {
-    document_.figure->setTokenInterface(data_->tokens());
+    data_->showOn(document_.figure.get());
     QString wish = QString::fromStdString(arguments.stage);
     if (wish.isEmpty() && arguments.project.empty() && arguments.data.empty())
         wish = document_.data.value(QStringLiteral("stage")).toString();
@@ -45,6 +47,7 @@ PageRun::PageRun(PageArguments const &arguments)
 
 Fig2::Figure *PageRun::at(StageIdentifier const &stage)
 {
+    data_->setStage(stage);
     document_.figure->update(stage, true);
     return document_.figure.get();
 }

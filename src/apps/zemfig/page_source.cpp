@@ -219,24 +219,90 @@ bool setCsvOption(DataChoice *choice, QString const &name, QString const &value)
 
 namespace {
 
-/// A path that a document may name: relative, and inside the document's folder also when links are followed.
-QString resolveInside(QString const &path, QString const &documentName)
+/// A path that a document may name: relative, and inside the document's folder also when links are followed. `place` is
+/// for messages.
+QString resolveInside(QString const &path, QString const &documentName, QString const &place)
 {
     QDir const folder = QFileInfo(documentName).absoluteDir();
     QString const file = QFileInfo(folder, path).canonicalFilePath();
     QString const inside = folder.canonicalPath() + QLatin1Char('/');
     if (QDir::isAbsolutePath(path))
-        throw InputError(QStringLiteral("%1: the data path '%2' must be relative").arg(documentName, path));
+        throw InputError(QStringLiteral("%1: the data path '%2' must be relative").arg(place, path));
     if (QDir::cleanPath(path).startsWith(QLatin1StringView("..")) || (!file.isEmpty() && !file.startsWith(inside)))
         throw InputError(
-            QStringLiteral("%1: the data path '%2' leaves the folder of the document").arg(documentName, path));
+            QStringLiteral("%1: the data path '%2' leaves the folder of the document").arg(place, path));
     if (file.isEmpty())
-        throw InputError(QStringLiteral("%1: the data file '%2' does not exist").arg(documentName, path));
+        throw InputError(QStringLiteral("%1: the data file '%2' does not exist").arg(place, path));
     // As the user wrote it, for the messages; seen from where the command runs.
     return QDir::cleanPath(QFileInfo(documentName).dir().filePath(path));
 }
 
 } // namespace
+
+namespace {
+
+/// "page.figure.toml:7".
+QString placeOf(SeriesSource const &source, QString const &fileName)
+{
+    return QStringLiteral("%1:%2").arg(fileName).arg(source.line);
+}
+
+bool isStageOption(QString const &key)
+{
+    return key == QLatin1StringView("prefix") || key == QLatin1StringView("stage_column") ||
+           key == QLatin1StringView("first_stage");
+}
+
+std::vector<QString> seriesOptionNames()
+{
+    std::vector<QString> names = csvOptionNames();
+    std::erase_if(names, isStageOption);
+    names.insert(names.end(), {"file", "group", "columns"});
+    return names;
+}
+
+/// The options that tell how to read the file; those of stages are none of a series.
+bool setSeriesCsvOption(SeriesChoice *choice, QString const &key, QString const &value)
+{
+    if (isStageOption(key))
+        return false;
+    DataChoice reading;
+    reading.csvOptions = choice->csvOptions;
+    bool const known = setCsvOption(&reading, key, value);
+    choice->csvOptions = reading.csvOptions;
+    return known;
+}
+
+SeriesChoice seriesOf(SeriesSource const &source, QString const &fileName)
+{
+    QString const place = placeOf(source, fileName);
+    SeriesChoice choice;
+    for (auto it = source.values.cbegin(); it != source.values.cend(); ++it) {
+        QString const &key = it.key();
+        if (key == QLatin1StringView("file"))
+            choice.csv = resolveInside(it.value().toString(), fileName, place);
+        else if (key == QLatin1StringView("group"))
+            choice.options.group = it.value().toString();
+        else if (key == QLatin1StringView("columns"))
+            choice.options.columns = it.value().toStringList();
+        else if (!setSeriesCsvOption(&choice, key, it.value().toString()))
+            throw InputError(QStringLiteral("%1: unknown key '%2' in [[series]]%3")
+                                 .arg(place, key, suggestion(key, seriesOptionNames())));
+    }
+    if (choice.csv.isEmpty())
+        throw InputError(QStringLiteral("%1: a series wants a 'file'").arg(place));
+    return choice;
+}
+
+} // namespace
+
+std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString const &fileName)
+{
+    std::vector<SeriesChoice> series;
+    for (SeriesSource const &source : document.series)
+        series.push_back(seriesOf(source, fileName));
+    return series;
+}
 
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
 {
@@ -244,9 +310,9 @@ DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
     choice.scale = document.scale;
     for (auto it = document.data.cbegin(); it != document.data.cend(); ++it) {
         if (it.key() == QLatin1StringView("file"))
-            choice.csv = resolveInside(it.value().toString(), fileName);
+            choice.csv = resolveInside(it.value().toString(), fileName, fileName);
         else if (it.key() == QLatin1StringView("project"))
-            choice.project = resolveInside(it.value().toString(), fileName);
+            choice.project = resolveInside(it.value().toString(), fileName, fileName);
         else if (it.key() != QLatin1StringView("stage") && !setCsvOption(&choice, it.key(), it.value().toString())) {
             std::vector<QString> known = csvOptionNames();
             known.insert(known.end(), {"file", "project", "stage"});
@@ -256,6 +322,10 @@ DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
     }
     if (!choice.csv.isEmpty() && !choice.project.isEmpty())
         throw InputError(fileName + QStringLiteral(": [data] names both a file and a project"));
+    choice.series = seriesOfDocument(document, fileName);
+    if (!choice.series.empty() && !choice.project.isEmpty())
+        throw InputError(QStringLiteral("%1: [[series]] cannot stand beside a project: import the files into it")
+                             .arg(placeOf(document.series.front(), fileName)));
     return choice;
 }
 
@@ -264,20 +334,63 @@ PageData::PageData(DataChoice const &choice)
     if (!choice.project.isEmpty()) {
         name_ = choice.project;
         project_ = std::make_unique<Project>(choice.project, OpenMode_t::READ);
-    } else if (!choice.csv.isEmpty()) {
-        name_ = choice.csv;
-        CsvTable const table = readCsv(choice.csv, choice.csvOptions);
-        folder_ = std::make_unique<QTemporaryDir>();
-        if (!folder_->isValid())
-            throw InputError(folder_->errorString());
-        project_ = std::make_unique<Project>(folder_->filePath(QStringLiteral("data.zem")), OpenMode_t::CREATE);
-        project_->importTable(table, choice.importOptions);
+    } else if (!choice.csv.isEmpty() || !choice.series.empty()) {
+        importFiles(choice);
     }
     showScale(choice.scale);
-    if (project_)
-        tokens_ = std::make_unique<ProjectTokenInterface>(project_.get());
-    else
+    if (!project_) {
         tokens_ = std::make_unique<EmptyFigureTokenInterface>();
+        return;
+    }
+    auto tokens = std::make_unique<ProjectTokenInterface>(project_.get());
+    charts_ = std::make_unique<ProjectChartInterface>(tokens.get());
+    tokens_ = std::move(tokens);
+}
+
+namespace {
+
+void importSeries(std::vector<SeriesChoice> const &series, Project *project)
+{
+    std::map<QString, QString> fileOfGroup;
+    for (SeriesChoice const &choice : series) {
+        CsvTable const table = readCsv(choice.csv, choice.csvOptions);
+        QString const group = seriesGroup(table, choice.options);
+        auto const [first, isNew] = fileOfGroup.emplace(group, choice.csv);
+        if (!isNew)
+            throw InputError(QStringLiteral("%1: '%2' has the group '%3' already: give one of them another 'group'")
+                                 .arg(choice.csv, first->second, group));
+        project->importSeries(table, choice.options);
+    }
+}
+
+} // namespace
+
+/// All files are read into a project that goes with this object.
+void PageData::importFiles(DataChoice const &choice)
+{
+    std::optional<CsvTable> table;
+    if (!choice.csv.isEmpty())
+        table = readCsv(choice.csv, choice.csvOptions);
+    name_ = table ? choice.csv : choice.series.front().csv;
+    folder_ = std::make_unique<QTemporaryDir>();
+    if (!folder_->isValid())
+        throw InputError(folder_->errorString());
+    project_ = std::make_unique<Project>(folder_->filePath(QStringLiteral("data.zem")), OpenMode_t::CREATE);
+    if (table)
+        project_->importTable(*table, choice.importOptions);
+    importSeries(choice.series, project_.get());
+}
+
+void PageData::showOn(Figure *figure) const
+{
+    figure->setTokenInterface(tokens_.get());
+    figure->setChartInterface(charts_.get());
+}
+
+void PageData::setStage(StageIdentifier const &stage)
+{
+    if (charts_)
+        charts_->setCurrentStage(stage);
 }
 
 PageData::~PageData() = default;

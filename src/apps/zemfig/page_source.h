@@ -3,6 +3,7 @@
 
 #include "page_document.h"
 
+#include <ZemMeasChartInterface.h>
 #include <ZemMeasCsv.h>
 #include <ZemMeasProject.h>
 #include <ZemMeasTokenInterface.h>
@@ -18,6 +19,14 @@ PageDocument openPage(QString const &fileName);
 /// The same, but throws InputError with all problems when there is one.
 PageDocument openSoundPage(QString const &fileName);
 
+/// A file whose columns charts can show.
+struct SeriesChoice
+{
+    QString csv;
+    Measurement::CsvOptions csvOptions;
+    Measurement::SeriesOptions options;
+};
+
 /// Where the values of a page come from; all empty for a page without data.
 struct DataChoice
 {
@@ -25,6 +34,7 @@ struct DataChoice
     QString csv;
     Measurement::CsvOptions csvOptions;
     Measurement::ImportOptions importOptions;
+    std::vector<SeriesChoice> series; ///< beside the CSV file; a project has its own
     /// In place of that of the project.
     std::optional<Measurement::ColorScale> scale;
 };
@@ -32,6 +42,9 @@ struct DataChoice
 /// The data that a page document names itself, by a path that must stay inside the folder of the document. Throws
 /// InputError for a path that leaves it and for an option that does not exist.
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName);
+
+/// The files of its [[series]] tables, by the same rules.
+std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString const &fileName);
 
 /// An open project over one of the choices, or nothing at all. Its colour scale is that of the process from here on.
 class PageData
@@ -43,18 +56,24 @@ public:
 
     /// Never null: without data an interface that holds nothing.
     Fig2::FigureTokenInterface const *tokens() const { return tokens_.get(); }
+    /// Hands tokens and charts to the figure, which must not be updated after this has gone.
+    void showOn(Fig2::Figure *figure) const;
+    /// Charts mark the stage from here on.
+    void setStage(StageIdentifier const &stage);
     bool hasData() const { return project_ != nullptr; }
     /// Ascending.
     std::vector<unsigned int> stages() const;
     QString name() const { return name_; }
 
 private:
+    void importFiles(DataChoice const &choice);
     void showScale(std::optional<Measurement::ColorScale> const &scale) const;
 
     QString name_;
-    std::unique_ptr<QTemporaryDir> folder_; ///< holds the project made of a CSV file
+    std::unique_ptr<QTemporaryDir> folder_; ///< holds the project made of files
     std::unique_ptr<Measurement::Project> project_;
     std::unique_ptr<Fig2::FigureTokenInterface> tokens_;
+    std::unique_ptr<Measurement::ProjectChartInterface> charts_; ///< null without data
 };
 
 /// The stages that "12", "3..40", "3..40,50" or "all" names among those that exist; empty text means the last one.

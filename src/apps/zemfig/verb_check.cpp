@@ -34,12 +34,14 @@ class Checker
 public:
     Checker(QString const &fileName, PageDocument *document) : fileName_(fileName), document_(document) {}
 
-    void checkAgainst(PageData const &data)
+    void checkAgainst(PageData &data)
     {
         Figure &figure = *document_->figure;
-        figure.setTokenInterface(data.tokens());
+        data.showOn(&figure);
         std::vector<unsigned int> const stages = data.stages();
-        figure.update(stages.empty() ? StageIdentifier::NO_STAGE : StageIdentifier(stages.back()), true);
+        StageIdentifier const stage = stages.empty() ? StageIdentifier::NO_STAGE : StageIdentifier(stages.back());
+        data.setStage(stage);
+        figure.update(stage, true);
         collectTokens(*data.tokens());
         for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it) {
             checkPlace(**it);
@@ -103,7 +105,9 @@ void check(Arguments const &arguments)
             choice.project = QString::fromStdString(arguments.project);
             choice.csv = QString::fromStdString(arguments.data);
         }
-        PageData const data(choice);
+        if (!arguments.project.empty())
+            choice.series.clear();
+        PageData data(choice);
         Checker(fileName, &document).checkAgainst(data);
         // The figure must not outlive the data it looks at.
         document.figure.reset();

@@ -8,46 +8,60 @@
 
 #include <deque>
 #include <map>
+#include <memory>
 
 namespace Zem::Measurement {
+
+class ChartStore;
+class ProjectContents;
 
 /// Hands out the values of a project, in the base unit and with the unit of the file for display. Two tokens come on
 /// top: "stage", the number of the stage, and "stage.count", how many there are, at whatever stage is asked.
 ///
 /// Stages that were asked for lately are kept; what changes in the project, by this process or another one, is seen
-/// nevertheless. A token's counter moves when and only when one of its values has changed. Pictures, charts and
-/// snapshots are not stored, so none is lent. To be used from the thread that made the project. All operations may
-/// throw ProjectError.
+/// nevertheless. A token's counter moves when and only when one of its values has changed. Pictures and snapshots are
+/// not stored, so none is lent. To be used from the thread that made the project. All operations may throw
+/// ProjectError.
+///
+/// Charts are lent by chart token, see ProjectChartInterface. Each known y is a dataset with the name of its token; y
+/// that do not belong to the same stages or rows as x are empty ones, and a token of which x or all y are unknown lends
+/// nothing. Points stand in the order of the stages or rows, with that index as their id; gaps stand for what is
+/// missing. Numbers are in the base unit, moments along x in seconds from the first one. Against "stage" a series is
+/// drawn over the numbers of its rows, the first being 1.
+///
+/// A chart's counter moves when and only when what it shows has changed. Its data live as long as they are lent or
+/// their chart token is registered with a ProjectChartInterface; only its own tokens and series are read.
 class ProjectTokenInterface : public Fig2::EmptyFigureTokenInterface
 {
 public:
     /// `project` is not owned and outlives the interface.
     explicit ProjectTokenInterface(Project const *project);
+    ~ProjectTokenInterface() override;
+    ProjectTokenInterface(ProjectTokenInterface const &) = delete;
+    ProjectTokenInterface &operator=(ProjectTokenInterface const &) = delete;
 
     void getTokens(std::vector<TokenInfo> *tokens) const override;
     /// INVALID with any index.
     Value getValue(QString name, IndexIdentifier const &index, StageIdentifier const &stage) const override;
     /// 0 for a token that does not exist.
     unsigned int getModifiedCounter(QString const &name) const override;
+    Fig2::ChartData const *getChart(QString const &token) const override;
+    void releaseChart(QString const &token) const override;
 
 private:
+    friend class ProjectChartInterface;
     using StageValues = QHash<std::int64_t, Value>; ///< by token id
 
+    ChartStore &charts() const;
     void refresh() const;
     bool hasStage(StageIdentifier const &stage) const;
     Value builtInValue(QString const &name, StageIdentifier const &stage) const;
     StageValues const &valuesOf(unsigned int stage) const;
     Value toValue(StageValue const &stored) const;
 
-    Project const *project_;
-
-    // Kept from the project as of revision_.
-    mutable std::int64_t revision_ = -1;
-    mutable std::vector<ProjectToken> tokens_;
-    mutable QHash<QString, std::size_t> tokenByName_;
-    mutable QHash<std::int64_t, std::size_t> tokenById_;
-    mutable std::vector<unsigned int> stages_;
-    mutable unsigned int stagesModified_ = 0;
+    std::unique_ptr<ProjectContents> contents_;
+    std::unique_ptr<ChartStore> charts_;
+    mutable std::int64_t stageValuesRevision_ = -1;
     mutable std::map<unsigned int, StageValues> stageValues_;
     mutable std::deque<unsigned int> stageOrder_; ///< stages in stageValues_, the oldest first
 };

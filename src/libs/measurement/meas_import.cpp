@@ -1,5 +1,8 @@
 #include "meas_import.h"
 
+#include "meas_names.h"
+#include "meas_series_records.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -10,12 +13,6 @@ namespace Zem::Measurement {
 namespace {
 
 constexpr std::int64_t MAX_STAGE = std::numeric_limits<unsigned int>::max() - 1; // the largest number means no stage
-
-/// Names that a project gives by itself.
-bool isBuiltIn(QString const &name)
-{
-    return name == QLatin1String("stage") || name == QLatin1String("stage.count");
-}
 
 StoredValue valueAt(CsvColumn const &column, std::size_t row)
 {
@@ -36,23 +33,6 @@ bool isSameKind(ProjectToken const &a, ProjectToken const &b)
 }
 
 } // namespace
-
-QString makeTokenName(QString const &columnName)
-{
-    QString name;
-    for (QChar const c : columnName.simplified()) {
-        bool const blank = c == QLatin1Char(' ') || c == QLatin1Char('_');
-        if (blank && !name.endsWith(QLatin1Char('_'))) {
-            name += QLatin1Char('_');
-        } else if (!blank && (c.isLetterOrNumber() || QStringView(u".-+\\").contains(c))) {
-            name += c;
-        }
-    }
-    while (name.endsWith(QLatin1Char('_'))) {
-        name.chop(1);
-    }
-    return name;
-}
 
 TableImport::TableImport(SqlConnection const &connection, CsvTable const &table, ImportOptions const &options)
     : connection_(connection), table_(table), options_(options)
@@ -125,30 +105,25 @@ void TableImport::orderRows()
 void TableImport::chooseNames()
 {
     QString const prefix = options_.prefix;
-    if (!prefix.isEmpty() && makeTokenName(prefix + QLatin1Char('x')) != prefix + QLatin1Char('x')) {
+    if (!isTokenText(prefix)) {
         throw ImportError(QStringLiteral("%1: the prefix \"%2\" holds more than letters, digits and . _ - + \\")
                               .arg(table_.fileName, prefix));
     }
+    std::set<QString> const series = readSeriesNames(connection_);
     for (CsvColumn const &column : table_.columns) {
         if (&column == stageColumn_) {
             continue;
         }
-        QString const plain = makeTokenName(column.name);
-        QString const number = QString::number(&column - table_.columns.data() + 1);
-        QString const name = uniqueName(prefix + (plain.isEmpty() ? QStringLiteral("column") + number : plain));
+        auto const index = static_cast<std::size_t>(&column - table_.columns.data());
+        QString const name = uniqueName(prefix + columnName(column.name, index), names_);
+        if (series.contains(name)) {
+            throw ImportError(
+                QStringLiteral("%1: '%2' is a series of the project already").arg(table_.fileName, name));
+        }
         columns_.emplace_back(&column, name);
         names_.insert(name);
         result_.tokens << name;
     }
-}
-
-QString TableImport::uniqueName(QString const &name) const
-{
-    QString unique = name;
-    for (int number = 2; isBuiltIn(unique) || names_.contains(unique); ++number) {
-        unique = QStringLiteral("%1_%2").arg(name).arg(number);
-    }
-    return unique;
 }
 
 void TableImport::importColumn(CsvColumn const &column, QString const &name)

@@ -20,7 +20,6 @@ private:
     void checkStage(std::int64_t stage, std::size_t row) const;
     void orderRows();
     void chooseNames();
-    QString uniqueName(QString const &name) const;
 
     void importColumn(CsvColumn const &column, QString const &name);
     ProjectToken describe(CsvColumn const &column, QString const &name) const;

@@ -3,6 +3,8 @@
 #include "meas_import.h"
 #include "meas_records.h"
 #include "meas_schema.h"
+#include "meas_series_import.h"
+#include "meas_series_records.h"
 #include "meas_sql.h"
 
 #include <QtCore/QFile>
@@ -10,6 +12,7 @@
 
 #include <ZemParse.h>
 
+#include <algorithm>
 #include <chrono>
 #include <limits>
 #include <optional>
@@ -135,10 +138,15 @@ std::vector<ProjectToken> selectNumbers(SqlConnection const &connection, QString
     return selected;
 }
 
-double inBaseUnit(StoredValue const &value, UnitData const &unit)
+double plainNumber(StoredValue const &value)
 {
     auto const *whole = std::get_if<std::int64_t>(&value);
-    double const number = whole ? static_cast<double>(*whole) : std::get<double>(value);
+    return whole ? static_cast<double>(*whole) : std::get<double>(value);
+}
+
+double inBaseUnit(StoredValue const &value, UnitData const &unit)
+{
+    double const number = plainNumber(value);
     return unit.hasUnit() ? unit.getUnit()->toBase(number, unit.getCurrentUnit()) : number;
 }
 
@@ -155,6 +163,33 @@ std::vector<double> Project::numbers(QString const &tokens, UnitData *unit) cons
         }
     }
     return numbers;
+}
+
+std::vector<double> Project::numbersByStage(ProjectToken const &token, std::vector<unsigned int> const &stages) const
+{
+    if (token.type == ColumnType_t::TEXT) {
+        connection_->fail(QStringLiteral("the values of '%1' are no numbers").arg(token.name));
+    }
+    std::vector<double> numbers(stages.size(), std::numeric_limits<double>::quiet_NaN());
+    auto stage = stages.begin();
+    for (ValueRow const &row : readTokenValues(*connection_, token)) {
+        stage = std::lower_bound(stage, stages.end(), row.stage,
+                                 [](unsigned int a, std::int64_t b) { return std::int64_t(a) < b; });
+        if (stage != stages.end() && *stage == row.stage) {
+            numbers[static_cast<std::size_t>(stage - stages.begin())] = plainNumber(row.value);
+        }
+    }
+    return numbers;
+}
+
+std::vector<ProjectSeries> Project::series() const
+{
+    return readSeries(*connection_);
+}
+
+std::vector<double> Project::seriesNumbers(ProjectSeries const &series) const
+{
+    return readSeriesNumbers(*connection_, series);
 }
 
 std::optional<ColorScale> Project::colorScale() const
@@ -184,10 +219,18 @@ void Project::setColorScale(ColorScale const &scale)
 ImportResult Project::importTable(CsvTable const &table, ImportOptions const &options)
 {
     SqlTransaction transaction(*connection_);
-    if (connection_->kind() == SqlKind_t::POSTGRESQL) {
-        connection_->execute(QStringLiteral("LOCK TABLE zem_project IN EXCLUSIVE MODE")); // one writer at a time
-    }
+    connection_->lockProject();
     ImportResult const result = TableImport(*connection_, table, options).run();
+    transaction.commit();
+    revision_->readAt.reset();
+    return result;
+}
+
+SeriesResult Project::importSeries(CsvTable const &table, SeriesOptions const &options)
+{
+    SqlTransaction transaction(*connection_);
+    connection_->lockProject();
+    SeriesResult const result = SeriesImport(*connection_, table, options).run();
     transaction.commit();
     revision_->readAt.reset();
     return result;

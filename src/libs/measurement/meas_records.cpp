@@ -148,22 +148,37 @@ StoredValue readValue(SqlConnection const &connection, QSqlQuery const &query, i
     connection.fail(QStringLiteral("the project is damaged: a value has not the type of its token"));
 }
 
+ProjectToken readTokenRow(SqlConnection const &connection, QSqlQuery const &query)
+{
+    ProjectToken token;
+    token.id = readWhole(connection, query, 0);
+    token.name = query.value(1).toString();
+    token.title = query.value(2).toString();
+    token.type = readType(connection, query, 3);
+    token.unitText = query.value(5).toString();
+    token.unit = unitOf(query.value(4).toString(), token.unitText);
+    token.modified = static_cast<unsigned int>(readWhole(connection, query, 6));
+    return token;
+}
+
+void bindToken(QSqlQuery *query, ProjectToken const &token)
+{
+    query->addBindValue(token.name);
+    query->addBindValue(notNull(token.title));
+    query->addBindValue(typeNumber(token.type));
+    query->addBindValue(quantityOf(token.unit));
+    query->addBindValue(notNull(token.unitText));
+    query->addBindValue(static_cast<qlonglong>(token.modified));
+    query->addBindValue(static_cast<qlonglong>(token.id));
+}
+
 std::vector<ProjectToken> readTokens(SqlConnection const &connection)
 {
     std::vector<ProjectToken> tokens;
-    QSqlQuery query = connection.prepare(
-        QStringLiteral("SELECT id, name, title, type, quantity, unit, modified FROM token ORDER BY id"));
-    connection.run(query);
+    QSqlQuery query =
+        connection.execute(QStringLiteral("SELECT %1 FROM token ORDER BY id").arg(QLatin1String(TOKEN_COLUMNS)));
     while (query.next()) {
-        ProjectToken token;
-        token.id = readWhole(connection, query, 0);
-        token.name = query.value(1).toString();
-        token.title = query.value(2).toString();
-        token.type = readType(connection, query, 3);
-        token.unitText = query.value(5).toString();
-        token.unit = unitOf(query.value(4).toString(), token.unitText);
-        token.modified = static_cast<unsigned int>(readWhole(connection, query, 6));
-        tokens.push_back(std::move(token));
+        tokens.push_back(readTokenRow(connection, query));
     }
     return tokens;
 }
@@ -175,13 +190,7 @@ void writeToken(SqlConnection const &connection, ProjectToken const &token, bool
                                 "WHERE id = ?")
                : QStringLiteral("INSERT INTO token (name, title, type, quantity, unit, modified, id) VALUES "
                                 "(?, ?, ?, ?, ?, ?, ?)"));
-    query.addBindValue(token.name);
-    query.addBindValue(notNull(token.title));
-    query.addBindValue(typeNumber(token.type));
-    query.addBindValue(quantityOf(token.unit));
-    query.addBindValue(notNull(token.unitText));
-    query.addBindValue(static_cast<qlonglong>(token.modified));
-    query.addBindValue(static_cast<qlonglong>(token.id));
+    bindToken(&query, token);
     connection.run(query);
 }
 

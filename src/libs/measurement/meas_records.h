@@ -14,6 +14,14 @@ StoredValue readValue(SqlConnection const &connection, QSqlQuery const &query, i
 /// Throws ProjectError for a number that is no type.
 ColumnType_t readType(SqlConnection const &connection, QSqlQuery const &query, int column);
 
+inline constexpr char const *TOKEN_COLUMNS = "id, name, title, type, quantity, unit, modified";
+
+/// Reads TOKEN_COLUMNS, the first seven of the query.
+ProjectToken readTokenRow(SqlConnection const &connection, QSqlQuery const &query);
+
+/// Binds the columns without the id, then the id.
+void bindToken(QSqlQuery *query, ProjectToken const &token);
+
 std::vector<ProjectToken> readTokens(SqlConnection const &connection);
 
 /// Adds the token, or stores all of it anew when `exists`.

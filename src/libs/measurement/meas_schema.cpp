@@ -18,12 +18,30 @@ constexpr char const *TABLES[] = {
     "CREATE INDEX value_of_stage ON value (stage)",
 };
 
+// The series of one table have the same rows. Numbers stand in chunks of their bytes: "BYTEA" is the word of PostgreSQL,
+// SQLite stores bytes as they are under any word.
+constexpr char const *SERIES_TABLES[] = {
+    "CREATE TABLE series_table (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, row_count BIGINT NOT NULL)",
+    "CREATE TABLE series (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, title TEXT NOT NULL, type INTEGER NOT NULL, "
+    "quantity TEXT NOT NULL, unit TEXT NOT NULL, modified BIGINT NOT NULL, series_table BIGINT NOT NULL)",
+    "CREATE TABLE series_chunk (series BIGINT NOT NULL, chunk BIGINT NOT NULL, data BYTEA NOT NULL, "
+    "PRIMARY KEY (series, chunk))",
+};
+
+void createSeriesTables(SqlConnection const &connection)
+{
+    for (char const *const table : SERIES_TABLES) {
+        connection.execute(QString::fromLatin1(table));
+    }
+}
+
 void createTables(SqlConnection const &connection)
 {
     SqlTransaction transaction(connection);
     for (char const *const table : TABLES) {
         connection.execute(QString::fromLatin1(table));
     }
+    createSeriesTables(connection);
     connection.execute(QStringLiteral("INSERT INTO zem_project (version, change) VALUES (%1, 0)").arg(SCHEMA_VERSION));
     transaction.commit();
 }
@@ -54,6 +72,17 @@ int readVersion(SqlConnection const &connection)
     return version;
 }
 
+void migrate(SqlConnection const &connection)
+{
+    SqlTransaction transaction(connection);
+    connection.lockProject();
+    if (readVersion(connection) < SCHEMA_VERSION) { // unless another process was faster
+        createSeriesTables(connection);
+        connection.execute(QStringLiteral("UPDATE zem_project SET version = %1").arg(SCHEMA_VERSION));
+    }
+    transaction.commit();
+}
+
 } // namespace
 
 void prepareSchema(SqlConnection const &connection, OpenMode_t mode)
@@ -74,6 +103,9 @@ void prepareSchema(SqlConnection const &connection, OpenMode_t mode)
         connection.fail(QStringLiteral("the project has version %1, newer than %2, the last one known here")
                             .arg(version)
                             .arg(SCHEMA_VERSION));
+    }
+    if (version < SCHEMA_VERSION && mode != OpenMode_t::READ) {
+        migrate(connection);
     }
 }
 

@@ -130,6 +130,14 @@ QStringList SqlConnection::tables() const
     return database_.tables();
 }
 
+// In SQLite each transaction is the only writer from its beginning.
+void SqlConnection::lockProject() const
+{
+    if (kind_ == SqlKind_t::POSTGRESQL) {
+        execute(QStringLiteral("LOCK TABLE zem_project IN EXCLUSIVE MODE"));
+    }
+}
+
 void SqlConnection::fail(QString const &reason) const
 {
     throw ProjectError(QStringLiteral("%1: %2").arg(name_, reason));

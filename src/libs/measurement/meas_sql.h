@@ -31,6 +31,8 @@ public:
     void run(QSqlQuery &query) const;
     QSqlQuery execute(QString const &statement) const;
     QStringList tables() const;
+    /// Within a transaction, until its end: keeps other writers of a project out.
+    void lockProject() const;
 
     [[noreturn]] void fail(QString const &reason) const;
 

@@ -1,5 +1,9 @@
 #include <ZemMeasTokenInterface.h>
 
+#include "meas_chart_store.h"
+#include "meas_contents.h"
+#include "meas_names.h"
+
 #include <ZemTokenTools.h>
 
 #include <QtCore/QDateTime>
@@ -13,21 +17,6 @@ namespace {
 
 constexpr std::size_t MAX_KEPT_STAGES = 16;
 
-QString stageToken()
-{
-    return QStringLiteral("stage");
-}
-
-QString stageCountToken()
-{
-    return QStringLiteral("stage.count");
-}
-
-bool isBuiltIn(QString const &name)
-{
-    return name == stageToken() || name == stageCountToken();
-}
-
 TokenInfo::Type_t typeOf(ProjectToken const &token)
 {
     switch (token.type) {
@@ -40,13 +29,6 @@ TokenInfo::Type_t typeOf(ProjectToken const &token)
     default:
         return TokenInfo::TYPE_STRING;
     }
-}
-
-/// A unit that cannot be converted is at least shown.
-QString displayText(ProjectToken const &token)
-{
-    bool const plainUnit = !token.unitText.isEmpty() && !token.unit.hasUnit();
-    return plainUnit ? QStringLiteral("%1 [%2]").arg(token.title, token.unitText) : token.title;
 }
 
 Value numberValue(double number, UnitData const &unit)
@@ -67,38 +49,36 @@ Value integerValue(std::int64_t number)
 
 } // namespace
 
-ProjectTokenInterface::ProjectTokenInterface(Project const *project) : project_(project)
+ProjectTokenInterface::ProjectTokenInterface(Project const *project)
+    : contents_(std::make_unique<ProjectContents>(project)), charts_(std::make_unique<ChartStore>(contents_.get()))
 {
+}
+
+ProjectTokenInterface::~ProjectTokenInterface() = default;
+
+ChartStore &ProjectTokenInterface::charts() const
+{
+    return *charts_;
 }
 
 void ProjectTokenInterface::refresh() const
 {
-    std::int64_t const revision = project_->revision();
-    if (revision == revision_) {
+    contents_->refresh();
+    if (contents_->revision() == stageValuesRevision_) {
         return;
-    }
-    std::vector<unsigned int> stages = project_->stages();
-    tokens_ = project_->tokens();
-    tokenByName_.clear();
-    tokenById_.clear();
-    for (std::size_t i = 0; i < tokens_.size(); ++i) {
-        tokenByName_.insert(tokens_[i].name, i);
-        tokenById_.insert(tokens_[i].id, i);
     }
     stageValues_.clear();
     stageOrder_.clear();
-    stagesModified_ += stages == stages_ ? 0 : 1;
-    stages_ = std::move(stages);
-    revision_ = revision;
+    stageValuesRevision_ = contents_->revision();
 }
 
 void ProjectTokenInterface::getTokens(std::vector<TokenInfo> *tokens) const
 {
     refresh();
-    tokens->emplace_back(TokenInfo::CATEGORY_STAGE, TokenInfo::TYPE_INTEGER, stageToken(), QStringLiteral("Stage"));
-    tokens->emplace_back(TokenInfo::CATEGORY_PROJECT, TokenInfo::TYPE_INTEGER, stageCountToken(),
+    tokens->emplace_back(TokenInfo::CATEGORY_STAGE, TokenInfo::TYPE_INTEGER, STAGE_TOKEN, QStringLiteral("Stage"));
+    tokens->emplace_back(TokenInfo::CATEGORY_PROJECT, TokenInfo::TYPE_INTEGER, STAGE_COUNT_TOKEN,
                          QStringLiteral("Number of stages"));
-    for (ProjectToken const &token : tokens_) {
+    for (ProjectToken const &token : contents_->tokens()) {
         tokens->emplace_back(TokenInfo::CATEGORY_STAGE, typeOf(token), token.name, displayText(token));
     }
 }
@@ -107,8 +87,8 @@ Value ProjectTokenInterface::getValue(QString name, IndexIdentifier const &index
 {
     refresh();
     bool const builtIn = isBuiltIn(name);
-    auto const token = tokenByName_.constFind(name);
-    if (!builtIn && token == tokenByName_.constEnd()) {
+    ProjectToken const *const token = contents_->findToken(name);
+    if (!builtIn && !token) {
         return Value::UNKNOWN;
     }
     if (index != IndexIdentifier::NO_INDEX) {
@@ -120,31 +100,42 @@ Value ProjectTokenInterface::getValue(QString name, IndexIdentifier const &index
     if (!hasStage(stage)) {
         return Value::INVALID;
     }
-    return valuesOf(stage.getIdentifier()).value(tokens_[*token].id, Value::INVALID);
+    return valuesOf(stage.getIdentifier()).value(token->id, Value::INVALID);
 }
 
 unsigned int ProjectTokenInterface::getModifiedCounter(QString const &name) const
 {
     refresh();
-    if (name == stageToken()) {
-        return stagesModified_;
+    if (name == STAGE_TOKEN) {
+        return contents_->stagesModified();
     }
-    if (name == stageCountToken()) {
-        return static_cast<unsigned int>(stages_.size());
+    if (name == STAGE_COUNT_TOKEN) {
+        return static_cast<unsigned int>(contents_->stages().size());
     }
-    auto const token = tokenByName_.constFind(name);
-    return token == tokenByName_.constEnd() ? 0 : tokens_[*token].modified;
+    ProjectToken const *const token = contents_->findToken(name);
+    return token ? token->modified : charts_->modifiedCounter(name);
+}
+
+Fig2::ChartData const *ProjectTokenInterface::getChart(QString const &token) const
+{
+    return charts_->lend(token);
+}
+
+void ProjectTokenInterface::releaseChart(QString const &token) const
+{
+    charts_->takeBack(token);
 }
 
 bool ProjectTokenInterface::hasStage(StageIdentifier const &stage) const
 {
-    return std::binary_search(stages_.begin(), stages_.end(), stage.getIdentifier());
+    std::vector<unsigned int> const &stages = contents_->stages();
+    return std::binary_search(stages.begin(), stages.end(), stage.getIdentifier());
 }
 
 Value ProjectTokenInterface::builtInValue(QString const &name, StageIdentifier const &stage) const
 {
-    if (name == stageCountToken()) {
-        return integerValue(static_cast<std::int64_t>(stages_.size()));
+    if (name == STAGE_COUNT_TOKEN) {
+        return integerValue(static_cast<std::int64_t>(contents_->stages().size()));
     }
     return hasStage(stage) ? integerValue(stage.getIdentifier()) : Value::INVALID;
 }
@@ -156,7 +147,7 @@ ProjectTokenInterface::StageValues const &ProjectTokenInterface::valuesOf(unsign
         return kept->second;
     }
     StageValues values;
-    for (StageValue const &stored : project_->values(stage)) {
+    for (StageValue const &stored : contents_->project().values(stage)) {
         values.insert(stored.token, toValue(stored));
     }
     if (stageOrder_.size() == MAX_KEPT_STAGES) {
@@ -169,19 +160,18 @@ ProjectTokenInterface::StageValues const &ProjectTokenInterface::valuesOf(unsign
 
 Value ProjectTokenInterface::toValue(StageValue const &stored) const
 {
-    auto const found = tokenById_.constFind(stored.token);
-    if (found == tokenById_.constEnd()) {
+    ProjectToken const *const token = contents_->findToken(stored.token);
+    if (!token) {
         return Value::INVALID; // stored since the last look; it shows at the next one
     }
-    ProjectToken const &token = tokens_[*found];
     if (double const *const number = std::get_if<double>(&stored.value)) {
-        return numberValue(*number, token.unit);
+        return numberValue(*number, token->unit);
     }
     if (QString const *const text = std::get_if<QString>(&stored.value)) {
         return Value(*text);
     }
     std::int64_t const whole = std::get<std::int64_t>(stored.value);
-    return token.type == ColumnType_t::DATE_TIME ? Value::fromDateTime(QDateTime::fromMSecsSinceEpoch(whole, Qt::UTC))
+    return token->type == ColumnType_t::DATE_TIME ? Value::fromDateTime(QDateTime::fromMSecsSinceEpoch(whole, Qt::UTC))
                                                  : integerValue(whole);
 }
 

@@ -16,7 +16,7 @@ protected:
     void SetUp() override
     {
         ASSERT_FALSE(location_.isEmpty()) << "ZEM_TEST_POSTGRESQL is not set";
-        for (char const *const table : {"zem_project", "stage", "token", "value"}) {
+        for (char const *const table : {"zem_project", "stage", "token", "value", "series_table", "series", "series_chunk"}) {
             execute(QStringLiteral("DROP TABLE IF EXISTS %1").arg(QLatin1String(table)));
         }
     }

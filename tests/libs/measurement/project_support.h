@@ -10,6 +10,8 @@
 #include <QtSql/QSqlDatabase>
 #include <QtSql/QSqlQuery>
 
+#include <cmath>
+
 namespace Zem::Measurement {
 
 /// A folder that goes with the test.
@@ -84,6 +86,26 @@ inline std::string valueOf(Project const &project, char const *name, unsigned in
         }
     }
     return "-";
+}
+
+inline ProjectSeries seriesOf(Project const &project, char const *name)
+{
+    for (ProjectSeries const &series : project.series()) {
+        if (series.name == QString::fromUtf8(name)) {
+            return series;
+        }
+    }
+    throw std::out_of_range(std::string("no series ") + name);
+}
+
+/// The numbers of a series as text: "1.5 - 3", "-" for a missing one.
+inline std::string rowsOf(Project const &project, char const *name)
+{
+    QStringList texts;
+    for (double const number : project.seriesNumbers(seriesOf(project, name))) {
+        texts << (std::isnan(number) ? QStringLiteral("-") : QString::number(number, 'g', 17));
+    }
+    return texts.join(QLatin1Char(' ')).toStdString();
 }
 
 using Stages = std::vector<unsigned int>;

@@ -1,0 +1,45 @@
+// ZemMeasChartInterface.h: what the charts of a figure may show of a measurement project.
+#pragma once
+
+#include <ZemFig2ChartInterface.h>
+#include <ZemIdentifiers.h>
+#include <ZemMeasTokenInterface.h>
+
+namespace Zem::Measurement {
+
+/// Offers the tokens and series of a project to charts. Along x: "stage", tokens and series of numbers, and those of
+/// moments; along y: tokens and series of numbers. Each stands in the group that its name begins with, up to the last
+/// point, or in that of its series. The data come from the ProjectTokenInterface, which keeps them as long as a chart
+/// token is registered here.
+///
+/// To be used from the thread that made the project. All operations may throw ProjectError.
+class ProjectChartInterface : public Fig2::ChartInterface
+{
+public:
+    /// `tokens` is not owned and outlives the interface.
+    explicit ProjectChartInterface(ProjectTokenInterface const *tokens);
+    ~ProjectChartInterface() override;
+
+    /// The stage that charts over stages mark, with a line at its x and a point on each curve; none at the start. To be
+    /// told before figures are updated for a stage: the counters of chart tokens move where the mark moves.
+    void setCurrentStage(StageIdentifier const &stage);
+
+    void addChartToken(QString const &token) override;
+    void removeChartToken(QString const &token) override;
+    std::vector<DataToken> getTokensX() override;
+    std::vector<DataToken> getTokensY() override;
+    QString getTokenName(DataToken const &token) override;
+    /// The title, with a unit that cannot be converted; the name of a token that has gone.
+    QString getTokenDescription(DataToken const &token) override;
+    /// The title, and the group where `parameters` ask for it or another token on offer has the same title.
+    QString getLegendDescription(DataToken const &token, Fig2::ChartParameters const &parameters) override;
+    /// Seconds for moments: charts show the time that has passed since the first of them.
+    UnitData getTokenUnit(DataToken const &token) override;
+    /// A line in the colour that the place of the token among all y tokens gives it. False for a token that has gone.
+    bool getDefaultParameters(DataToken const &token, Fig2::ChartParameters *parameters) const override;
+
+private:
+    ProjectTokenInterface const *tokens_;
+};
+
+} // namespace Zem::Measurement
