@@ -15,7 +15,9 @@ struct OptionText
     char const *help;
 };
 
-constexpr std::array<OptionText, 11> OPTIONS{{
+constexpr char const *GROUP = "Reading CSV (what is not given is detected)";
+
+constexpr std::array<OptionText, 8> READING_OPTIONS{{
     {"--delimiter", "delimiter", "comma, semicolon, tab or blank"},
     {"--decimal-comma", "decimal_comma", "true when 1,5 means one and a half"},
     {"--encoding", "encoding", "utf-8 or latin-1"},
@@ -24,6 +26,9 @@ constexpr std::array<OptionText, 11> OPTIONS{{
     {"--comment", "comment", "what a comment line begins with"},
     {"--preamble-lines", "preamble_lines", "lines to pass over at the start"},
     {"--date-order", "date_order", "month-day or day-month"},
+}};
+
+constexpr std::array<OptionText, 3> STAGE_OPTIONS{{
     {"--prefix", "prefix", "what stands in front of every token name"},
     {"--stage-column", "stage_column", "the column that holds the number of the stage"},
     {"--first-stage", "first_stage", "the number of the first row's stage"},
@@ -33,14 +38,20 @@ constexpr std::array<OptionText, 11> OPTIONS{{
 
 void CsvArguments::addTo(CLI::App *verb)
 {
-    std::string const group = "Reading CSV (what is not given is detected)";
-    for (OptionText const &option : OPTIONS)
-        verb->add_option(option.flag, values[option.key], option.help)->group(group);
+    addReadingTo(verb);
+    for (OptionText const &option : STAGE_OPTIONS)
+        verb->add_option(option.flag, values[option.key], option.help)->group(GROUP);
+}
+
+void CsvArguments::addReadingTo(CLI::App *verb)
+{
+    for (OptionText const &option : READING_OPTIONS)
+        verb->add_option(option.flag, values[option.key], option.help)->group(GROUP);
     verb->add_option("--missing", missing, "a text or number that stands for a missing value; may be repeated")
-        ->group(group)
+        ->group(GROUP)
         ->allow_extra_args(false);
     verb->add_option("--unit", units, "NAME=UNIT, the unit of a column; may be repeated")
-        ->group(group)
+        ->group(GROUP)
         ->allow_extra_args(false);
 }
 

@@ -18,8 +18,9 @@ struct CsvArguments
     std::vector<std::string> missing;
     std::vector<std::string> units;
 
-    /// Adds the options to a verb.
+    /// Adds the options to a verb: all of them, or those for reading a file apart from what its rows stand for.
     void addTo(CLI::App *verb);
+    void addReadingTo(CLI::App *verb);
     /// Hands them over. Throws UsageError for a value that does not fit.
     void apply(DataChoice *choice) const;
 };

@@ -33,6 +33,7 @@ int main(int argc, char **argv)
     addRenderVerb(&app, &run);
     addConvertVerb(&app, &run);
     addPlaceVerb(&app, &run);
+    addPlotVerb(&app, &run);
     addScaleVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);

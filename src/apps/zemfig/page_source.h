@@ -56,6 +56,8 @@ public:
 
     /// Never null: without data an interface that holds nothing.
     Fig2::FigureTokenInterface const *tokens() const { return tokens_.get(); }
+    /// Null without data.
+    Fig2::ChartInterface *charts() const { return charts_.get(); }
     /// Hands tokens and charts to the figure, which must not be updated after this has gone.
     void showOn(Fig2::Figure *figure) const;
     /// Charts mark the stage from here on.

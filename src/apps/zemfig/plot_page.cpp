@@ -43,7 +43,6 @@ constexpr Color BAND{0x1f, 0x3a, 0x5f};
 constexpr Color SOFT{0xd9, 0xde, 0xe5};
 constexpr Color LINES{0x6b, 0x76, 0x85};
 
-constexpr unsigned int MOST_CURVES = 24;
 constexpr unsigned int FEW_POINTS = 200;
 constexpr double SIGNIFICANT_DIGITS = 4.0;
 
@@ -95,9 +94,8 @@ struct Panel
     std::vector<DataToken> tokens;
 };
 
-std::vector<Panel> choosePanels(ChartInterface *offer, DataToken const &x, QStringList const &names)
+std::vector<DataToken> chooseY(std::vector<DataToken> const &offered, DataToken const &x, QStringList const &names)
 {
-    std::vector<DataToken> const offered = offer->getTokensY();
     std::vector<DataToken> chosen;
     for (QString const &name : names)
         chosen.push_back(findToken(offered, name));
@@ -106,12 +104,14 @@ std::vector<Panel> choosePanels(ChartInterface *offer, DataToken const &x, QStri
                      [&x](DataToken const &token) { return token.getName() != x.getName(); });
     if (chosen.empty())
         throw UsageError(QStringLiteral("there are no numbers to plot"));
-    if (chosen.size() > MOST_CURVES)
-        throw UsageError(QStringLiteral("%1 curves do not fit on a page: choose up to %2 with --y")
-                             .arg(chosen.size())
-                             .arg(MOST_CURVES));
+    return chosen;
+}
+
+/// Numbers without a unit have nothing in common.
+std::vector<Panel> panelsOf(ChartInterface *offer, std::vector<DataToken> const &tokens)
+{
     std::vector<Panel> panels;
-    for (DataToken const &token : chosen) {
+    for (DataToken const &token : tokens) {
         UnitData const unit = offer->getTokenUnit(token);
         auto panel = std::find_if(panels.begin(), panels.end(), [&unit](Panel const &one) {
             return one.unit.getUnit() == unit.getUnit() && unit.hasUnit();
@@ -121,6 +121,58 @@ std::vector<Panel> choosePanels(ChartInterface *offer, DataToken const &x, QStri
         panel->tokens.push_back(token);
     }
     return panels;
+}
+
+std::size_t countCurves(std::vector<Panel> const &panels)
+{
+    std::size_t number = 0;
+    for (Panel const &panel : panels)
+        number += panel.tokens.size();
+    return number;
+}
+
+double tableTop(std::vector<Panel> const &panels)
+{
+    return BOTTOM - ROW_HEIGHT * static_cast<double>(countCurves(panels) + 1);
+}
+
+double chartsBottom(std::vector<Panel> const &panels)
+{
+    return tableTop(panels) - TABLE_GAP - X_TITLE_HEIGHT;
+}
+
+double panelHeight(std::vector<Panel> const &panels)
+{
+    auto const count = static_cast<double>(panels.size());
+    return (chartsBottom(panels) - CHARTS_TOP - PANEL_GAP * (count - 1.0)) / count;
+}
+
+/// Takes what does not fit away from the end; the names of it.
+QStringList shortenToPage(std::vector<Panel> *panels)
+{
+    QStringList leftOut;
+    while (panelHeight(*panels) < LEAST_PANEL) {
+        std::vector<DataToken> &tokens = panels->back().tokens;
+        leftOut.prepend(tokens.back().getName());
+        tokens.pop_back();
+        if (tokens.empty())
+            panels->pop_back();
+    }
+    return leftOut;
+}
+
+/// Times are easier to read in a unit of their own size.
+UnitData readableUnit(UnitData const &unit, double extent)
+{
+    if (unit.getUnit() != uTime)
+        return unit;
+    constexpr double MINUTE = 60.0;
+    constexpr double HOUR = 3600.0;
+    char const *name = extent >= 3.0 * HOUR ? "h" : extent >= 10.0 * MINUTE ? "min" : nullptr;
+    Unit::Units_t readable = unit.getCurrentUnit();
+    if (name)
+        uTime->parseUnit(QLatin1StringView(name), &readable);
+    return {uTime, readable};
 }
 
 QString withUnit(QString const &text, UnitData const &unit)
@@ -149,17 +201,24 @@ class PageMaker
 {
 public:
     PageMaker(ChartInterface *offer, FigureTokenInterface const *tokens, PlotWish const &wish)
-        : offer_(offer), tokens_(tokens), wish_(wish), x_(chooseX(offer, wish.x)),
-          panels_(choosePanels(offer, x_, wish.y)), figure_(std::make_unique<Figure>())
+        : offer_(offer), tokens_(tokens), wish_(wish), offeredY_(offer->getTokensY()), x_(chooseX(offer, wish.x)),
+          unitX_(offer->getTokenUnit(x_)), panels_(panelsOf(offer, chooseY(offeredY_, x_, wish.y))),
+          figure_(std::make_unique<Figure>())
     {
     }
 
-    std::unique_ptr<Figure> make()
+    PlotPage make()
     {
+        std::size_t const wished = countCurves(panels_);
+        QStringList const leftOut = shortenToPage(&panels_);
+        if (!leftOut.isEmpty() && !wish_.y.isEmpty())
+            throw UsageError(QStringLiteral("%1 curves in these units do not fit on a page, %2 of them would")
+                                 .arg(wished)
+                                 .arg(countCurves(panels_)));
         addHeader();
         addCharts();
         addStatistics();
-        return std::move(figure_);
+        return {std::move(figure_), leftOut};
     }
 
 private:
@@ -172,9 +231,9 @@ private:
         return element;
     }
 
-    static QString colored(Color const &color, QString const &text)
+    static QString colored(char const *color, QString const &text)
     {
-        return QStringLiteral("<span style=\"color:%1\">%2</span>").arg(color.getName(), text);
+        return QStringLiteral("<span style=\"color:%1\">%2</span>").arg(QLatin1StringView(color), text);
     }
 
     /// A label without frame or margin; `x` and `y` are those of its alignment point.
@@ -205,41 +264,23 @@ private:
         band->setSize({210.0, BAND_HEIGHT});
         band->setBorder(LineStyle::null);
         band->setBackground(FillStyle(BAND));
-        Label *title = addText(QStringLiteral("title"), LEFT, 11.0, 18.0,
-                               colored(Color(255, 255, 255), QStringLiteral("<b>%1</b>").arg(escaped(wish_.title))));
-        title->setAlignmentOrigin({LEFT, 11.0});
-        addText(QStringLiteral("subtitle"), LEFT, 21.0, 10.0, colored(SOFT, escaped(wish_.subtitle)));
-    }
-
-    std::size_t numberOfCurves() const
-    {
-        std::size_t number = 0;
-        for (Panel const &panel : panels_)
-            number += panel.tokens.size();
-        return number;
-    }
-
-    double tableTop() const
-    {
-        return BOTTOM - ROW_HEIGHT * static_cast<double>(numberOfCurves() + 1);
+        addText(QStringLiteral("title"), LEFT, 11.0, 18.0,
+                colored("#ffffff", QStringLiteral("<b>%1</b>").arg(escaped(wish_.title))));
+        addText(QStringLiteral("subtitle"), LEFT, 21.0, 10.0, colored("#dbe4ee", escaped(wish_.subtitle)));
     }
 
     void addCharts()
     {
-        auto const count = static_cast<double>(panels_.size());
-        double const bottom = tableTop() - TABLE_GAP - X_TITLE_HEIGHT;
-        double const height = (bottom - CHARTS_TOP - PANEL_GAP * (count - 1.0)) / count;
-        if (height < LEAST_PANEL)
-            throw UsageError(QStringLiteral("curves of %1 units do not fit on a page: choose less with --y")
-                                 .arg(panels_.size()));
+        double const height = panelHeight(panels_);
         double const legendWidth = computeLegendWidth();
         for (std::size_t i = 0; i < panels_.size(); ++i)
             addPanel(i, CHARTS_TOP + (height + PANEL_GAP) * static_cast<double>(i), height, legendWidth);
         double const middle = (LEFT + AXIS_ROOM + RIGHT - legendWidth) / 2.0;
-        Label *title = addText(QStringLiteral("x axis"), middle, bottom + X_TITLE_HEIGHT / 2.0, 9.0,
-                               escaped(withUnit(offer_->getTokenDescription(x_), offer_->getTokenUnit(x_))));
+        double const y = chartsBottom(panels_) + X_TITLE_HEIGHT / 2.0;
+        Label *title = addText(QStringLiteral("x axis"), middle, y, 9.0,
+                               escaped(withUnit(offer_->getTokenDescription(x_), unitX_)));
         title->setPivotAlignmentX(ALIGN_CENTER);
-        title->setAlignmentOrigin({middle, bottom + X_TITLE_HEIGHT / 2.0});
+        title->setAlignmentOrigin({middle, y});
     }
 
     static Font legendFont() { return {Font::DEFAULT_FONT_SANS, 8.0, 0}; }
@@ -297,7 +338,9 @@ private:
             axis->setDigitsMode(Axis::DIGITS_MODE_AUTO);
             axis->setLineStyle(LineStyle(0.15, LineStyle::STYLE_FULL, LINES));
         }
-        chart->setAxisX(axisX);
+        // All of x, where some curves have gaps at their ends too: so the charts can be compared.
+        axisX.setRangeModeMin(Axis::RANGE_MODE_OPTIMUM);
+        axisX.setRangeModeMax(Axis::RANGE_MODE_OPTIMUM);
         chart->setAxisY(axisY);
         Grid grid;
         grid.setLineStyle(LineStyle(0.1, LineStyle::STYLE_FULL, SOFT));
@@ -306,17 +349,20 @@ private:
         chart->setTokenX(x_.getName());
         std::vector<GenericChart::Entry> curves;
         for (DataToken const &token : panel.tokens)
-            curves.emplace_back(token, lookOf(token));
+            curves.emplace_back(token, nextLook());
         chart->setData(curves);
         measure(chart->getToken());
         showSymbols(chart);
+        axisX.setUnit(unitX_);
+        chart->setAxisX(axisX);
         return chart;
     }
 
-    ChartParameters lookOf(DataToken const &token) const
+    /// The looks come in their order, whichever of the tokens on offer are shown.
+    ChartParameters nextLook()
     {
         ChartParameters look;
-        offer_->getDefaultParameters(token, &look);
+        offer_->getDefaultParameters(offeredY_[numberOfLooks_++ % offeredY_.size()], &look);
         LineStyle line = look.getLineStyle();
         line.setWidth(0.25);
         look.setLineStyle(line);
@@ -336,6 +382,7 @@ private:
             BaVec2d<double> y;
             it->second->getRange(&x, &y);
             sizes_[it->first] = y.x > y.y ? 0.0 : std::max(std::abs(y.x), std::abs(y.y));
+            unitX_ = readableUnit(unitX_, x.y - x.x);
             numberOfPoints_ = std::max(numberOfPoints_, it->second->getNumberOfPoints());
         }
         tokens_->releaseChart(token);
@@ -358,7 +405,7 @@ private:
 
     void addStatistics()
     {
-        double y = tableTop() + ROW_HEIGHT / 2.0;
+        double y = tableTop(panels_) + ROW_HEIGHT / 2.0;
         for (Column const &column : COLUMNS)
             addCell(QStringLiteral("%1").arg(QLatin1StringView(column.title)), column, y,
                     QStringLiteral("<b>%1</b>").arg(QLatin1StringView(column.title)));
@@ -400,7 +447,7 @@ private:
             if (prefix.isEmpty())
                 text = escaped(baseUnitName(offer_->getTokenUnit(token)));
             else if (!column.ending)
-                text = QStringLiteral("$%1%2$").arg(prefix, token.getName());
+                text = escaped(offer_->getLegendDescription(token, ChartParameters()));
             Label *cell = addCell(QStringLiteral("%1 %2").arg(QLatin1StringView(column.title)).arg(row), column, y, text);
             cell->setConnectorStyle(LineStyle::null);
             cell->connect(chart, QString());
@@ -416,17 +463,20 @@ private:
     ChartInterface *offer_;
     FigureTokenInterface const *tokens_;
     PlotWish const &wish_;
+    std::vector<DataToken> offeredY_;
     DataToken x_;
+    UnitData unitX_; ///< in which it is shown
     std::vector<Panel> panels_;
     std::unique_ptr<Figure> figure_;
     std::vector<GenericChart *> charts_;
-    std::map<QString, double> sizes_;
+    std::map<QString, double> sizes_; ///< greatest number of a curve
+    std::size_t numberOfLooks_ = 0;
     unsigned int numberOfPoints_ = 0;
 };
 
 } // namespace
 
-std::unique_ptr<Figure> makePlotPage(ChartInterface *offer, FigureTokenInterface const *tokens, PlotWish const &wish)
+PlotPage makePlotPage(ChartInterface *offer, FigureTokenInterface const *tokens, PlotWish const &wish)
 {
     return PageMaker(offer, tokens, wish).make();
 }

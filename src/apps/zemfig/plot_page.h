@@ -23,11 +23,16 @@ struct PlotWish
     std::optional<Fig2::ChartParameters::Style_t> style; ///< else lines, with symbols when the points are few
 };
 
+struct PlotPage
+{
+    std::unique_ptr<Fig2::Figure> figure;
+    QStringList leftOut; ///< what was not wished by name and found no room
+};
+
 /// A page with one chart for each unit of the y, one below the other over a common x, with axis titles, legends and a
 /// table of statistics. `offer` and `tokens` are asked now and not kept. Names are those of tokens, or what stands in
-/// them behind the last point. Throws UsageError for a name that stands for none, or for several, and when more is to
-/// be shown than fits on a page.
-std::unique_ptr<Fig2::Figure> makePlotPage(Fig2::ChartInterface *offer, Fig2::FigureTokenInterface const *tokens,
-                                           PlotWish const &wish);
+/// them behind the last point. Throws UsageError for a name that stands for none, or for several, and when more is
+/// wished by name than fits on a page.
+PlotPage makePlotPage(Fig2::ChartInterface *offer, Fig2::FigureTokenInterface const *tokens, PlotWish const &wish);
 
 } // namespace Zem::Zemfig

@@ -113,7 +113,10 @@ void plot(Arguments const &arguments)
     choice.series = {{QString::fromStdString(arguments.csv), choice.csvOptions, {}}};
     PageData const data(choice);
     PageDocument document;
-    document.figure = makePlotPage(data.charts(), data.tokens(), wish);
+    PlotPage page = makePlotPage(data.charts(), data.tokens(), wish);
+    if (!page.leftOut.isEmpty())
+        message(QStringLiteral("no room for %1: choose with --y").arg(page.leftOut.join(QStringLiteral(", "))));
+    document.figure = std::move(page.figure);
     if (!arguments.page.empty()) {
         document.series = {sourceOf(arguments)};
         // The paths are those of the page.

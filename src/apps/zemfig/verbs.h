@@ -13,6 +13,7 @@ void addImportVerb(CLI::App *app, Run *run);
 void addRenderVerb(CLI::App *app, Run *run);
 void addConvertVerb(CLI::App *app, Run *run);
 void addPlaceVerb(CLI::App *app, Run *run);
+void addPlotVerb(CLI::App *app, Run *run);
 void addScaleVerb(CLI::App *app, Run *run);
 void addShowVerb(CLI::App *app, Run *run);
 void addCheckVerb(CLI::App *app, Run *run);
