@@ -91,8 +91,7 @@ TEST(ZemfigImportSeries, refusesTwoFilesOfOneGroup)
         place.zemfig({"import", "a.csv", "b.csv", "--series", "--group", "R1", "--project", "p.zem"});
 
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("'a.csv' and 'b.csv' are both of the group 'R1'"), std::string::npos)
-        << result.errors;
+    EXPECT_NE(result.errors.find("'a.csv' and 'b.csv' are both of the group 'R1'"), std::string::npos) << result.errors;
     EXPECT_FALSE(place.exists("p.zem"));
 }
 
@@ -121,8 +120,7 @@ TEST_F(SeriesPage, mayStandBesideAFileOfStages)
                                                "columns = [\"time\", \"force\"]\n") +
                                         LABEL);
 
-    CommandResult const result =
-        place.zemfig({"render", "page.figure.toml", "-o", "out.svg", "--stage", "all"});
+    CommandResult const result = place.zemfig({"render", "page.figure.toml", "-o", "out.svg", "--stage", "all"});
 
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_TRUE(place.exists("out-1.svg"));
@@ -134,7 +132,8 @@ QByteArray chartPage(QByteArray const &data, char const *x, char const *y)
 {
     return data + "[[element]]\ntype = \"generic_chart\"\norigin = [100, 100]\nsize = [150, 80]\ntoken_x = \"" + x +
            "\"\nshow_current_stage = true\ncurrent_stage_style = { width = 0.2, color = \"#009e73\" }\n"
-           "[[element.curve]]\ntoken = \"" + y + "\"\nline_style = { width = 0.3, color = \"#d55e00\" }\n";
+           "[[element.curve]]\ntoken = \"" +
+           y + "\"\nline_style = { width = 0.3, color = \"#d55e00\" }\n";
 }
 
 TEST_F(SeriesPage, drawsTheCurveOfASeriesThatIsThere)
@@ -249,9 +248,9 @@ TEST_F(SeriesPage, isReadWithItsOwnOptions)
 {
     place.write("log.csv", "t;v\n0,5;-200\n1,5;7\n");
 
-    CommandResult const good = check(
-        "[[series]]\nfile = \"log.csv\"\ndelimiter = \"semicolon\"\ndecimal_comma = true\nmissing = -200\n"
-        "[series.unit]\nt = \"s\"\n");
+    CommandResult const good =
+        check("[[series]]\nfile = \"log.csv\"\ndelimiter = \"semicolon\"\ndecimal_comma = true\nmissing = -200\n"
+              "[series.unit]\nt = \"s\"\n");
     EXPECT_EQ(good.exitCode, 0) << good.output << good.errors;
 
     CommandResult const bad = check("[[series]]\nfile = \"log.csv\"\n[series.unit]\nz = \"s\"\n");
