@@ -1,5 +1,7 @@
 #include "generated_elements.h"
 
+#include <ZemFig2Chart.h>
+#include <ZemFig2ChartLegend.h>
 #include <ZemFig2ColorBar.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
@@ -151,7 +153,7 @@ void fill(Polygon &polygon)
     polygon.setPolygon(points);
 }
 
-void fill(Label &label)
+void fill(LabelBase &label)
 {
     label.setText(word());
     label.setColorBarVisible(flag());
@@ -202,6 +204,65 @@ void fill(Legend &legend)
     legend.setLocalHistogramData(histogram);
 }
 
+Axis axis(Axis::Type type)
+{
+    Axis axis(type);
+    axis.setRangeModeMin(static_cast<Axis::RangeMode>(below(3)));
+    axis.setRangeModeMax(static_cast<Axis::RangeMode>(below(3)));
+    axis.setVisible(flag());
+    axis.setRange(vec());
+    axis.setLineStyle(lineStyle());
+    axis.setTickLength(notNegative());
+    axis.setTicks(static_cast<int>(below(100)));
+    axis.setDigitsMode(static_cast<Axis::DigitsMode>(below(3)));
+    axis.setDigits(static_cast<int>(below(20)));
+    axis.setUnit(UnitData(flag() ? uForce : uLength));
+    return axis;
+}
+
+void fill(ChartBase &chart)
+{
+    chart.setAxisX(axis(flag() ? Axis::HORIZONTAL_BOTTOM : Axis::HORIZONTAL_TOP));
+    chart.setAxisY(axis(flag() ? Axis::VERTICAL_LEFT : Axis::VERTICAL_RIGHT));
+    Grid grid;
+    grid.setLineStyle(lineStyle());
+    chart.setGrid(grid);
+    chart.setInnerBorder(lineStyle());
+    chart.setLeftMargin(number());
+    chart.setRightMargin(number());
+    chart.setShowCurrentStage(flag());
+    chart.setShowPointMarkers(flag());
+    chart.setCurrentStageStyle(lineStyle());
+    chart.setPointMarkerSymbol(symbol());
+}
+
+ChartParameters chartParameters()
+{
+    auto const style = static_cast<ChartParameters::Style_t>(below(7));
+    Symbol const mark = symbol();
+    LineStyle const line = lineStyle();
+    ChartParameters parameters(style, mark, line, fillStyle());
+    parameters.setName(word());
+    parameters.setUseDefaultName(flag());
+    parameters.setShowGroupName(flag());
+    parameters.setComputeColor(flag());
+    parameters.setNumberOfBasePoints(below(1000));
+    return parameters;
+}
+
+void fillData(GenericChart &chart)
+{
+    std::vector<GenericChart::Entry> entries;
+    for (unsigned int i = 0, count = below(4); i < count; ++i) {
+        ChartInterface::DataToken token(word());
+        token.setGroups(flag() ? std::vector<QString>{word(), word()} : std::vector<QString>());
+        token.setCategory(static_cast<TokenInfo::Category_t>(below(27)));
+        entries.emplace_back(token, chartParameters());
+    }
+    chart.setTokenX(word());
+    chart.setData(entries);
+}
+
 void fill(Group &group, int depth)
 {
     for (unsigned int i = 0, count = below(4); i < count; ++i) {
@@ -216,6 +277,12 @@ void fill(Group &group, int depth)
 
 Element::Type_t generateLeafType()
 {
+    return flag() ? generateTextType()
+                  : *rc::gen::element(Element::CHART, Element::GENERIC_CHART, Element::CHART_LEGEND);
+}
+
+Element::Type_t generateTextType()
+{
     return *rc::gen::element(Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
                              Element::LEGEND);
 }
@@ -228,12 +295,18 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
         fill(*line);
     else if (auto *polygon = dynamic_cast<Polygon *>(element.get()))
         fill(*polygon);
-    else if (auto *label = dynamic_cast<Label *>(element.get()))
+    else if (auto *label = dynamic_cast<LabelBase *>(element.get()))
         fill(*label);
     else if (auto *legend = dynamic_cast<Legend *>(element.get()))
         fill(*legend);
+    else if (auto *base = dynamic_cast<ChartBase *>(element.get()))
+        fill(*base);
     else if (auto *group = dynamic_cast<Group *>(element.get()))
         fill(*group, depth);
+    if (auto *chart = dynamic_cast<Chart *>(element.get()))
+        chart->setToken(word());
+    else if (auto *generic = dynamic_cast<GenericChart *>(element.get()))
+        fillData(*generic);
     return element;
 }
 

@@ -14,5 +14,7 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth = 2);
 
 /// Any type that is no group.
 Element::Type_t generateLeafType();
+/// One of those that have a text form.
+Element::Type_t generateTextType();
 
 } // namespace Zem::Fig2

@@ -32,7 +32,7 @@ RC_GTEST_PROP(RoundTrip, ofGroupBlocksLosesNothing, ())
 
 RC_GTEST_PROP(RoundTrip, ofTextLosesNothing, ())
 {
-    std::unique_ptr<Element> const element = generateElement(generateLeafType());
+    std::unique_ptr<Element> const element = generateElement(generateTextType());
     std::unique_ptr<Element> const read(Element::create(element->getType()));
     std::string const form = Support::textForm(*element);
 

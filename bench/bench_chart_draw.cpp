@@ -1,0 +1,150 @@
+// What charts cost before the painter: update and drawing into a painter that does nothing, beside a plain pass over the
+// same points.
+#include <ZemFig2Chart.h>
+#include <ZemFig2Painter.h>
+#include <ZemFig2TokenInterface.h>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace Zem::Fig2 {
+namespace {
+
+class NoPainter : public Painter
+{
+public:
+    void drawLine(BaVec2d<double> const &, BaVec2d<double> const &, LineStyle const &, Rotation const &) override {}
+    void drawPolygon(Polygon2d const &polygon, LineStyle const &, FillStyle const &, Rotation const &, bool) override
+    {
+        benchmark::DoNotOptimize(polygon.getPoints().data());
+    }
+    void drawEllipse(BaVec2d<double> const &, BaVec2d<double> const &, double, LineStyle const &, FillStyle const &,
+                     Rotation const &) override
+    {
+    }
+    void drawEllipseSegment(BaVec2d<double> const &, BaVec2d<double> const &, double, double, double,
+                            LineStyle const &, FillStyle const &, Rotation const &) override
+    {
+    }
+    void drawText(BaVec2d<double> const &, Font const &, QString const &, Color const &, Rotation const &) override {}
+    void drawRichText(BaVec2d<double> const &, QString const &, Font const &, double, Rotation const &, int) override
+    {
+    }
+    void drawColors(BaVec2d<double> const &, BaVec2d<double> const &, bool, std::vector<Color> const &,
+                    Rotation const &) override
+    {
+    }
+    bool getClipping(Polygon2d *) override { return false; }
+    void setClipping(Polygon2d const &) override {}
+    void resetClipping() override {}
+    void setDrawingNested(bool) override {}
+    void pushTransformation(BaVec2d<double> const &, double, Rotation const &) override {}
+    void popTransformation() override {}
+    void drawSymbol(BaVec2d<double> const &position, Symbol const &, LineStyle const &, FillStyle const &fill,
+                    Rotation const &) override
+    {
+        benchmark::DoNotOptimize(position);
+        benchmark::DoNotOptimize(fill);
+    }
+};
+
+class OneChart : public EmptyFigureTokenInterface
+{
+public:
+    explicit OneChart(int points)
+    {
+        auto *dataset = new ChartDataset("curve");
+        for (int i = 0; i < points; ++i)
+            dataset->addPoint({i, {0.001 * i, 0.25 * (i % 1000)}, static_cast<double>(i % 1000)});
+        data.addDataset(dataset);
+        Legend2::Legend legend(uLength);
+        legend.setFixedMinimum(0.0);
+        legend.setFixedMaximum(1000.0);
+        data.setLegendData(legend, Legend2::Data());
+    }
+    ChartData const *getChart(QString const &) const override { return &data; }
+    void releaseChart(QString const &) const override {}
+
+    ChartData data;
+};
+
+OneChart &chartOf(int points)
+{
+    static std::map<int, std::unique_ptr<OneChart>> charts;
+    std::unique_ptr<OneChart> &chart = charts[points];
+    if (!chart)
+        chart = std::make_unique<OneChart>(points);
+    return *chart;
+}
+
+void drawChart(benchmark::State &state, ChartParameters::Style_t style, bool computeColor, Symbol::Type symbolType)
+{
+    OneChart &tokens = chartOf(static_cast<int>(state.range(0)));
+    ChartDataset *dataset = tokens.data.getDataset("curve");
+    ChartParameters looks;
+    looks.setStyle(style);
+    looks.setComputeColor(computeColor);
+    looks.setSymbol(Symbol(symbolType, 1.0, false));
+    dataset->setParameters(looks);
+    Chart chart;
+    chart.setOrigin({105, 100});
+    chart.setSize({180, 120});
+    chart.setToken("c");
+    for (auto _ : state) {
+        chart.computeDynamicData(StageIdentifier(1), &tokens);
+        NoPainter painter;
+        painter.setMode(0);
+        chart.draw(&tokens, &painter, 0);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void drawLineChart(benchmark::State &state)
+{
+    drawChart(state, ChartParameters::STYLE_LINE, false, Symbol::TYPE_NONE);
+}
+BENCHMARK(drawLineChart)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+void drawColoredPoints(benchmark::State &state)
+{
+    drawChart(state, ChartParameters::STYLE_POINTS, true, Symbol::TYPE_CIRCLE);
+}
+BENCHMARK(drawColoredPoints)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+void drawBarChart(benchmark::State &state)
+{
+    drawChart(state, ChartParameters::STYLE_BARS, false, Symbol::TYPE_NONE);
+}
+BENCHMARK(drawBarChart)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// The two multiplications of each point into a polyline, and nothing else.
+void plainPass(benchmark::State &state)
+{
+    OneChart &tokens = chartOf(static_cast<int>(state.range(0)));
+    ChartDataset const *dataset = tokens.data.getDataset("curve");
+    for (auto _ : state) {
+        std::vector<BaVec2d<double>> places;
+        places.reserve(dataset->getNumberOfPoints());
+        for (auto it = dataset->getPointBegin(0); it != dataset->getPointEnd(); ++it)
+            places.push_back({10.0 + 0.02 * it->point.x, 120.0 - 0.4 * it->point.y});
+        benchmark::DoNotOptimize(places.data());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(plainPass)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
+
+void updateChart(benchmark::State &state)
+{
+    OneChart &tokens = chartOf(static_cast<int>(state.range(0)));
+    Chart chart;
+    chart.setOrigin({105, 100});
+    chart.setSize({180, 120});
+    chart.setToken("c");
+    for (auto _ : state)
+        chart.computeDynamicData(StageIdentifier(1), &tokens);
+}
+BENCHMARK(updateChart)->Arg(10000)->Arg(10000000)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+} // namespace Zem::Fig2
