@@ -148,6 +148,20 @@ TEST_F(SeriesPage, drawsTheCurveOfASeriesThatIsThere)
     EXPECT_FALSE(place.read("gone.svg").contains("stroke=\"#d55e00\""));
 }
 
+TEST_F(SeriesPage, isToldTheSeriesThatIsMissing)
+{
+    place.write("page.figure.toml", chartPage("[[series]]\nfile = \"log.csv\"\n", "log.tyme", "log.farce"));
+
+    CommandResult const result = place.zemfig({"check", "page.figure.toml"});
+
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.output.find("no data has 'log.tyme' for this axis (did you mean 'log.time'?)"), std::string::npos)
+        << result.output;
+    EXPECT_NE(result.output.find("no data has 'log.farce' for this axis (did you mean 'log.force'?)"),
+              std::string::npos)
+        << result.output;
+}
+
 TEST_F(SeriesPage, marksTheStageThatIsDrawn)
 {
     place.write("stages.csv", "a\n10\n20\n30\n");
