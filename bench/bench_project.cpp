@@ -2,8 +2,8 @@
 #include <ZemFig2ChartInterface.h>
 #include <ZemMeasTokenInterface.h>
 
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -87,8 +87,8 @@ void chartOfSeries(benchmark::State &state)
     LoggerFiles const files(static_cast<int>(state.range(0)));
     Project const project(files.project(), OpenMode_t::READ);
     ProjectTokenInterface const tokens(&project);
-    QString const token =
-        Fig2::ChartInterface::createToken(QStringLiteral("log.time"), {QStringLiteral("log.a"), QStringLiteral("log.b")});
+    QString const token = Fig2::ChartInterface::createToken(QStringLiteral("log.time"),
+                                                            {QStringLiteral("log.a"), QStringLiteral("log.b")});
     for (auto _ : state) {
         benchmark::DoNotOptimize(tokens.getChart(token));
         tokens.releaseChart(token);

@@ -4,6 +4,7 @@
 #include "page_schema.h"
 #include "page_source.h"
 
+#include <ZemFig2Chart.h>
 #include <ZemFig2LabelBase.h>
 #include <ZemFig2Tools.h>
 
@@ -47,6 +48,8 @@ public:
             checkPlace(**it);
             if (auto const *label = dynamic_cast<LabelBase const *>(*it))
                 checkTokens(*label);
+            if (auto const *chart = dynamic_cast<GenericChart const *>(*it))
+                checkCurves(*chart);
         }
     }
 
@@ -80,6 +83,27 @@ private:
         }
         if (label.getText().count(QLatin1Char('$')) % 2 != 0)
             report(QStringLiteral("%1: a '$' without its partner, the text behind it is lost").arg(describe(label)));
+    }
+
+    void checkCurves(GenericChart const &chart)
+    {
+        ChartInterface *charts = document_->figure->getChartInterface();
+        using DataTokens = std::vector<ChartInterface::DataToken>;
+        checkOffer(chart, chart.getTokenX(), charts ? charts->getTokensX() : DataTokens());
+        DataTokens const offered = charts ? charts->getTokensY() : DataTokens();
+        for (auto const &[token, look] : chart.getData())
+            checkOffer(chart, token.getName(), offered);
+    }
+
+    void checkOffer(GenericChart const &chart, QString const &name,
+                    std::vector<ChartInterface::DataToken> const &offered)
+    {
+        std::vector<QString> names;
+        for (ChartInterface::DataToken const &token : offered)
+            names.push_back(token.getName());
+        if (!name.isEmpty() && std::find(names.begin(), names.end(), name) == names.end())
+            report(QStringLiteral("%1: no data has '%2' for this axis%3")
+                       .arg(describe(chart), name, suggestion(name, names)));
     }
 
     QString fileName_;

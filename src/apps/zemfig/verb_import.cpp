@@ -114,8 +114,9 @@ void requireOwnGroups(std::vector<CsvTable> const &tables, SeriesOptions const &
         QString const group = seriesGroup(table, options);
         auto const [first, isNew] = fileOfGroup.emplace(group, table.fileName);
         if (!isNew)
-            throw UsageError(QStringLiteral("'%1' and '%2' are both of the group '%3': import one at a time, with --group")
-                                 .arg(first->second, table.fileName, group));
+            throw UsageError(
+                QStringLiteral("'%1' and '%2' are both of the group '%3': import one at a time, with --group")
+                    .arg(first->second, table.fileName, group));
     }
 }
 
@@ -135,9 +136,8 @@ void importFiles(Arguments const &arguments)
     }
     SeriesOptions const options{QString::fromStdString(arguments.group), {}};
     requireOwnGroups(tables, options);
-    importTables(arguments, tables, &progress, [&options](Project *project, CsvTable const &table) {
-        return project->importSeries(table, options);
-    });
+    importTables(arguments, tables, &progress,
+                 [&options](Project *project, CsvTable const &table) { return project->importSeries(table, options); });
 }
 
 } // namespace

@@ -121,8 +121,8 @@ public:
     /// throws ProjectError when a name stands for none, when values are no numbers, or when the quantities differ.
     std::vector<double> numbers(QString const &tokens, UnitData *unit) const;
 
-    /// The numbers of one token by stage, in its unit; moments as UTC milliseconds since 1970-01-01. One entry for each of
-    /// `stages`, which are ascending; NaN where there is no value. Throws also for a token of text.
+    /// The numbers of one token by stage, in its unit; moments as UTC milliseconds since 1970-01-01. One entry for each
+    /// of `stages`, which are ascending; NaN where there is no value. Throws also for a token of text.
     std::vector<double> numbersByStage(ProjectToken const &token, std::vector<unsigned int> const &stages) const;
 
     /// All series, in the order in which they came in; none in a project of an older release.

@@ -59,8 +59,8 @@ ChartStore::Chart *ChartStore::refreshed(QString const &token)
 {
     contents_->refresh();
     auto found = charts_.find(token);
-    bool const isCurrent = found != charts_.end() && found->second.revision == contents_->revision() &&
-                           found->second.stage == stage_;
+    bool const isCurrent =
+        found != charts_.end() && found->second.revision == contents_->revision() && found->second.stage == stage_;
     if (!isCurrent) {
         std::optional<ChartPlan> const plan = ChartPlan::make(*contents_, token);
         if (!plan && found == charts_.end()) {

@@ -117,8 +117,7 @@ void TableImport::chooseNames()
         auto const index = static_cast<std::size_t>(&column - table_.columns.data());
         QString const name = uniqueName(prefix + columnName(column.name, index), names_);
         if (series.contains(name)) {
-            throw ImportError(
-                QStringLiteral("%1: '%2' is a series of the project already").arg(table_.fileName, name));
+            throw ImportError(QStringLiteral("%1: '%2' is a series of the project already").arg(table_.fileName, name));
         }
         columns_.emplace_back(&column, name);
         names_.insert(name);

@@ -18,11 +18,12 @@ constexpr char const *TABLES[] = {
     "CREATE INDEX value_of_stage ON value (stage)",
 };
 
-// The series of one table have the same rows. Numbers stand in chunks of their bytes: "BYTEA" is the word of PostgreSQL,
-// SQLite stores bytes as they are under any word.
+// The series of one table have the same rows. Numbers stand in chunks of their bytes: "BYTEA" is the word of
+// PostgreSQL, SQLite stores bytes as they are under any word.
 constexpr char const *SERIES_TABLES[] = {
     "CREATE TABLE series_table (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, row_count BIGINT NOT NULL)",
-    "CREATE TABLE series (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, title TEXT NOT NULL, type INTEGER NOT NULL, "
+    "CREATE TABLE series (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, title TEXT NOT NULL, type INTEGER NOT "
+    "NULL, "
     "quantity TEXT NOT NULL, unit TEXT NOT NULL, modified BIGINT NOT NULL, series_table BIGINT NOT NULL)",
     "CREATE TABLE series_chunk (series BIGINT NOT NULL, chunk BIGINT NOT NULL, data BYTEA NOT NULL, "
     "PRIMARY KEY (series, chunk))",

@@ -70,8 +70,9 @@ public:
 private:
     [[noreturn]] void fail() const
     {
-        connection_.fail(
-            QStringLiteral("the project is damaged: series '%1' has not the values of its %2 rows").arg(name_).arg(rows_));
+        connection_.fail(QStringLiteral("the project is damaged: series '%1' has not the values of its %2 rows")
+                             .arg(name_)
+                             .arg(rows_));
     }
 
     void append(QByteArray const &bytes, std::size_t count)
@@ -106,8 +107,8 @@ std::vector<ProjectSeries> readSeries(SqlConnection const &connection)
                        "FROM series ORDER BY id")
             .arg(QLatin1String(TOKEN_COLUMNS)));
     while (query.next()) {
-        ProjectSeries series{readTokenRow(connection, query), readWhole(connection, query, 7), query.value(8).toString(),
-                             readRowCount(connection, query, 9)};
+        ProjectSeries series{readTokenRow(connection, query), readWhole(connection, query, 7),
+                             query.value(8).toString(), readRowCount(connection, query, 9)};
         if (series.type == ColumnType_t::TEXT) {
             connection.fail(QStringLiteral("the project is damaged: series '%1' is of text").arg(series.name));
         }

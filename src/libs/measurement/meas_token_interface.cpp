@@ -172,7 +172,7 @@ Value ProjectTokenInterface::toValue(StageValue const &stored) const
     }
     std::int64_t const whole = std::get<std::int64_t>(stored.value);
     return token->type == ColumnType_t::DATE_TIME ? Value::fromDateTime(QDateTime::fromMSecsSinceEpoch(whole, Qt::UTC))
-                                                 : integerValue(whole);
+                                                  : integerValue(whole);
 }
 
 } // namespace Zem::Measurement

@@ -91,8 +91,7 @@ TEST(ZemfigImportSeries, refusesTwoFilesOfOneGroup)
         place.zemfig({"import", "a.csv", "b.csv", "--series", "--group", "R1", "--project", "p.zem"});
 
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.errors.find("'a.csv' and 'b.csv' are both of the group 'R1'"), std::string::npos)
-        << result.errors;
+    EXPECT_NE(result.errors.find("'a.csv' and 'b.csv' are both of the group 'R1'"), std::string::npos) << result.errors;
     EXPECT_FALSE(place.exists("p.zem"));
 }
 
@@ -121,12 +120,72 @@ TEST_F(SeriesPage, mayStandBesideAFileOfStages)
                                                "columns = [\"time\", \"force\"]\n") +
                                         LABEL);
 
-    CommandResult const result =
-        place.zemfig({"render", "page.figure.toml", "-o", "out.svg", "--stage", "all"});
+    CommandResult const result = place.zemfig({"render", "page.figure.toml", "-o", "out.svg", "--stage", "all"});
 
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_TRUE(place.exists("out-1.svg"));
     EXPECT_TRUE(place.exists("out-2.svg"));
+}
+
+/// A page with one chart: what is in the [data] and [[series]] tables, over x, with an orange curve.
+QByteArray chartPage(QByteArray const &data, char const *x, char const *y)
+{
+    return data + "[[element]]\ntype = \"generic_chart\"\norigin = [100, 100]\nsize = [150, 80]\ntoken_x = \"" + x +
+           "\"\nshow_current_stage = true\ncurrent_stage_style = { width = 0.2, color = \"#009e73\" }\n"
+           "[[element.curve]]\ntoken = \"" +
+           y + "\"\nline_style = { width = 0.3, color = \"#d55e00\" }\n";
+}
+
+TEST_F(SeriesPage, drawsTheCurveOfASeriesThatIsThere)
+{
+    place.write("known.figure.toml", chartPage("[[series]]\nfile = \"log.csv\"\n", "log.time", "log.force"));
+    place.write("gone.figure.toml", chartPage("[[series]]\nfile = \"log.csv\"\n", "log.time", "log.farce"));
+
+    EXPECT_EQ(place.zemfig({"render", "known.figure.toml", "-o", "known.svg"}).exitCode, 0);
+    EXPECT_EQ(place.zemfig({"render", "gone.figure.toml", "-o", "gone.svg"}).exitCode, 0);
+
+    EXPECT_TRUE(place.read("known.svg").contains("stroke=\"#d55e00\""));
+    EXPECT_FALSE(place.read("gone.svg").contains("stroke=\"#d55e00\""));
+}
+
+TEST_F(SeriesPage, isToldTheSeriesThatIsMissing)
+{
+    place.write("page.figure.toml", chartPage("[[series]]\nfile = \"log.csv\"\n", "log.tyme", "log.farce"));
+
+    CommandResult const result = place.zemfig({"check", "page.figure.toml"});
+
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.output.find("no data has 'log.tyme' for this axis (did you mean 'log.time'?)"), std::string::npos)
+        << result.output;
+    EXPECT_NE(result.output.find("no data has 'log.farce' for this axis (did you mean 'log.force'?)"),
+              std::string::npos)
+        << result.output;
+}
+
+TEST_F(SeriesPage, marksTheStageThatIsDrawn)
+{
+    place.write("stages.csv", "a\n10\n20\n30\n");
+    place.write("page.figure.toml", chartPage("[data]\nfile = \"stages.csv\"\n", "stage", "a"));
+
+    EXPECT_EQ(place.zemfig({"render", "page.figure.toml", "-o", "out.svg", "--stage", "1..2"}).exitCode, 0);
+
+    EXPECT_TRUE(place.read("out-1.svg").contains("stroke=\"#009e73\""));
+    EXPECT_TRUE(place.read("out-2.svg").contains("stroke=\"#009e73\""));
+    EXPECT_NE(place.read("out-1.svg"), place.read("out-2.svg"));
+}
+
+TEST_F(SeriesPage, isToldThatAProjectIsDamaged)
+{
+    place.zemfig({"import", "log.csv", "--series", "--project", "p.zem"});
+    place.write("page.figure.toml", chartPage("[data]\nproject = \"p.zem\"\n", "log.time", "log.force"));
+    QByteArray bytes = place.read("p.zem");
+    place.write("p.zem", bytes.left(bytes.size() - 4096));
+
+    CommandResult const result = place.zemfig({"render", "page.figure.toml", "-o", "out.svg"});
+
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_TRUE(result.errors.starts_with("zemfig: p.zem: ")) << result.errors; // in the words of SQLite
+    EXPECT_FALSE(place.exists("out.svg"));
 }
 
 TEST_F(SeriesPage, isToldTheFileThatIsMissing)
@@ -203,9 +262,9 @@ TEST_F(SeriesPage, isReadWithItsOwnOptions)
 {
     place.write("log.csv", "t;v\n0,5;-200\n1,5;7\n");
 
-    CommandResult const good = check(
-        "[[series]]\nfile = \"log.csv\"\ndelimiter = \"semicolon\"\ndecimal_comma = true\nmissing = -200\n"
-        "[series.unit]\nt = \"s\"\n");
+    CommandResult const good =
+        check("[[series]]\nfile = \"log.csv\"\ndelimiter = \"semicolon\"\ndecimal_comma = true\nmissing = -200\n"
+              "[series.unit]\nt = \"s\"\n");
     EXPECT_EQ(good.exitCode, 0) << good.output << good.errors;
 
     CommandResult const bad = check("[[series]]\nfile = \"log.csv\"\n[series.unit]\nz = \"s\"\n");

@@ -48,9 +48,9 @@ TEST_F(ProjectCharts, offerNumbersAndMomentsAlongX)
     import("R1.load,note,when\n1,x,2017-07-26\n");
     importSeries("t,v,text\n1,2,x\n", "log");
 
-    EXPECT_EQ(textsOf(charts.getTokensX()), (std::vector<std::string>{"stage by stage", "R1.load[R1] by stage",
-                                                                      "when by stage", "log.t[log] by row",
-                                                                      "log.v[log] by row"}));
+    EXPECT_EQ(textsOf(charts.getTokensX()),
+              (std::vector<std::string>{"stage by stage", "R1.load[R1] by stage", "when by stage", "log.t[log] by row",
+                                        "log.v[log] by row"}));
 }
 
 TEST_F(ProjectCharts, offerNumbersAlongY)

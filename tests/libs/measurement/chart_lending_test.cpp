@@ -45,7 +45,9 @@ TEST_F(ChartLending, readsAnewWhatNobodyHoldsOrRegistered)
 {
     importSeries("v\n1\n2\n");
     QString const token = chart("stage", {"a.v"});
-    { Borrowed const data(tokens, token); }
+    {
+        Borrowed const data(tokens, token);
+    }
     breakValues();
 
     EXPECT_THROW(tokens.getChart(token), ProjectError);
@@ -56,7 +58,9 @@ TEST_F(ChartLending, readsNothingAnewThatIsRegistered)
     importSeries("v\n1\n2\n");
     QString const token = chart("stage", {"a.v"});
     charts.registerChartToken(token);
-    { Borrowed const data(tokens, token); }
+    {
+        Borrowed const data(tokens, token);
+    }
     breakValues();
 
     EXPECT_EQ(pointsOf(Borrowed(tokens, token), "a.v"), "0:(1, 1) 1:(2, 2)");
@@ -67,7 +71,9 @@ TEST_F(ChartLending, givesUpWhatIsRegisteredNoMore)
     importSeries("v\n1\n2\n");
     QString const token = chart("stage", {"a.v"});
     charts.registerChartToken(token);
-    { Borrowed const data(tokens, token); }
+    {
+        Borrowed const data(tokens, token);
+    }
     breakValues();
     charts.unregisterChartToken(token);
 
@@ -167,7 +173,9 @@ TEST_F(ChartLending, keepsTheCounterWithoutAChange)
     import("y\n1\n2\n");
     unsigned int const before = counter(chart("stage", {"y"}));
     import("y\n1\n2\n");
-    { Borrowed const data(tokens, chart("stage", {"y"})); }
+    {
+        Borrowed const data(tokens, chart("stage", {"y"}));
+    }
 
     EXPECT_EQ(counter(chart("stage", {"y"})), before);
 }
@@ -226,7 +234,9 @@ TEST_F(ChartLending, movesTheMarkOfWhatIsRegistered)
     import("y\n1\n2\n");
     QString const token = chart("stage", {"y"});
     charts.registerChartToken(token);
-    { Borrowed const data(tokens, token); }
+    {
+        Borrowed const data(tokens, token);
+    }
     charts.setCurrentStage(StageIdentifier(2));
 
     EXPECT_EQ(markersOf(Borrowed(tokens, token)), "line 2, points (2, 2)");

@@ -146,8 +146,7 @@ TEST_F(SeriesImportTest, refusesAColumnThatIsShorterThanItsTable)
     CsvTable table = parse("v,w\n1.5,1\n2.5,2\n");
     table.columns[0].numbers.pop_back();
 
-    EXPECT_EQ(errorOf([&] { project.importSeries(table); }),
-              "a.csv: column \"v\" has not one value for each row");
+    EXPECT_EQ(errorOf([&] { project.importSeries(table); }), "a.csv: column \"v\" has not one value for each row");
     EXPECT_TRUE(project.series().empty());
 }
 
@@ -169,7 +168,8 @@ TEST_F(SeriesImportTest, takesTenThousandColumns)
         header << QStringLiteral("c%1").arg(i);
         row << QStringLiteral("%1.5").arg(i);
     }
-    QString const text = header.join(QLatin1Char(',')) + QLatin1Char('\n') + row.join(QLatin1Char(',')) + QLatin1Char('\n');
+    QString const text =
+        header.join(QLatin1Char(',')) + QLatin1Char('\n') + row.join(QLatin1Char(',')) + QLatin1Char('\n');
 
     EXPECT_EQ(import(text.toStdString()).series.size(), 10'000);
     EXPECT_EQ(project.series().size(), 10'000u);
