@@ -1,6 +1,6 @@
 // The stream blocks of charts, those of older releases, and charts in figures.
-#include "crafted_element.h"
 #include "chart_element_fixture.h"
+#include "crafted_element.h"
 #include "tree_builders.h"
 
 #include <ZemFig2Figure.h>
@@ -9,8 +9,8 @@
 namespace Zem::Fig2 {
 namespace {
 
-using Support::blockForm;
 using Support::BlockCrafter;
+using Support::blockForm;
 using Support::loadBlocks;
 using Support::parameterForm;
 using Support::Payload;

@@ -193,15 +193,15 @@ TEST(ChartCopy, hasAllButTheConnectors)
 /// The entries of ChartBase, as they are written.
 std::string entriesOf(ChartBase const &chart)
 {
-    QString const text =
-        Parse::createBool("show_current_stage", chart.getShowCurrentStage()) +
-        Parse::createBool("show_point_markers", chart.getShowPointMarkers()) +
-        Parse::createDouble("left_margin", chart.getLeftMargin()) +
-        Parse::createDouble("right_margin", chart.getRightMargin()) + chart.getAxisX().getParameterString("axis_x") +
-        chart.getAxisY().getParameterString("axis_y") + chart.getGrid().getParameterString("grid") +
-        chart.getInnerBorder().getParameterString("inner_border") +
-        chart.getCurrentStageStyle().getParameterString("current_stage_style") +
-        chart.getPointMarkerSymbol().getParameterString("point_marker_symbol");
+    QString const text = Parse::createBool("show_current_stage", chart.getShowCurrentStage()) +
+                         Parse::createBool("show_point_markers", chart.getShowPointMarkers()) +
+                         Parse::createDouble("left_margin", chart.getLeftMargin()) +
+                         Parse::createDouble("right_margin", chart.getRightMargin()) +
+                         chart.getAxisX().getParameterString("axis_x") + chart.getAxisY().getParameterString("axis_y") +
+                         chart.getGrid().getParameterString("grid") +
+                         chart.getInnerBorder().getParameterString("inner_border") +
+                         chart.getCurrentStageStyle().getParameterString("current_stage_style") +
+                         chart.getPointMarkerSymbol().getParameterString("point_marker_symbol");
     return text.toStdString();
 }
 
@@ -247,11 +247,11 @@ TEST(ChartParameterString, mayNameThePointMarkerAsOlderReleasesDid)
 {
     Chart chart;
 
-    EXPECT_EQ(loadParameters(chart, (Parse::createString("current_stage_marker_symbol",
-                                                         Symbol::getTypeId(Symbol::TYPE_BOX)) +
-                                     Parse::createDouble("current_stage_marker_size", 2.5))
-                                        .toStdString()),
-              "");
+    EXPECT_EQ(
+        loadParameters(chart, (Parse::createString("current_stage_marker_symbol", Symbol::getTypeId(Symbol::TYPE_BOX)) +
+                               Parse::createDouble("current_stage_marker_size", 2.5))
+                                  .toStdString()),
+        "");
 
     EXPECT_EQ(chart.getPointMarkerSymbol(), Symbol(Symbol::TYPE_BOX, 2.5, false));
     EXPECT_EQ(parameterForm(chart).find("current_stage_marker"), std::string::npos);
@@ -264,8 +264,7 @@ TEST(ChartParameterString, mayNameOneOfTheOlderEntries)
     EXPECT_EQ(chart.getPointMarkerSymbol(), Symbol(Symbol::TYPE_MARKER, 2.5, false));
 
     loadParameters(
-        chart,
-        Parse::createString("current_stage_marker_symbol", Symbol::getTypeId(Symbol::TYPE_STAR)).toStdString());
+        chart, Parse::createString("current_stage_marker_symbol", Symbol::getTypeId(Symbol::TYPE_STAR)).toStdString());
     EXPECT_EQ(chart.getPointMarkerSymbol(), Symbol(Symbol::TYPE_STAR, 2.5, false));
 }
 

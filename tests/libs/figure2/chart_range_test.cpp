@@ -302,7 +302,8 @@ TEST_F(ChartCoordinates, ofThePageAreTurnedBack)
     chart.setAngle(M_PI / 2);
     update();
 
-    // The value 1,1 lies 3.05 to the right of the centre and 2.8 above it; turned, it is 2.8 to the left and 3.05 above.
+    // The value 1,1 lies 3.05 to the right of the centre and 2.8 above it; turned, it is 2.8 to the left and 3.05
+    // above.
     expectPlace({1, 1}, 69.1, 47.5);
     expectAt(chart.getChartCoordinates({66.05 - 2.8, 50.3 - 3.05}), 1, 1);
 }
