@@ -58,4 +58,25 @@ inline std::vector<std::string> namesOf(GenericChart const &chart)
     return names;
 }
 
+/// Writes the part of the base alone.
+class BaseBlocks : public GenericChart
+{
+public:
+    void save(IO::OutStream *stream, int a, int b) const override { ChartBase::save(stream, a, b); }
+};
+
+/// The blocks of ChartBase and one of a generic chart of time that claims so many entries.
+inline Support::BlockCrafter craftedGeneric(unsigned int version, unsigned int count, Entries const &entries)
+{
+    Support::BlockCrafter crafter;
+    crafter.add([](IO::OutStream &stream) { BaseBlocks().save(&stream, -1, -1); });
+    crafter.block(version, Support::Payload().s("time").u(count));
+    return crafter.add([&entries](IO::OutStream &stream) {
+        for (auto const &[token, parameters] : entries) {
+            token.save(&stream);
+            parameters.save(&stream);
+        }
+    });
+}
+
 } // namespace Zem::Fig2

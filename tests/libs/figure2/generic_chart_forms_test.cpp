@@ -7,12 +7,10 @@ namespace Zem::Fig2 {
 namespace {
 
 using Names = std::vector<std::string>;
-using Support::BlockCrafter;
 using Support::blockForm;
 using Support::loadBlocks;
 using Support::loadParameters;
 using Support::parameterForm;
-using Support::Payload;
 using Support::thrownText;
 
 class GenericChartForms : public testing::Test
@@ -119,28 +117,6 @@ TEST_F(GenericChartForms, ofParametersWithABadEntryChangeNoEntries)
     }
 }
 
-/// Writes what the base writes, too.
-class BaseBlocks : public GenericChart
-{
-public:
-    using GenericChart::GenericChart;
-    void save(IO::OutStream *stream, int a, int b) const override { ChartBase::save(stream, a, b); }
-};
-
-/// The blocks of ChartBase and one of the generic chart that claims so many entries.
-BlockCrafter crafted(unsigned int version, unsigned int count, Entries const &entries)
-{
-    BlockCrafter crafter;
-    crafter.add([](IO::OutStream &stream) { BaseBlocks().save(&stream, -1, -1); });
-    crafter.block(version, Payload().s("time").u(count));
-    return crafter.add([&entries](IO::OutStream &stream) {
-        for (auto const &[token, parameters] : entries) {
-            token.save(&stream);
-            parameters.save(&stream);
-        }
-    });
-}
-
 TEST_F(GenericChartForms, ofBlocksAreReadBackExactly)
 {
     GenericChart read;
@@ -168,7 +144,7 @@ TEST_F(GenericChartForms, ofBlocksOfEachVersionAreTheSame)
         GenericChart read;
         spoil(read);
 
-        loadBlocks(read, crafted(version, 2, chart.getData()).bytes());
+        loadBlocks(read, craftedGeneric(version, 2, chart.getData()).bytes());
 
         EXPECT_EQ(read.getToken(), chart.getToken()) << version;
         EXPECT_EQ(namesOf(read), namesOf(chart));
@@ -179,7 +155,7 @@ TEST_F(GenericChartForms, ofBlocksMayHoldNoEntries)
 {
     spoil(chart);
 
-    loadBlocks(chart, crafted(6, 0, {}).bytes());
+    loadBlocks(chart, craftedGeneric(6, 0, {}).bytes());
 
     EXPECT_EQ(chart.getToken(), "");
     EXPECT_EQ(chart.getTokenX(), "time");
@@ -190,7 +166,7 @@ TEST_F(GenericChartForms, ofANewerBlockAreRefused)
 {
     spoil(chart);
 
-    EXPECT_EQ(thrownText<IO::StreamException>([this] { loadBlocks(chart, crafted(7, 0, {}).bytes()); }),
+    EXPECT_EQ(thrownText<IO::StreamException>([this] { loadBlocks(chart, craftedGeneric(7, 0, {}).bytes()); }),
               "cannot load figure chart: wrong block version");
 
     EXPECT_EQ(namesOf(chart), (Names{"x", "y", "z"}));
@@ -202,8 +178,8 @@ TEST_F(GenericChartForms, thatClaimMoreEntriesThanThereAreAreRefused)
         GenericChart read;
         spoil(read);
 
-        std::string const error =
-            thrownText<IO::StreamException>([&] { loadBlocks(read, crafted(6, count, chart.getData()).bytes()); });
+        std::string const error = thrownText<IO::StreamException>(
+            [&] { loadBlocks(read, craftedGeneric(6, count, chart.getData()).bytes()); });
 
         EXPECT_EQ(error.find("cannot load figure chart: cannot load figure generic chart data token: "), 0U) << error;
         EXPECT_EQ(namesOf(read), (Names{"x", "y", "z"}));
@@ -254,7 +230,7 @@ TEST_F(GenericChartLoad, exchangesTheTokenInUse)
 
 TEST_F(GenericChartLoad, thatFailsTakesTheTokenBackUntilTheNextUpdate)
 {
-    EXPECT_THROW(loadBlocks(*shown, crafted(7, 0, {}).bytes()), IO::StreamException);
+    EXPECT_THROW(loadBlocks(*shown, craftedGeneric(7, 0, {}).bytes()), IO::StreamException);
     EXPECT_EQ(calls, Calls{"remove GENERIC_CHART/before/x/y/z"});
 
     shown->computeDynamicData(StageIdentifier(1), nullptr);
