@@ -214,19 +214,29 @@ TEST_F(ChartLayout, hasAnEmptyPlotWhenItIsSmallerThanItsAxes)
     expectPlot({50, 52.5}, {0, 0});
 }
 
-TEST_F(ChartLayout, ofAFreshChartIsMadeForTheTicksOfNoLength)
+TEST_F(ChartLayout, doesNotDependOnTheOneBefore)
 {
-    // An axis without length has the one tick "0.0" and a margin of 3. Its final ticks up to "10.0" have one of 4.
+    // The ticks up to "10.0" have a margin of 4, those of the layout before have one of 3.
     show({{0, 0}, {10, 10}});
-    update();
-    EXPECT_NEAR(chart.getAxisX().getLength(), 112.1 - (9.1 - 3), 1e-9);
-    expectMargins(11.1, 4, 2.5, 8.1);
-    expectScale((106 - 8) / 10.0, 5);
+    for (int updates = 0; updates < 3; ++updates) {
+        update();
+        EXPECT_NEAR(chart.getAxisX().getLength(), 112.1 - (11.1 - 4), 1e-9);
+        expectMargins(11.1, 4, 2.5, 8.1);
+        expectScale((112.1 - 15.1) / 10, 5);
+    }
+}
 
-    // The next time the ticks are known beforehand.
+TEST_F(ChartLayout, goesOnUntilAxesAndPlotShareTheirEnds)
+{
+    show({{0, 0}, {1000000, 10}});
     update();
-    EXPECT_NEAR(chart.getAxisX().getLength(), 112.1 - (11.1 - 4), 1e-9);
-    expectScale((112.1 - 15.1) / 10, 5);
+    double left = 0;
+    double right = 0;
+    double top = 0;
+    double bottom = 0;
+    chart.getMargins(&left, &right, &top, &bottom);
+    double const ticks = chart.getAxisX().getLength() - 2.0 * chart.getAxisX().getMargin();
+    EXPECT_NEAR(ticks, 112.1 - left - right, 1e-9);
 }
 
 TEST_F(ChartLayout, hasAMinimumSizeOfItsMarginsAndVisibleAxes)
