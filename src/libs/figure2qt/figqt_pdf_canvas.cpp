@@ -14,6 +14,11 @@ namespace {
 
 constexpr double POINTS_PER_MM = 72.0 / MM_PER_INCH;
 constexpr int BANDS = 256;
+// Finer than what printers of 600 dpi show.
+constexpr double CELLS_PER_INCH = 720.0;
+// Of a line with so many points that some were left out, in millimetres.
+constexpr int DENSE_DECIMALS = 2;
+constexpr int DECIMALS = 4;
 
 Color mixed(Color const &a, Color const &b, double share)
 {
@@ -64,10 +69,10 @@ void PdfCanvas::number(double value, int decimals)
     content_ += ' ';
 }
 
-void PdfCanvas::point(QPointF const &at)
+void PdfCanvas::point(QPointF const &at, int decimals)
 {
-    number(at.x());
-    number(at.y());
+    number(at.x(), decimals);
+    number(at.y(), decimals);
 }
 
 void PdfCanvas::matrix(QTransform const &transform, char const *op)
@@ -152,8 +157,39 @@ void PdfCanvas::addPath(QPainterPath const &path)
     walkPath(path, visitor);
 }
 
+double PdfCanvas::getCellSize() const
+{
+    return MM_PER_INCH / CELLS_PER_INCH;
+}
+
+void PdfCanvas::finish()
+{
+    if (gathered_)
+        content_ += "S\n";
+    gathered_.reset();
+}
+
+void PdfCanvas::drawPolyline(Polyline const &line, Stroke const &stroke)
+{
+    // Where translucent lines cross, two are seen.
+    if (gathered_ && (*gathered_ != stroke || stroke.color.getAlpha() != 255))
+        finish();
+    if (!gathered_)
+        setStroke(stroke);
+    gathered_ = stroke;
+    char const *op = "m\n";
+    for (QPointF const &at : line.points) {
+        point(at, line.thinned ? DENSE_DECIMALS : DECIMALS);
+        content_ += op;
+        op = "l\n";
+    }
+    if (line.closed)
+        content_ += "h\n";
+}
+
 void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
 {
+    finish();
     if (fill)
         setFill(*fill);
     if (stroke)
@@ -170,6 +206,7 @@ void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color c
 
 void PdfCanvas::pushClip(QPainterPath const &area)
 {
+    finish();
     content_ += "q\n";
     outer_.push_back(state_);
     // An empty area hides everything; PDF wants at least a point.
@@ -181,6 +218,7 @@ void PdfCanvas::pushClip(QPainterPath const &area)
 
 void PdfCanvas::popClip()
 {
+    finish();
     content_ += "Q\n";
     state_ = outer_.back();
     outer_.pop_back();
@@ -188,6 +226,7 @@ void PdfCanvas::popClip()
 
 void PdfCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
+    finish();
     bool const opaque =
         std::all_of(colors.begin(), colors.end(), [](Color const &one) { return one.getAlpha() == 255; });
     if (colors.size() == 1 || !opaque)

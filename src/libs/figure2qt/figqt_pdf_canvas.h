@@ -25,12 +25,15 @@ public:
     /// The dictionary of what the content refers to.
     std::string getResources() const;
 
+    double getCellSize() const override;
     void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
+    void drawPolyline(Polyline const &line, Stroke const &stroke) override;
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
                    QTransform const &toPage) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
+    void finish() override;
 
 private:
     /// What the file's graphics state holds, so that only changes are written.
@@ -48,7 +51,7 @@ private:
     };
 
     void number(double value, int decimals = 4);
-    void point(QPointF const &at);
+    void point(QPointF const &at, int decimals = 4);
     void matrix(QTransform const &transform, char const *op);
     void color(Color const &color, char const *op);
     void setFill(Color const &color);
@@ -70,6 +73,7 @@ private:
     PdfFonts *fonts_;
     std::string content_;
     State state_;
+    std::optional<Stroke> gathered_; // of the lines that were not painted yet
     QPointF textOrigin_; // where the line of text in hand begins, millimetres from the corner of its layout, y up
     std::vector<State> outer_;
     std::map<std::string, int> usedFonts_;

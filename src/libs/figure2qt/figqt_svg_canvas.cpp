@@ -10,6 +10,9 @@ namespace Zem::Fig2Qt {
 
 namespace {
 
+// Finer than what printers of 600 dpi show.
+constexpr double CELLS_PER_INCH = 720.0;
+
 QString number(double value)
 {
     std::string text;
@@ -145,6 +148,11 @@ void SvgCanvas::writeStroke(Stroke const &stroke)
         dashes.append(number(length));
     if (!dashes.isEmpty())
         attribute("stroke-dasharray", dashes.join(QLatin1Char(' ')));
+}
+
+double SvgCanvas::getCellSize() const
+{
+    return MM_PER_INCH / CELLS_PER_INCH;
 }
 
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)

@@ -16,6 +16,7 @@ public:
     /// `xml` is not owned.
     explicit SvgCanvas(QXmlStreamWriter *xml) : xml_(xml) {}
 
+    double getCellSize() const override;
     void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,

@@ -1,0 +1,190 @@
+#include "figqt_coverage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace Zem::Fig2Qt {
+
+namespace {
+
+constexpr int LINES_PER_PIXEL = 16;
+constexpr int STEPS_PER_PIXEL = 256; // up and down
+constexpr int FULL = LINES_PER_PIXEL * STEPS_PER_PIXEL;
+// So many pixel columns are painted at once that a row of them fills a cache line.
+constexpr int TILE = 16;
+constexpr std::size_t JOIN_FROM = 32;
+
+} // namespace
+
+Coverage::Coverage(int width, int height)
+    : width_(width), height_(height), bounds_(0, 0, width, height),
+      lines_(static_cast<std::size_t>(width) * LINES_PER_PIXEL), forth_(lines_.size()), back_(lines_.size()),
+      begin_(width * LINES_PER_PIXEL), end_(0), steps_(static_cast<std::size_t>(height) + 2),
+      tile_(static_cast<std::size_t>(height) * TILE)
+{
+}
+
+void Coverage::setBounds(QRect const &bounds)
+{
+    bounds_ = bounds & QRect(0, 0, width_, height_);
+}
+
+/// The first line at or to the right of the place, within the bounds.
+int Coverage::firstLineFrom(double x) const
+{
+    double const line = std::clamp(x * LINES_PER_PIXEL - 0.5, static_cast<double>(bounds_.left() * LINES_PER_PIXEL),
+                                   static_cast<double>((bounds_.right() + 1) * LINES_PER_PIXEL));
+    auto const whole = static_cast<int>(line);
+    return whole < line ? whole + 1 : whole;
+}
+
+void Coverage::walkEdge(QPointF const &from, QPointF const &to)
+{
+    bool const forth = from.x() < to.x();
+    QPointF const &left = forth ? from : to;
+    QPointF const &right = forth ? to : from;
+    int const first = firstLineFrom(left.x());
+    int const end = firstLineFrom(right.x());
+    if (first >= end)
+        return;
+    std::vector<int> &crossings = forth ? forth_ : back_;
+    double const slope = (right.y() - left.y()) / (right.x() - left.x());
+    double const low = std::clamp(std::min(left.y(), right.y()), 0.0, static_cast<double>(height_));
+    double const high = std::clamp(std::max(left.y(), right.y()), 0.0, static_cast<double>(height_));
+    double y = left.y() + ((first + 0.5) / LINES_PER_PIXEL - left.x()) * slope;
+    for (int line = first; line < end; ++line, y += slope / LINES_PER_PIXEL)
+        crossings[static_cast<std::size_t>(line)] =
+            static_cast<int>(std::clamp(y, low, high) * STEPS_PER_PIXEL + 0.5);
+}
+
+void Coverage::addConvex(std::span<QPointF const> corners)
+{
+    if (bounds_.isEmpty() || corners.empty())
+        return;
+    auto const [left, right] = std::minmax_element(corners.begin(), corners.end(), [](QPointF const &a, QPointF const &b) {
+        return a.x() < b.x();
+    });
+    int const first = firstLineFrom(left->x());
+    int const end = firstLineFrom(right->x());
+    if (first >= end)
+        return;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        walkEdge(corners[i], corners[i + 1 < corners.size() ? i + 1 : 0]);
+    int const top = bounds_.top() * STEPS_PER_PIXEL;
+    int const bottom = (bounds_.bottom() + 1) * STEPS_PER_PIXEL;
+    for (int line = first; line < end; ++line) {
+        auto const [low, high] =
+            std::minmax(forth_[static_cast<std::size_t>(line)], back_[static_cast<std::size_t>(line)]);
+        if (low < bottom && high > top)
+            addSpan(line, std::max(low, top), std::min(high, bottom));
+    }
+    begin_ = std::min(begin_, first);
+    end_ = std::max(end_, end);
+}
+
+void Coverage::addSpan(int line, int top, int bottom)
+{
+    if (top >= bottom)
+        return;
+    Line &spans = lines_[static_cast<std::size_t>(line)];
+    if (!spans.empty() && top <= spans.back().bottom && bottom >= spans.back().top) {
+        spans.back() = {std::min(top, spans.back().top), std::max(bottom, spans.back().bottom)};
+        return;
+    }
+    // Only what could not be joined lets the memory grow.
+    if (spans.size() == spans.capacity() && spans.size() >= JOIN_FROM)
+        join(&spans);
+    spans.push_back({top, bottom});
+}
+
+void Coverage::join(Line *spans)
+{
+    if (spans->size() < 2)
+        return;
+    std::sort(spans->begin(), spans->end(), [](Span const &a, Span const &b) { return a.top < b.top; });
+    auto last = spans->begin();
+    for (auto span = last + 1; span != spans->end(); ++span) {
+        if (span->top <= last->bottom)
+            last->bottom = std::max(last->bottom, span->bottom);
+        else
+            *++last = *span;
+    }
+    spans->erase(last + 1, spans->end());
+}
+
+void Coverage::take(PaintRow const &paint)
+{
+    if (!isEmpty()) {
+        int const end = (end_ + LINES_PER_PIXEL - 1) / LINES_PER_PIXEL;
+        for (int pixel = begin_ / LINES_PER_PIXEL / TILE * TILE; pixel < end; pixel += TILE)
+            takeTile(pixel, paint);
+    }
+    begin_ = width_ * LINES_PER_PIXEL;
+    end_ = 0;
+}
+
+void Coverage::takeTile(int firstPixel, PaintRow const &paint)
+{
+    int top = height_;
+    int bottom = 0;
+    int const columns = std::min(TILE, width_ - firstPixel);
+    for (int column = 0; column < columns; ++column) {
+        addPixelColumn(firstPixel + column);
+        sumPixelColumn(column);
+        top = std::min(top, top_);
+        bottom = std::max(bottom, bottom_);
+    }
+    for (int y = top; y < bottom; ++y) {
+        unsigned char *row = tile_.data() + static_cast<std::size_t>(y) * TILE;
+        std::uint64_t words[TILE / 8];
+        std::memcpy(words, row, TILE);
+        if ((words[0] | words[1]) == 0)
+            continue;
+        paint(firstPixel, y, {row, static_cast<std::size_t>(columns)});
+        std::memset(row, 0, TILE);
+    }
+}
+
+void Coverage::addPixelColumn(int pixel)
+{
+    top_ = height_;
+    bottom_ = 0;
+    auto const step = [this](int at, int sign) {
+        int const inside = at % STEPS_PER_PIXEL;
+        int *place = steps_.data() + at / STEPS_PER_PIXEL;
+        place[0] += sign * (STEPS_PER_PIXEL - inside);
+        place[1] += sign * inside;
+    };
+    for (int i = 0; i < LINES_PER_PIXEL; ++i) {
+        Line &spans = lines_[static_cast<std::size_t>(pixel * LINES_PER_PIXEL + i)];
+        if (spans.empty())
+            continue;
+        join(&spans);
+        for (Span const &span : spans) {
+            step(span.top, 1);
+            step(span.bottom, -1);
+        }
+        top_ = std::min(top_, spans.front().top / STEPS_PER_PIXEL);
+        bottom_ = std::max(bottom_, (spans.back().bottom + STEPS_PER_PIXEL - 1) / STEPS_PER_PIXEL);
+        spans.clear();
+    }
+}
+
+void Coverage::sumPixelColumn(int column)
+{
+    int sum = 0;
+    for (int y = top_; y < bottom_; ++y) {
+        sum += steps_[static_cast<std::size_t>(y)];
+        steps_[static_cast<std::size_t>(y)] = 0;
+        tile_[static_cast<std::size_t>(y * TILE + column)] =
+            static_cast<unsigned char>((sum * 255 + FULL / 2) / FULL);
+    }
+    if (bottom_ > top_) {
+        steps_[static_cast<std::size_t>(bottom_)] = 0;
+        steps_[static_cast<std::size_t>(bottom_) + 1] = 0;
+    }
+}
+
+} // namespace Zem::Fig2Qt
