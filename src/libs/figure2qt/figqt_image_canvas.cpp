@@ -11,7 +11,7 @@ namespace Zem::Fig2Qt {
 
 namespace {
 
-constexpr double CELLS_PER_PIXEL = 16.0;
+constexpr double CELLS_PER_PIXEL = 8.0;
 // Dashes shorter than this, in pixels, are none that could be seen.
 constexpr double SHORTEST_PATTERN = 0.1;
 // Beyond this, counting pixels in whole numbers is not safe.

@@ -1,6 +1,8 @@
 #include "figqt_ink.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace Zem::Fig2Qt {
 
@@ -8,21 +10,33 @@ namespace {
 
 constexpr std::uint32_t OPAQUE = 0xff000000U;
 
-std::uint32_t divideBy255(std::uint32_t value)
+// Two pixels, a number of 16 bits for each channel: GCC and Clang make one or two instructions of each step.
+using Bytes = unsigned char __attribute__((vector_size(8)));
+using Channels = std::uint16_t __attribute__((vector_size(16)));
+
+constexpr std::uint32_t divideBy255(std::uint32_t value)
 {
     return (value + 128U + ((value + 128U) >> 8U)) >> 8U;
 }
 
-/// The channels apart, so that none runs over into the next.
-std::uint32_t mixed(std::uint32_t below, std::uint32_t above, std::uint32_t share)
+Channels channelsOf(std::uint64_t pixels)
 {
-    std::uint32_t result = OPAQUE;
-    for (std::uint32_t const shift : {0U, 8U, 16U}) {
-        std::uint32_t const a = below >> shift & 0xffU;
-        std::uint32_t const b = above >> shift & 0xffU;
-        result |= divideBy255(a * (255U - share) + b * share) << shift;
-    }
-    return result;
+    return __builtin_convertvector(std::bit_cast<Bytes>(pixels), Channels);
+}
+
+/// The same share for the four channels of a pixel.
+Channels sharesOf(std::uint32_t first, std::uint32_t second)
+{
+    auto const a = static_cast<std::uint16_t>(first);
+    auto const b = static_cast<std::uint16_t>(second);
+    return Channels{a, a, a, a, b, b, b, b};
+}
+
+std::uint64_t mixed(Channels below, Channels above, Channels share)
+{
+    Channels const sum = below * (255 - share) + above * share + 128;
+    Channels const result = (sum + (sum >> 8)) >> 8;
+    return std::bit_cast<std::uint64_t>(__builtin_convertvector(result, Bytes));
 }
 
 } // namespace
@@ -49,15 +63,25 @@ void Ink::paint(int x, int y, std::span<unsigned char const> covered, ClipArea c
         paintMasked(pixel, first, y, part, clip);
 }
 
+void Ink::paintPixel(std::uint32_t *pixel, std::uint32_t covered) const
+{
+    std::uint64_t const result = mixed(channelsOf(*pixel), channelsOf(opaque_), sharesOf(covered, covered));
+    *pixel = static_cast<std::uint32_t>(result);
+}
+
 void Ink::paintOpen(std::uint32_t *pixel, std::span<unsigned char const> covered) const
 {
-    if (alpha_ == 255) {
-        for (std::size_t i = 0; i < covered.size(); ++i)
-            pixel[i] = mixed(pixel[i], opaque_, covered[i]);
-        return;
+    Channels const above = channelsOf(static_cast<std::uint64_t>(opaque_) << 32U | opaque_);
+    std::size_t i = 0;
+    for (; i + 2 <= covered.size(); i += 2) {
+        std::uint64_t below = 0;
+        std::memcpy(&below, pixel + i, sizeof below);
+        Channels const share = sharesOf(divideBy255(covered[i] * alpha_), divideBy255(covered[i + 1] * alpha_));
+        below = mixed(channelsOf(below), above, share);
+        std::memcpy(pixel + i, &below, sizeof below);
     }
-    for (std::size_t i = 0; i < covered.size(); ++i)
-        pixel[i] = mixed(pixel[i], opaque_, divideBy255(covered[i] * alpha_));
+    if (i < covered.size())
+        paintPixel(pixel + i, divideBy255(covered[i] * alpha_));
 }
 
 void Ink::paintMasked(std::uint32_t *pixel, int x, int y, std::span<unsigned char const> covered,
@@ -65,7 +89,7 @@ void Ink::paintMasked(std::uint32_t *pixel, int x, int y, std::span<unsigned cha
 {
     for (std::size_t i = 0; i < covered.size(); ++i) {
         std::uint32_t const open = clip.openAt(x + static_cast<int>(i), y);
-        pixel[i] = mixed(pixel[i], opaque_, divideBy255(divideBy255(covered[i] * alpha_) * open));
+        paintPixel(pixel + i, divideBy255(divideBy255(covered[i] * alpha_) * open));
     }
 }
 

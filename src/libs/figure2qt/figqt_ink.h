@@ -24,13 +24,14 @@ public:
     void paint(int x, int y, std::span<unsigned char const> covered, ClipArea const &clip) const;
 
 private:
+    void paintPixel(std::uint32_t *pixel, std::uint32_t covered) const;
     void paintOpen(std::uint32_t *pixel, std::span<unsigned char const> covered) const;
     void paintMasked(std::uint32_t *pixel, int x, int y, std::span<unsigned char const> covered,
                      ClipArea const &clip) const;
 
     std::uint32_t *bits_;
     qsizetype stride_;
-    std::uint32_t opaque_ = 0;
+    std::uint32_t opaque_ = 0xff000000U;
     std::uint32_t alpha_ = 255;
 };
 

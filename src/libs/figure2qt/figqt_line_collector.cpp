@@ -3,7 +3,7 @@
 #include "figqt_line_reducer.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 
 namespace Zem::Fig2Qt {
 
@@ -16,10 +16,31 @@ constexpr double FAR_AWAY = 1e5;
 constexpr double EVERYWHERE = 1e300;
 // A dash is seen only where the line is not dense.
 constexpr double DASHED_CELLS = 4.0;
+constexpr std::size_t BLOCK = 256;
 
 double bounded(double value)
 {
     return std::clamp(value, -FAR_AWAY, FAR_AWAY);
+}
+
+/// False if a coordinate is not finite.
+bool takeToPage(std::span<BaVec2d<double> const> points, QTransform const &toPage, QPointF *to)
+{
+    double const m11 = toPage.m11();
+    double const m12 = toPage.m12();
+    double const m21 = toPage.m21();
+    double const m22 = toPage.m22();
+    double const dx = toPage.dx();
+    double const dy = toPage.dy();
+    bool finite = true;
+    for (auto const &point : points) {
+        // A difference is not 0 for endless values, nor for NaN.
+        finite &= point.x - point.x == 0.0 && point.y - point.y == 0.0;
+        double const x = bounded(point.x);
+        double const y = bounded(point.y);
+        *to++ = {m11 * x + m21 * y + dx, m12 * x + m22 * y + dy};
+    }
+    return finite;
 }
 
 } // namespace
@@ -41,12 +62,9 @@ bool LineCollector::collect(Polygon2d const &polygon, QTransform const &toPage, 
 
 bool LineCollector::addExactly(std::span<BaVec2d<double> const> points, QTransform const &toPage)
 {
-    for (auto const &point : points) {
-        if (!std::isfinite(point.x) || !std::isfinite(point.y))
-            return false;
-        points_.push_back(toPage.map(QPointF(bounded(point.x), bounded(point.y))));
-    }
-    return true;
+    std::size_t const before = points_.size();
+    points_.resize(before + points.size());
+    return takeToPage(points, toPage, points_.data() + before);
 }
 
 bool LineCollector::addThinned(std::span<BaVec2d<double> const> points, QTransform const &toPage, Grid const &grid)
@@ -55,23 +73,16 @@ bool LineCollector::addThinned(std::span<BaVec2d<double> const> points, QTransfo
     LineReducer reducer(grid.dashed ? grid.cell * DASHED_CELLS : grid.cell, grid.dashed ? everywhere : grid.visible,
                         &points_);
     std::size_t const before = points_.size();
-    double const m11 = toPage.m11();
-    double const m12 = toPage.m12();
-    double const m21 = toPage.m21();
-    double const m22 = toPage.m22();
-    double const dx = toPage.dx();
-    double const dy = toPage.dy();
-    for (auto const &point : points) {
-        // NaN passes through std::clamp.
-        if (std::isinf(point.x) || std::isinf(point.y))
+    std::array<QPointF, BLOCK> block;
+    for (std::size_t i = 0; i < points.size(); i += BLOCK) {
+        auto const some = points.subspan(i, std::min(BLOCK, points.size() - i));
+        if (!takeToPage(some, toPage, block.data()))
             return false;
-        double const x = bounded(point.x);
-        double const y = bounded(point.y);
-        reducer.add(m11 * x + m21 * y + dx, m12 * x + m22 * y + dy);
+        reducer.add(std::span(block).first(some.size()));
     }
     reducer.finish();
     parts_.back().thinned = points_.size() - before < points.size();
-    return reducer.isFinite();
+    return true;
 }
 
 std::vector<Polyline> LineCollector::getLines(bool closed) const

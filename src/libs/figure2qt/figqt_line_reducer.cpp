@@ -1,6 +1,5 @@
 #include "figqt_line_reducer.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace Zem::Fig2Qt {
@@ -11,63 +10,140 @@ LineReducer::LineReducer(double cell, QRectF const &visible, std::vector<QPointF
 {
 }
 
+void LineReducer::add(std::span<QPointF const> points)
+{
+    for (std::size_t i = 0; i < points.size();) {
+        std::size_t const followed = common_ == 0 ? follow(points.subspan(i)) : 0;
+        i += followed;
+        if (followed == 0)
+            addPoint(points[i++]);
+    }
+}
+
+/// The short way for the many points that only stretch a column that lies within what is visible. Tells how many.
+std::size_t LineReducer::follow(std::span<QPointF const> points)
+{
+    if (run_ != Run::COLUMN || column_.begin < left_ || column_.end > right_)
+        return 0;
+    Cells const column = column_;
+    Cells const visible{top_, bottom_};
+    Range reach = reach_;
+    std::size_t count = 0;
+    while (count < points.size() && column.contain(points[count].x()) && visible.contain(points[count].y()))
+        reach.extend(points[count++].y());
+    if (count == 0)
+        return 0;
+    reach_ = reach;
+    last_ = points[count - 1];
+    count_ += count;
+    return count;
+}
+
+unsigned LineReducer::sideOf(QPointF const &at) const
+{
+    return (at.x() < left_ ? 1U : 0U) | (at.x() > right_ ? 2U : 0U) | (at.y() < top_ ? 4U : 0U) |
+           (at.y() > bottom_ ? 8U : 0U);
+}
+
+void LineReducer::addPoint(QPointF const &at)
+{
+    unsigned const side = sideOf(at);
+    if ((common_ &= side) != 0) {
+        held_ = at;
+        anyHeld_ = true;
+        return;
+    }
+    if (anyHeld_)
+        pass(held_);
+    anyHeld_ = false;
+    common_ = side;
+    pass(at);
+}
+
+void LineReducer::pass(QPointF const &at)
+{
+    if (run_ == Run::COLUMN && column_.contain(at.x()))
+        reach_.extend(at.y());
+    else if (run_ == Run::ROW && row_.contain(at.y()))
+        reach_.extend(at.x());
+    else
+        return beginOrTurn(at);
+    last_ = at;
+    ++count_;
+}
+
 void LineReducer::finish()
 {
     if (anyHeld_)
         pass(held_);
     anyHeld_ = false;
-    if (running_)
+    if (run_ != Run::NONE)
         endRun(true);
-    running_ = false;
+    run_ = Run::NONE;
 }
 
-void LineReducer::beginRun(Place const &at)
+/// The second point of a run decides whether it goes up and down or to the sides.
+void LineReducer::beginOrTurn(QPointF const &at)
 {
-    if (running_) {
-        keepFirst_ = !isNextTo(at);
-        endRun(keepFirst_);
+    bool const sameColumn = run_ == Run::POINT && column_.contain(at.x());
+    bool const sameRow = run_ == Run::POINT && row_.contain(at.y());
+    if (!sameColumn && !sameRow)
+        return beginRun(at);
+    last_ = at;
+    ++count_;
+    if (at == first_)
+        return; // nothing is decided yet
+    run_ = sameColumn ? Run::COLUMN : Run::ROW;
+    reach_ = sameColumn ? Range{first_.y(), first_.y()} : Range{first_.x(), first_.x()};
+    reach_.extend(sameColumn ? at.y() : at.x());
+}
+
+void LineReducer::beginRun(QPointF const &at)
+{
+    if (run_ != Run::NONE) {
+        bool const further = !isNextTo(at);
+        endRun(further);
+        keepFirst_ = further;
     }
-    running_ = inColumn_ = inRow_ = true;
-    columnBegin_ = std::floor(at.x / cell_) * cell_;
-    rowBegin_ = std::floor(at.y / cell_) * cell_;
-    first_ = last_ = leftmost_ = rightmost_ = topmost_ = bottommost_ = {at, 0};
+    double const column = std::floor(at.x() / cell_) * cell_;
+    double const row = std::floor(at.y() / cell_) * cell_;
+    run_ = Run::POINT;
+    column_ = {column, column + cell_};
+    row_ = {row, row + cell_};
+    first_ = last_ = at;
+    count_ = 1;
 }
 
 /// From the run to a place in the next cell, it does not matter from where the line goes.
-bool LineReducer::isNextTo(Place const &at) const
+bool LineReducer::isNextTo(QPointF const &at) const
 {
-    if (inColumn_)
-        return at.x >= columnBegin_ - cell_ && at.x < columnBegin_ + 2.0 * cell_;
-    return at.y >= rowBegin_ - cell_ && at.y < rowBegin_ + 2.0 * cell_;
+    if (run_ == Run::ROW)
+        return at.y() >= row_.begin - cell_ && at.y() < row_.end + cell_;
+    return at.x() >= column_.begin - cell_ && at.x() < column_.end + cell_;
 }
 
 void LineReducer::endRun(bool keepLast)
 {
-    appended_ = 0;
-    if (keepFirst_)
-        append(first_);
-    Extreme const &low = inColumn_ ? topmost_ : leftmost_;
-    Extreme const &high = inColumn_ ? bottommost_ : rightmost_;
-    bool lowFirst = low.number < high.number;
-    // The shorter way, so that the line does not cross the cells once more than it has to.
-    if (last_.number > 1 && !to_->empty()) {
-        double const from = inColumn_ ? to_->back().y() : to_->back().x();
-        double const toLow = std::abs((inColumn_ ? low.at.y : low.at.x) - from);
-        double const toHigh = std::abs((inColumn_ ? high.at.y : high.at.x) - from);
-        lowFirst = toLow != toHigh ? toLow < toHigh : lowFirst;
-    }
-    append(lowFirst ? low : high);
-    append(lowFirst ? high : low);
-    if (keepLast)
-        append(last_);
+    bool const few = count_ <= 2 || run_ == Run::POINT;
+    if (few || keepFirst_)
+        to_->push_back(first_);
+    if (!few)
+        appendReach();
+    if (count_ > 1 && (few || keepLast))
+        to_->push_back(last_);
 }
 
-void LineReducer::append(Extreme const &point)
+/// The nearer end first, so that the line does not cross the cells once more than it has to.
+void LineReducer::appendReach()
 {
-    if (appended_ == point.number + 1)
-        return;
-    appended_ = point.number + 1;
-    to_->emplace_back(point.at.x, point.at.y);
+    bool const column = run_ == Run::COLUMN;
+    double const from = to_->empty() ? (column ? first_.y() : first_.x()) : (column ? to_->back().y() : to_->back().x());
+    bool const lowFirst = std::abs(reach_.low - from) <= std::abs(reach_.high - from);
+    double const near = lowFirst ? reach_.low : reach_.high;
+    double const far = lowFirst ? reach_.high : reach_.low;
+    to_->push_back(column ? QPointF(first_.x(), near) : QPointF(near, first_.y()));
+    if (near != far)
+        to_->push_back(column ? QPointF(last_.x(), far) : QPointF(far, last_.y()));
 }
 
 } // namespace Zem::Fig2Qt

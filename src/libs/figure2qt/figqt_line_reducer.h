@@ -4,87 +4,58 @@
 #include <QtCore/QPointF>
 #include <QtCore/QRectF>
 
+#include <algorithm>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace Zem::Fig2Qt {
 
 /// Thins one line while its points pass by, in one go and without keeping them. The line that remains runs within a cell
 /// of the one that came in, wherever that could be seen, and reaches as far in every cell. As long as points stay in one
-/// column of cells, or in one row, only the outermost of them are kept, and those from where the line goes on further
-/// than to the next cell. Of what is wholly on one side of `visible` the ends are kept. So what remains follows the
-/// cells and not the points. First and last points are kept as they are.
+/// column of cells, or in one row, only how far they reach is kept, and where the line comes from or goes on to further
+/// than the next cell. Of what is wholly on one side of `visible` the ends are kept. So what remains follows the cells
+/// and not the points. First and last points are kept as they are.
 class LineReducer
 {
 public:
     /// `cell` is above 0. `to` is not owned; the points that remain are appended.
     LineReducer(double cell, QRectF const &visible, std::vector<QPointF> *to);
 
-    void add(double x, double y)
-    {
-        // One comparison for both: a difference is not 0 for endless values, nor for NaN.
-        finite_ &= x - x == 0.0 && y - y == 0.0;
-        unsigned const side = sideOf(x, y);
-        if ((common_ &= side) != 0) {
-            held_ = Place{x, y};
-            anyHeld_ = true;
-            return;
-        }
-        if (anyHeld_)
-            pass(held_);
-        anyHeld_ = false;
-        common_ = side;
-        pass({x, y});
-    }
+    /// Any number of points after those that were added before, all finite.
+    void add(std::span<QPointF const> points);
     /// Hands out what is left. Nothing may be added after it.
     void finish();
-    /// Whether all coordinates so far were finite; else what was appended means nothing.
-    bool isFinite() const { return finite_; }
 
 private:
-    struct Place
+    struct Range
     {
-        double x;
-        double y;
+        double low;
+        double high;
+        void extend(double value)
+        {
+            low = std::min(low, value);
+            high = std::max(high, value);
+        }
     };
-    /// A point of the run in hand, and its number in the run.
-    struct Extreme
+    /// The cells that a run stays in.
+    struct Cells
     {
-        Place at;
-        std::size_t number;
+        double begin;
+        double end;
+        bool contain(double value) const { return value >= begin && value < end; }
     };
+    enum class Run { NONE, POINT, COLUMN, ROW };
 
-    unsigned sideOf(double x, double y) const
-    {
-        return (x < left_ ? 1U : 0U) | (x > right_ ? 2U : 0U) | (y < top_ ? 4U : 0U) | (y > bottom_ ? 8U : 0U);
-    }
-    void pass(Place const &at)
-    {
-        bool const sameColumn = inColumn_ && at.x >= columnBegin_ && at.x < columnBegin_ + cell_;
-        bool const sameRow = inRow_ && at.y >= rowBegin_ && at.y < rowBegin_ + cell_;
-        if (sameColumn || sameRow)
-            extend(at, sameColumn, sameRow);
-        else
-            beginRun(at);
-    }
-    void extend(Place const &at, bool sameColumn, bool sameRow)
-    {
-        inColumn_ = sameColumn;
-        inRow_ = sameRow;
-        last_ = {at, last_.number + 1};
-        if (at.x < leftmost_.at.x)
-            leftmost_ = last_;
-        if (at.x > rightmost_.at.x)
-            rightmost_ = last_;
-        if (at.y < topmost_.at.y)
-            topmost_ = last_;
-        if (at.y > bottommost_.at.y)
-            bottommost_ = last_;
-    }
-    void beginRun(Place const &at);
+    unsigned sideOf(QPointF const &at) const;
+    void addPoint(QPointF const &at);
+    std::size_t follow(std::span<QPointF const> points);
+    void pass(QPointF const &at);
+    void beginOrTurn(QPointF const &at);
+    void beginRun(QPointF const &at);
     void endRun(bool keepLast);
-    bool isNextTo(Place const &at) const;
-    void append(Extreme const &point);
+    bool isNextTo(QPointF const &at) const;
+    void appendReach();
 
     double cell_;
     double left_;
@@ -92,24 +63,18 @@ private:
     double top_;
     double bottom_;
     std::vector<QPointF> *to_;
-    bool finite_ = true;
     unsigned common_ = 0; // the sides on which everything lies since the last point that was passed on
     bool anyHeld_ = false;
-    Place held_ = {};
+    QPointF held_;
 
-    bool running_ = false;
+    Run run_ = Run::NONE;
     bool keepFirst_ = true;
-    bool inColumn_ = false;
-    bool inRow_ = false;
-    double columnBegin_ = 0.0;
-    double rowBegin_ = 0.0;
-    Extreme first_ = {};
-    Extreme last_ = {};
-    Extreme leftmost_ = {};
-    Extreme rightmost_ = {};
-    Extreme topmost_ = {};
-    Extreme bottommost_ = {};
-    std::size_t appended_ = 0; // number of the last appended point of the run, plus one
+    Cells column_ = {};
+    Cells row_ = {};
+    Range reach_ = {}; // of a column up and down, of a row to the sides
+    QPointF first_;
+    QPointF last_;
+    std::size_t count_ = 0;
 };
 
 } // namespace Zem::Fig2Qt

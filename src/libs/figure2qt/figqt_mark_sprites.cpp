@@ -14,7 +14,8 @@ MarkSprites::Sprite const &MarkSprites::get(unsigned x, unsigned y)
         return sprite;
     // A sixteenth stands for all places within it: the shape goes to the middle of them.
     QPainterPath const shape = path_.translated((x + 0.5) / 16.0, (y + 0.5) / 16.0);
-    QRect const box = shape.boundingRect().toAlignedRect() | QRect(0, 0, 1, 1);
+    QRect box = shape.boundingRect().toAlignedRect() | QRect(0, 0, 1, 1);
+    box.setWidth((box.width() + 1) / 2 * 2); // pixels are painted in pairs
     QImage picture(box.size(), QImage::Format_Grayscale8);
     picture.fill(0);
     {

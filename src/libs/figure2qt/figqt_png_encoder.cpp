@@ -111,7 +111,7 @@ public:
         checksum_ = static_cast<std::uint32_t>(
             adler32(1, reinterpret_cast<Bytef const *>(rows.data()), static_cast<uInt>(rows.size())));
         z_stream stream = {};
-        if (deflateInit2(&stream, coding_.level, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY) != Z_OK)
+        if (deflateInit2(&stream, coding_.level, Z_DEFLATED, -MAX_WBITS, 9, Z_RLE) != Z_OK)
             throw std::bad_alloc();
         packed_.resize(deflateBound(&stream, static_cast<uLong>(rows.size())) + 16);
         stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(rows.data()));

@@ -88,8 +88,12 @@ void Stroker::addCorner(QPointF const &at, QPointF const &before, QPointF const 
     if (dot(turn, turn) < FLATNESS * FLATNESS)
         return;
     if (round_)
-        addDisc(at);
-    else if (cross(before, after) > 0.0)
+        return addDisc(at);
+    // A line that goes back on itself has an end there, and no corner.
+    QPointF const middle = before + after;
+    if (dot(middle, middle) < FLATNESS * FLATNESS)
+        return;
+    if (cross(before, after) > 0.0)
         addMitre(at, -before, -after);
     else
         addMitre(at, before, after);
