@@ -4,6 +4,13 @@
 
 namespace Zem::Fig2Qt {
 
+namespace {
+
+constexpr std::size_t MANY = 8; // points of a run
+constexpr double TALL = 8.0;    // cells
+
+} // namespace
+
 LineReducer::LineReducer(double cell, QRectF const &visible, std::vector<QPointF> *to)
     : cell_(cell), left_(visible.left()), right_(visible.right()), top_(visible.top()), bottom_(visible.bottom()),
       to_(to)
@@ -139,11 +146,22 @@ void LineReducer::appendReach()
     bool const column = run_ == Run::COLUMN;
     double const from = to_->empty() ? (column ? first_.y() : first_.x()) : (column ? to_->back().y() : to_->back().x());
     bool const lowFirst = std::abs(reach_.low - from) <= std::abs(reach_.high - from);
-    double const near = lowFirst ? reach_.low : reach_.high;
-    double const far = lowFirst ? reach_.high : reach_.low;
-    to_->push_back(column ? QPointF(first_.x(), near) : QPointF(near, first_.y()));
+    double near = lowFirst ? reach_.low : reach_.high;
+    double far = lowFirst ? reach_.high : reach_.low;
+    Cells const &cells = column ? column_ : row_;
+    double entry = column ? first_.x() : first_.y();
+    double exit = column ? last_.x() : last_.y();
+    // Of many points none stands out; places on the grid repeat from run to run, which packs well.
+    if (count_ > MANY) {
+        entry = exit = (cells.begin + cells.end) / 2.0;
+        if (reach_.high - reach_.low > TALL * cell_) {
+            near = std::round(near / cell_) * cell_;
+            far = std::round(far / cell_) * cell_;
+        }
+    }
+    to_->push_back(column ? QPointF(entry, near) : QPointF(near, entry));
     if (near != far)
-        to_->push_back(column ? QPointF(last_.x(), far) : QPointF(far, last_.y()));
+        to_->push_back(column ? QPointF(exit, far) : QPointF(far, exit));
 }
 
 } // namespace Zem::Fig2Qt

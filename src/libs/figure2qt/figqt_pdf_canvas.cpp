@@ -14,11 +14,10 @@ namespace {
 
 constexpr double POINTS_PER_MM = 72.0 / MM_PER_INCH;
 constexpr int BANDS = 256;
-// Finer than what printers of 600 dpi show.
-constexpr double CELLS_PER_INCH = 720.0;
-// Of a line with so many points that some were left out, in millimetres.
-constexpr int DENSE_DECIMALS = 2;
-constexpr int DECIMALS = 4;
+// In millimetres: finer than what printers of 600 dpi show.
+constexpr double CELL = 0.04;
+// Half of it is the unit of lines so dense that points were left out: in whole numbers they take the fewest bytes.
+constexpr double UNITS_PER_MM = 2.0 / CELL;
 
 Color mixed(Color const &a, Color const &b, double share)
 {
@@ -69,10 +68,10 @@ void PdfCanvas::number(double value, int decimals)
     content_ += ' ';
 }
 
-void PdfCanvas::point(QPointF const &at, int decimals)
+void PdfCanvas::point(QPointF const &at)
 {
-    number(at.x(), decimals);
-    number(at.y(), decimals);
+    number(at.x());
+    number(at.y());
 }
 
 void PdfCanvas::matrix(QTransform const &transform, char const *op)
@@ -131,11 +130,16 @@ void PdfCanvas::setStroke(Stroke const &stroke)
     }
     if (state_.dashes != stroke.dashes) {
         state_.dashes = stroke.dashes;
-        content_ += '[';
-        for (double const length : stroke.dashes)
-            number(length);
-        content_ += "]0 d\n";
+        dashPattern(stroke.dashes, 1.0);
     }
+}
+
+void PdfCanvas::dashPattern(std::vector<double> const &lengths, double scale)
+{
+    content_ += '[';
+    for (double const length : lengths)
+        number(length * scale);
+    content_ += "]0 d\n";
 }
 
 void PdfCanvas::addPath(QPainterPath const &path)
@@ -159,27 +163,46 @@ void PdfCanvas::addPath(QPainterPath const &path)
 
 double PdfCanvas::getCellSize() const
 {
-    return MM_PER_INCH / CELLS_PER_INCH;
+    return CELL;
 }
 
 void PdfCanvas::finish()
 {
     if (gathered_)
-        content_ += "S\n";
+        content_ += dense_ ? "S Q\n" : "S\n";
     gathered_.reset();
+}
+
+/// Makes the content ready for a further line.
+void PdfCanvas::gather(Stroke const &stroke, bool dense)
+{
+    // Where translucent lines cross, two are seen.
+    if (gathered_ && (*gathered_ != stroke || dense_ != dense || stroke.color.getAlpha() != 255))
+        finish();
+    if (gathered_)
+        return;
+    setStroke(stroke);
+    gathered_ = stroke;
+    dense_ = dense;
+    if (!dense)
+        return;
+    content_ += "q ";
+    matrix(QTransform::fromScale(1.0 / UNITS_PER_MM, 1.0 / UNITS_PER_MM), "cm ");
+    number(stroke.width * UNITS_PER_MM);
+    content_ += "w\n";
+    if (!stroke.dashes.empty())
+        dashPattern(stroke.dashes, UNITS_PER_MM);
 }
 
 void PdfCanvas::drawPolyline(Polyline const &line, Stroke const &stroke)
 {
-    // Where translucent lines cross, two are seen.
-    if (gathered_ && (*gathered_ != stroke || stroke.color.getAlpha() != 255))
-        finish();
-    if (!gathered_)
-        setStroke(stroke);
-    gathered_ = stroke;
+    gather(stroke, line.thinned);
+    double const scale = line.thinned ? UNITS_PER_MM : 1.0;
+    int const decimals = line.thinned ? 0 : 4;
     char const *op = "m\n";
     for (QPointF const &at : line.points) {
-        point(at, line.thinned ? DENSE_DECIMALS : DECIMALS);
+        number(at.x() * scale, decimals);
+        number(at.y() * scale, decimals);
         content_ += op;
         op = "l\n";
     }

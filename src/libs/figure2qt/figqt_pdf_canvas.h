@@ -51,11 +51,13 @@ private:
     };
 
     void number(double value, int decimals = 4);
-    void point(QPointF const &at, int decimals = 4);
+    void point(QPointF const &at);
     void matrix(QTransform const &transform, char const *op);
     void color(Color const &color, char const *op);
     void setFill(Color const &color);
     void setStroke(Stroke const &stroke);
+    void dashPattern(std::vector<double> const &lengths, double scale);
+    void gather(Stroke const &stroke, bool dense);
     void setAlpha(char kind, int alpha);
     void setFont(PdfFont const &font, double size);
     void addPath(QPainterPath const &path);
@@ -74,6 +76,7 @@ private:
     std::string content_;
     State state_;
     std::optional<Stroke> gathered_; // of the lines that were not painted yet
+    bool dense_ = false;             // whether they are in their own unit
     QPointF textOrigin_; // where the line of text in hand begins, millimetres from the corner of its layout, y up
     std::vector<State> outer_;
     std::map<std::string, int> usedFonts_;

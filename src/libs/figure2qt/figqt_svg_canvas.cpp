@@ -10,8 +10,8 @@ namespace Zem::Fig2Qt {
 
 namespace {
 
-// Finer than what printers of 600 dpi show.
-constexpr double CELLS_PER_INCH = 720.0;
+// In millimetres: finer than what printers of 600 dpi show.
+constexpr double CELL = 0.04;
 
 QString number(double value)
 {
@@ -152,7 +152,7 @@ void SvgCanvas::writeStroke(Stroke const &stroke)
 
 double SvgCanvas::getCellSize() const
 {
-    return MM_PER_INCH / CELLS_PER_INCH;
+    return CELL;
 }
 
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
