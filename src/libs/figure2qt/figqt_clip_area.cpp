@@ -30,14 +30,27 @@ std::optional<QRectF> rectangleOf(QPainterPath const &path)
 
 } // namespace
 
+void ClipArea::cutTo(QRect const &rect)
+{
+    QRect const before = rect_;
+    rect_ &= rect;
+    if (!mask_.isNull() && !rect_.isEmpty())
+        mask_ = mask_.copy(rect_.translated(-before.topLeft()));
+}
+
+ClipArea ClipArea::rows(int top, int end) const
+{
+    ClipArea result(*this);
+    result.cutTo(QRect(rect_.left(), top, rect_.width(), end - top));
+    return result;
+}
+
 ClipArea ClipArea::narrowed(QPainterPath const &path, QTransform const &toPixels) const
 {
     ClipArea result(*this);
     auto const rectangle = toPixels.type() <= QTransform::TxScale ? rectangleOf(path) : std::nullopt;
     if (rectangle) {
-        result.rect_ &= toPixels.mapRect(*rectangle).toRect();
-        if (!mask_.isNull())
-            result.mask_ = mask_.copy(result.rect_.translated(-rect_.topLeft()));
+        result.cutTo(toPixels.mapRect(*rectangle).toRect());
         return result;
     }
     QPainterPath const area = toPixels.map(path);

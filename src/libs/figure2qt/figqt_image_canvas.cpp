@@ -34,7 +34,7 @@ struct PartCollector
 ImageCanvas::ImageCanvas(QImage *image, double pixelsPerMillimetre)
     : scale_(pixelsPerMillimetre), ink_(image), qPainter_(image),
       painter_(&qPainter_, QTransform::fromScale(scale_, scale_)), coverage_(image->width(), image->height()),
-      clips_{ClipArea(image->rect())}
+      clips_{ClipArea(image->rect())}, marks_(&ink_, image->height())
 {
 }
 
@@ -45,6 +45,7 @@ double ImageCanvas::getCellSize() const
 
 void ImageCanvas::finish()
 {
+    marks_.paint(clips_.back());
     if (!gathered_)
         return;
     ink_.setColor(*gathered_);
@@ -57,7 +58,7 @@ void ImageCanvas::finish()
 /// Makes the coverage ready for more of a colour. What is translucent must not become one with what came before.
 void ImageCanvas::gather(Color const &color)
 {
-    if (gathered_ && (*gathered_ != color || color.getAlpha() != 255))
+    if (!marks_.isEmpty() || (gathered_ && (*gathered_ != color || color.getAlpha() != 255)))
         finish();
     gathered_ = color;
 }
@@ -130,37 +131,21 @@ void ImageCanvas::fillRect(QRectF const &rect, Color const &fill)
 
 void ImageCanvas::drawMark(Mark const &mark, QPointF const &at, Color const &fill)
 {
-    MarkSprites *sprites = spritesOf(mark);
-    if (!sprites)
+    if (!isSmall(mark))
         return Canvas::drawMark(mark, at, fill);
-    finish();
-    QPointF const place = at * scale_;
-    QRect const &open = clips_.back().getRect();
-    double const reach = MarkSprites::LARGEST;
-    if (place.x() < open.left() - reach || place.x() > open.right() + reach || place.y() < open.top() - reach ||
-        place.y() > open.bottom() + reach)
-        return;
-    auto const x = static_cast<int>(std::floor(place.x() * 16.0));
-    auto const y = static_cast<int>(std::floor(place.y() * 16.0));
-    MarkSprites::Sprite const &sprite = sprites->get(static_cast<unsigned>(x & 15), static_cast<unsigned>(y & 15));
-    ink_.setColor(fill);
-    for (int row = 0; row < sprite.getHeight(); ++row)
-        ink_.paint((x >> 4) + sprite.left, (y >> 4) + sprite.top + row, sprite.getRow(row), clips_.back());
+    if (gathered_ || mark.id != markId_ || marks_.isFull())
+        finish();
+    if (mark.id != markId_)
+        marks_.setShape(QTransform::fromScale(scale_, scale_).map(mark.path));
+    markId_ = mark.id;
+    marks_.add(at * scale_, fill);
 }
 
-/// Null for a mark that is too large.
-MarkSprites *ImageCanvas::spritesOf(Mark const &mark)
+bool ImageCanvas::isSmall(Mark const &mark) const
 {
-    if (mark.id != markId_) {
-        markId_ = mark.id;
-        QRectF const box = mark.path.boundingRect();
-        bool const small = std::max(std::max(std::abs(box.left()), std::abs(box.right())),
-                                    std::max(std::abs(box.top()), std::abs(box.bottom()))) *
-                               scale_ * 2.0 <=
-                           MarkSprites::LARGEST;
-        sprites_ = small ? std::make_unique<MarkSprites>(QTransform::fromScale(scale_, scale_).map(mark.path)) : nullptr;
-    }
-    return sprites_.get();
+    QRectF const box = mark.path.controlPointRect();
+    double const reach = std::max({-box.left(), box.right(), -box.top(), box.bottom()});
+    return reach * scale_ <= MarkSprites::LARGEST / 2.0;
 }
 
 void ImageCanvas::drawText(TextLayout const &layout, QTransform const &toPage)

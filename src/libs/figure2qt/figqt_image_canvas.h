@@ -4,13 +4,11 @@
 #include "figqt_canvas.h"
 #include "figqt_coverage.h"
 #include "figqt_ink.h"
-#include "figqt_mark_sprites.h"
+#include "figqt_mark_batch.h"
 #include "figqt_qpainter_canvas.h"
 
 #include <QtGui/QPainter>
 
-#include <map>
-#include <memory>
 #include <optional>
 
 namespace Zem::Fig2Qt {
@@ -40,7 +38,7 @@ private:
     void strokeParts(QPainterPath const &path, Stroke const &stroke);
     void addLine(Polyline const &line, Stroke const &stroke);
     void addDashes(std::vector<QPointF> const &points, bool closed, Stroke const &stroke);
-    MarkSprites *spritesOf(Mark const &mark);
+    bool isSmall(Mark const &mark) const;
 
     double const scale_;
     Ink ink_;
@@ -50,8 +48,8 @@ private:
     std::optional<Color> gathered_; // the colour of what is in the coverage
     std::vector<ClipArea> clips_;   // the last is in force
     std::vector<QPointF> pixels_;
-    std::uint64_t markId_ = 0; // of the sprites at hand
-    std::unique_ptr<MarkSprites> sprites_;
+    MarkBatch marks_;
+    std::uint64_t markId_ = 0; // of the marks' shape
 };
 
 } // namespace Zem::Fig2Qt

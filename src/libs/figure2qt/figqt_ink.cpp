@@ -27,9 +27,8 @@ Channels channelsOf(std::uint64_t pixels)
 /// The same share for the four channels of a pixel.
 Channels sharesOf(std::uint32_t first, std::uint32_t second)
 {
-    auto const a = static_cast<std::uint16_t>(first);
-    auto const b = static_cast<std::uint16_t>(second);
-    return Channels{a, a, a, a, b, b, b, b};
+    constexpr std::uint64_t FOUR_TIMES = 0x01010101U;
+    return channelsOf(first * FOUR_TIMES | second * FOUR_TIMES << 32U);
 }
 
 std::uint64_t mixed(Channels below, Channels above, Channels share)
@@ -71,17 +70,25 @@ void Ink::paintPixel(std::uint32_t *pixel, std::uint32_t covered) const
 
 void Ink::paintOpen(std::uint32_t *pixel, std::span<unsigned char const> covered) const
 {
+    if (alpha_ == 255)
+        paintPairs(pixel, covered, [](std::uint32_t share) { return share; });
+    else
+        paintPairs(pixel, covered, [this](std::uint32_t share) { return divideBy255(share * alpha_); });
+}
+
+template <class ShareOf>
+void Ink::paintPairs(std::uint32_t *pixel, std::span<unsigned char const> covered, ShareOf const &shareOf) const
+{
     Channels const above = channelsOf(static_cast<std::uint64_t>(opaque_) << 32U | opaque_);
     std::size_t i = 0;
     for (; i + 2 <= covered.size(); i += 2) {
         std::uint64_t below = 0;
         std::memcpy(&below, pixel + i, sizeof below);
-        Channels const share = sharesOf(divideBy255(covered[i] * alpha_), divideBy255(covered[i + 1] * alpha_));
-        below = mixed(channelsOf(below), above, share);
+        below = mixed(channelsOf(below), above, sharesOf(shareOf(covered[i]), shareOf(covered[i + 1])));
         std::memcpy(pixel + i, &below, sizeof below);
     }
     if (i < covered.size())
-        paintPixel(pixel + i, divideBy255(covered[i] * alpha_));
+        paintPixel(pixel + i, shareOf(covered[i]));
 }
 
 void Ink::paintMasked(std::uint32_t *pixel, int x, int y, std::span<unsigned char const> covered,

@@ -26,6 +26,8 @@ public:
 private:
     void paintPixel(std::uint32_t *pixel, std::uint32_t covered) const;
     void paintOpen(std::uint32_t *pixel, std::span<unsigned char const> covered) const;
+    template <class ShareOf>
+    void paintPairs(std::uint32_t *pixel, std::span<unsigned char const> covered, ShareOf const &shareOf) const;
     void paintMasked(std::uint32_t *pixel, int x, int y, std::span<unsigned char const> covered,
                      ClipArea const &clip) const;
 

@@ -4,14 +4,18 @@
 #include <QtGui/QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Zem::Fig2Qt {
 
-MarkSprites::Sprite const &MarkSprites::get(unsigned x, unsigned y)
+MarkSprites::MarkSprites(QPainterPath const &path) : path_(path)
 {
-    Sprite &sprite = sprites_[y * 16U + x];
-    if (sprite.width > 0)
-        return sprite;
+    QRectF const box = path.boundingRect();
+    reach_ = static_cast<int>(std::ceil(std::max(std::abs(box.top()), std::abs(box.bottom())))) + 1;
+}
+
+void MarkSprites::paint(unsigned x, unsigned y, Sprite *sprite)
+{
     // A sixteenth stands for all places within it: the shape goes to the middle of them.
     QPainterPath const shape = path_.translated((x + 0.5) / 16.0, (y + 0.5) / 16.0);
     QRect box = shape.boundingRect().toAlignedRect() | QRect(0, 0, 1, 1);
@@ -24,14 +28,13 @@ MarkSprites::Sprite const &MarkSprites::get(unsigned x, unsigned y)
         painter.translate(-box.topLeft());
         painter.fillPath(shape, Qt::white);
     }
-    sprite.left = box.left();
-    sprite.top = box.top();
-    sprite.width = box.width();
+    auto const small = [](auto value) { return static_cast<std::int16_t>(value); };
+    *sprite = {static_cast<std::uint32_t>(covered_.size()), small(box.left()), small(box.top()), small(box.width()),
+               small(box.height())};
     for (int row = 0; row < box.height(); ++row) {
         unsigned char const *line = picture.constScanLine(row);
-        sprite.covered.insert(sprite.covered.end(), line, line + box.width());
+        covered_.insert(covered_.end(), line, line + box.width());
     }
-    return sprite;
 }
 
 } // namespace Zem::Fig2Qt

@@ -4,6 +4,7 @@
 #include <QtGui/QPainterPath>
 
 #include <array>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -19,28 +20,41 @@ public:
 
     struct Sprite
     {
-        int left = 0; ///< from the pixel in which the place lies
-        int top = 0;
-        int width = 0; ///< 0 for one that was not painted yet
-        std::vector<unsigned char> covered;
-
-        int getHeight() const { return static_cast<int>(covered.size()) / width; }
-        std::span<unsigned char const> getRow(int row) const
-        {
-            auto const length = static_cast<std::size_t>(width);
-            return std::span(covered).subspan(static_cast<std::size_t>(row) * length, length);
-        }
+        std::uint32_t covered = 0; ///< where its pixels begin
+        std::int16_t left = 0;     ///< from the pixel in which the place lies
+        std::int16_t top = 0;
+        std::int16_t width = 0; ///< 0 for one that was not painted yet
+        std::int16_t height = 0;
     };
 
     /// `path` about the origin, in pixels, not larger than LARGEST to a side.
-    explicit MarkSprites(QPainterPath const &path) : path_(path) {}
+    explicit MarkSprites(QPainterPath const &path);
+
+    /// How many pixels about a place a sprite may cover, up and down.
+    int getReach() const { return reach_; }
 
     /// For a place that is `x`, `y` sixteenths right of and below the corner of its pixel, 0 to 15.
-    Sprite const &get(unsigned x, unsigned y);
+    Sprite const &get(unsigned x, unsigned y)
+    {
+        Sprite &sprite = sprites_[y * 16U + x];
+        if (sprite.width == 0)
+            paint(x, y, &sprite);
+        return sprite;
+    }
+    /// `row` from 0 to the sprite's height.
+    std::span<unsigned char const> getRow(Sprite const &sprite, int row) const
+    {
+        auto const width = static_cast<std::size_t>(sprite.width);
+        return std::span(covered_).subspan(sprite.covered + static_cast<std::size_t>(row) * width, width);
+    }
 
 private:
+    void paint(unsigned x, unsigned y, Sprite *sprite);
+
     QPainterPath path_;
+    int reach_;
     std::array<Sprite, 256> sprites_;
+    std::vector<unsigned char> covered_; // all together, so that they stay near each other
 };
 
 } // namespace Zem::Fig2Qt

@@ -1,5 +1,6 @@
 #include "figqt_png_encoder.h"
 
+#include "figqt_run_packer.h"
 #include "figqt_units.h"
 
 #include <zlib.h>
@@ -9,6 +10,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <thread>
 #include <vector>
@@ -19,8 +21,8 @@ namespace {
 
 constexpr char SIGNATURE[] = "\x89PNG\r\n\x1a\n";
 constexpr std::size_t STRIP_BYTES = 1U << 20U;
-constexpr char FILTER_NONE = 0;
-constexpr char FILTER_UP = 2;
+constexpr unsigned char FILTER_UP = 2;
+constexpr std::size_t BLOCK = 32; // pixels
 constexpr char GREY = 0;
 constexpr char RGB = 2;
 
@@ -79,18 +81,21 @@ bool isGrey(QImage const &image)
     return true;
 }
 
-/// The samples of a row, without a filter.
-void copyRow(QRgb const *row, int width, bool grey, unsigned char *to)
+/// The difference of each sample of some pixels to the one in the row above.
+void subtractRow(QRgb const *row, QRgb const *above, std::size_t count, bool grey, unsigned char *to)
 {
+    auto const difference = [&](std::size_t x, unsigned shift) {
+        return static_cast<unsigned char>((row[x] >> shift) - (above[x] >> shift));
+    };
     if (grey) {
-        for (int x = 0; x < width; ++x)
-            to[x] = static_cast<unsigned char>(row[x]);
+        for (std::size_t x = 0; x < count; ++x)
+            to[x] = difference(x, 0);
         return;
     }
-    for (int x = 0; x < width; ++x, to += 3) {
-        to[0] = static_cast<unsigned char>(row[x] >> 16U);
-        to[1] = static_cast<unsigned char>(row[x] >> 8U);
-        to[2] = static_cast<unsigned char>(row[x]);
+    for (std::size_t x = 0; x < count; ++x, to += 3) {
+        to[0] = difference(x, 16);
+        to[1] = difference(x, 8);
+        to[2] = difference(x, 0);
     }
 }
 
@@ -98,29 +103,17 @@ void copyRow(QRgb const *row, int width, bool grey, unsigned char *to)
 class Strip
 {
 public:
-    Strip(QImage const &image, bool grey, PngCoding const &coding, int first, int last)
-        : image_(image), grey_(grey), coding_(coding), first_(first), last_(last)
+    Strip(QImage const &image, bool grey, int first, int last) : image_(image), grey_(grey), first_(first), last_(last)
     {
     }
 
     /// `final` for the strip that ends the stream. Throws std::bad_alloc.
     void pack(bool final)
     {
-        std::string const rows = filteredRows();
+        std::vector<unsigned char> const rows = filteredRows();
         size_ = rows.size();
-        checksum_ = static_cast<std::uint32_t>(
-            adler32(1, reinterpret_cast<Bytef const *>(rows.data()), static_cast<uInt>(rows.size())));
-        z_stream stream = {};
-        if (deflateInit2(&stream, coding_.level, Z_DEFLATED, -MAX_WBITS, 9, Z_RLE) != Z_OK)
-            throw std::bad_alloc();
-        packed_.resize(deflateBound(&stream, static_cast<uLong>(rows.size())) + 16);
-        stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(rows.data()));
-        stream.avail_in = static_cast<uInt>(rows.size());
-        stream.next_out = reinterpret_cast<Bytef *>(packed_.data());
-        stream.avail_out = static_cast<uInt>(packed_.size());
-        deflate(&stream, final ? Z_FINISH : Z_SYNC_FLUSH);
-        packed_.resize(stream.total_out);
-        deflateEnd(&stream);
+        checksum_ = static_cast<std::uint32_t>(adler32(1, rows.data(), static_cast<uInt>(rows.size())));
+        RunPacker().pack(rows, final, &packed_);
     }
 
     std::string takePacked() { return std::move(packed_); }
@@ -128,30 +121,31 @@ public:
     std::uint32_t getChecksum() const { return checksum_; }
 
 private:
-    std::string filteredRows() const
+    /// Most pixels are those above them; they are told in blocks.
+    std::vector<unsigned char> filteredRows() const
     {
-        std::size_t const length = static_cast<std::size_t>(image_.width()) * (grey_ ? 1 : 3);
-        std::vector<unsigned char> above(length, 0);
-        std::vector<unsigned char> row(length);
-        if (first_ > 0)
-            copyRow(rowOf(image_, first_ - 1), image_.width(), grey_, above.data());
-        bool const up = coding_.filter == PngCoding::Filter::UP;
-        std::string result(static_cast<std::size_t>(last_ - first_) * (length + 1), '\0');
-        char *to = result.data();
+        auto const width = static_cast<std::size_t>(image_.width());
+        std::size_t const samples = grey_ ? 1 : 3;
+        std::vector<QRgb> const nothing(width);
+        QRgb const *above = first_ > 0 ? rowOf(image_, first_ - 1) : nothing.data();
+        std::vector<unsigned char> result(static_cast<std::size_t>(last_ - first_) * (width * samples + 1));
+        unsigned char *to = result.data();
         for (int y = first_; y < last_; ++y) {
-            copyRow(rowOf(image_, y), image_.width(), grey_, row.data());
-            *to++ = up ? FILTER_UP : FILTER_NONE;
-            for (std::size_t x = 0; x < length; ++x)
-                to[x] = static_cast<char>(up ? row[x] - above[x] : row[x]);
-            to += length;
-            above.swap(row);
+            QRgb const *row = rowOf(image_, y);
+            *to++ = FILTER_UP;
+            for (std::size_t x = 0; x < width; x += BLOCK) {
+                std::size_t const count = std::min(BLOCK, width - x);
+                if (std::memcmp(row + x, above + x, count * sizeof(QRgb)) != 0)
+                    subtractRow(row + x, above + x, count, grey_, to);
+                to += count * samples;
+            }
+            above = row;
         }
         return result;
     }
 
     QImage const &image_;
     bool grey_;
-    PngCoding coding_;
     int first_;
     int last_;
     std::string packed_;
@@ -159,13 +153,13 @@ private:
     std::uint32_t checksum_ = 0;
 };
 
-std::vector<Strip> cutIntoStrips(QImage const &image, bool grey, PngCoding const &coding)
+std::vector<Strip> cutIntoStrips(QImage const &image, bool grey)
 {
     std::size_t const rowBytes = static_cast<std::size_t>(image.width()) * (grey ? 1 : 3) + 1;
     int const rows = static_cast<int>(std::max<std::size_t>(1, STRIP_BYTES / rowBytes));
     std::vector<Strip> strips;
     for (int first = 0; first < image.height(); first += rows)
-        strips.emplace_back(image, grey, coding, first, std::min(first + rows, image.height()));
+        strips.emplace_back(image, grey, first, std::min(first + rows, image.height()));
     return strips;
 }
 
@@ -194,15 +188,15 @@ void packAll(std::vector<Strip> *strips, unsigned int threads)
 
 } // namespace
 
-void encodePng(QImage const &image, double dpi, PngCoding const &coding,
+void encodePng(QImage const &image, double dpi, unsigned int threads,
                std::function<void(std::string_view)> const &write)
 {
     bool const grey = isGrey(image);
     write(std::string_view(SIGNATURE, 8));
     write(header(image, grey));
     write(resolution(dpi));
-    std::vector<Strip> strips = cutIntoStrips(image, grey, coding);
-    packAll(&strips, coding.threads);
+    std::vector<Strip> strips = cutIntoStrips(image, grey);
+    packAll(&strips, threads);
     auto checksum = static_cast<std::uint32_t>(adler32(0, nullptr, 0));
     for (std::size_t i = 0; i < strips.size(); ++i) {
         checksum = static_cast<std::uint32_t>(

@@ -94,7 +94,7 @@ void PngWriter::close()
     requirePages(picture->painter ? 1 : 0, picture->file.getName());
     picture->painter->finish();
     picture->painter.reset();
-    encodePng(picture->image, picture->dpi, {}, [&](std::string_view bytes) { picture->file.write(bytes); });
+    encodePng(picture->image, picture->dpi, 0, [&](std::string_view bytes) { picture->file.write(bytes); });
     picture->file.commit();
 }
 
