@@ -9,7 +9,7 @@ namespace Zem::Fig2Qt {
 
 namespace {
 
-constexpr int LINES_PER_PIXEL = 16;
+constexpr int LINES_PER_PIXEL = static_cast<int>(1.0 / Coverage::FINEST);
 constexpr int STEPS_PER_PIXEL = 256; // up and down
 constexpr int FULL = LINES_PER_PIXEL * STEPS_PER_PIXEL;
 // So many pixel columns are painted at once that a row of them fills a cache line.

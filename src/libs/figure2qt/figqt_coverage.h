@@ -19,6 +19,9 @@ public:
     /// Of one row, from `x` on: what of each pixel is covered, 255 for all of it.
     using PaintRow = std::function<void(int x, int y, std::span<unsigned char const> covered)>;
 
+    /// An area of this width, in pixels, is never missed.
+    static constexpr double FINEST = 1.0 / 16.0;
+
     Coverage(int width, int height);
 
     /// Only what lies within `bounds` counts from now on.

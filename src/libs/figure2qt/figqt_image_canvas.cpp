@@ -124,8 +124,11 @@ void ImageCanvas::addDashes(std::vector<QPointF> const &points, bool closed, Str
 void ImageCanvas::fillRect(QRectF const &rect, Color const &fill)
 {
     gather(fill);
-    QRectF const area(QPointF(std::max(rect.left() * scale_, -FAR_AWAY), std::max(rect.top() * scale_, -FAR_AWAY)),
-                      QPointF(std::min(rect.right() * scale_, FAR_AWAY), std::min(rect.bottom() * scale_, FAR_AWAY)));
+    auto const pixels = [this](double place) { return std::clamp(place * scale_, -FAR_AWAY, FAR_AWAY); };
+    QRectF area(QPointF(pixels(rect.left()), pixels(rect.top())), QPointF(pixels(rect.right()), pixels(rect.bottom())));
+    // However narrow a bar is, it is seen, and among many of them the one that reaches furthest.
+    if (area.width() < Coverage::FINEST)
+        area = QRectF(area.center().x() - Coverage::FINEST / 2.0, area.top(), Coverage::FINEST, area.height());
     coverage_.addConvex(std::array{area.topLeft(), area.topRight(), area.bottomRight(), area.bottomLeft()});
 }
 

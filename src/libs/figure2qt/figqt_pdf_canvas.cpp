@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Zem::Fig2Qt {
 
@@ -14,10 +15,16 @@ namespace {
 
 constexpr double POINTS_PER_MM = 72.0 / MM_PER_INCH;
 constexpr int BANDS = 256;
-// In millimetres: finer than what printers of 600 dpi show.
-constexpr double CELL = 0.04;
-// Half of it is the unit of lines so dense that points were left out: in whole numbers they take the fewest bytes.
-constexpr double UNITS_PER_MM = 2.0 / CELL;
+constexpr double UNITS_PER_MM = 2.0 / VectorCanvas::CELL;
+
+void append(std::string *path, std::initializer_list<double> values, int decimals, char const *op)
+{
+    for (double const value : values) {
+        appendNumber(path, value, decimals);
+        *path += ' ';
+    }
+    *path += op;
+}
 
 Color mixed(Color const &a, Color const &b, double share)
 {
@@ -57,6 +64,12 @@ std::string PdfCanvas::getResources() const
         result += "/Shading<<";
         for (int const object : usedShadings_)
             result += "/S" + std::to_string(object) + " " + reference(object);
+        result += ">>";
+    }
+    if (!forms_.empty()) {
+        result += "/XObject<<";
+        for (auto const &[id, object] : forms_)
+            result += "/M" + std::to_string(object) + " " + reference(object);
         result += ">>";
     }
     return result + ">>";
@@ -161,53 +174,72 @@ void PdfCanvas::addPath(QPainterPath const &path)
     walkPath(path, visitor);
 }
 
-double PdfCanvas::getCellSize() const
+void PdfCanvas::appendLine(Polyline const &line, bool dense, std::string *path) const
 {
-    return CELL;
+    double const scale = dense ? UNITS_PER_MM : 1.0;
+    char const *op = "m\n";
+    for (QPointF const &at : line.points) {
+        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 4, op);
+        op = "l\n";
+    }
+    if (line.closed)
+        *path += "h\n";
 }
 
-void PdfCanvas::finish()
+void PdfCanvas::appendRect(QRectF const &rect, std::string *path) const
 {
-    if (gathered_)
-        content_ += dense_ ? "S Q\n" : "S\n";
-    gathered_.reset();
+    append(path, {rect.x(), rect.y(), rect.width(), rect.height()}, 4, "re\n");
 }
 
-/// Makes the content ready for a further line.
-void PdfCanvas::gather(Stroke const &stroke, bool dense)
+void PdfCanvas::writeLines(std::string const &path, bool dense, Stroke const &stroke)
 {
-    // Where translucent lines cross, two are seen.
-    if (gathered_ && (*gathered_ != stroke || dense_ != dense || stroke.color.getAlpha() != 255))
-        finish();
-    if (gathered_)
-        return;
     setStroke(stroke);
-    gathered_ = stroke;
-    dense_ = dense;
-    if (!dense)
+    if (!dense) {
+        content_ += path + "S\n";
         return;
+    }
     content_ += "q ";
     matrix(QTransform::fromScale(1.0 / UNITS_PER_MM, 1.0 / UNITS_PER_MM), "cm ");
     number(stroke.width * UNITS_PER_MM);
     content_ += "w\n";
     if (!stroke.dashes.empty())
         dashPattern(stroke.dashes, UNITS_PER_MM);
+    content_ += path + "S Q\n";
 }
 
-void PdfCanvas::drawPolyline(Polyline const &line, Stroke const &stroke)
+void PdfCanvas::writeRects(std::string const &path, Color const &fill)
 {
-    gather(stroke, line.thinned);
-    double const scale = line.thinned ? UNITS_PER_MM : 1.0;
-    int const decimals = line.thinned ? 0 : 4;
-    char const *op = "m\n";
-    for (QPointF const &at : line.points) {
-        number(at.x() * scale, decimals);
-        number(at.y() * scale, decimals);
-        content_ += op;
-        op = "l\n";
+    setFill(fill);
+    content_ += path + "f\n";
+}
+
+void PdfCanvas::writeMarks(Mark const &mark, std::vector<PlacedMark> const &places)
+{
+    std::string const show = "cm/M" + std::to_string(formOf(mark)) + " Do Q\n";
+    for (PlacedMark const &place : places) {
+        setFill(place.color);
+        content_ += "q 1 0 0 1 ";
+        number(place.at.x(), 3);
+        number(place.at.y(), 3);
+        content_ += show;
     }
-    if (line.closed)
-        content_ += "h\n";
+}
+
+/// The mark as a content of its own, filled with the colour in force.
+int PdfCanvas::formOf(Mark const &mark)
+{
+    auto const [form, isNew] = forms_.try_emplace(mark.id, 0);
+    if (!isNew)
+        return form->second;
+    std::string const page = std::exchange(content_, {});
+    addPath(mark.path);
+    std::string const shape = std::exchange(content_, page) + (mark.path.fillRule() == Qt::OddEvenFill ? "f*" : "f");
+    QRectF const box = mark.path.boundingRect();
+    std::string entries = "/Type/XObject/Subtype/Form/BBox[";
+    append(&entries, {box.left() - 0.001, box.top() - 0.001, box.right() + 0.001, box.bottom() + 0.001}, 4, "]");
+    form->second = file_->reserve();
+    file_->writeStream(form->second, entries, shape);
+    return form->second;
 }
 
 void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)

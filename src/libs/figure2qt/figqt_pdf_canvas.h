@@ -1,8 +1,8 @@
 // figqt_pdf_canvas.h: a canvas on the content of a PDF page.
 #pragma once
 
-#include "figqt_canvas.h"
 #include "figqt_pdf_font.h"
+#include "figqt_vector_canvas.h"
 
 #include <map>
 #include <optional>
@@ -15,7 +15,7 @@ namespace Zem::Fig2Qt {
 class PdfFile;
 
 /// Gathers the operators of one page and what they refer to.
-class PdfCanvas : public Canvas
+class PdfCanvas : public VectorCanvas
 {
 public:
     /// `height` of the page in millimetres. File and fonts are not owned.
@@ -25,15 +25,12 @@ public:
     /// The dictionary of what the content refers to.
     std::string getResources() const;
 
-    double getCellSize() const override;
     void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
-    void drawPolyline(Polyline const &line, Stroke const &stroke) override;
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
                    QTransform const &toPage) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
-    void finish() override;
 
 private:
     /// What the file's graphics state holds, so that only changes are written.
@@ -57,7 +54,12 @@ private:
     void setFill(Color const &color);
     void setStroke(Stroke const &stroke);
     void dashPattern(std::vector<double> const &lengths, double scale);
-    void gather(Stroke const &stroke, bool dense);
+    void appendLine(Polyline const &line, bool dense, std::string *path) const override;
+    void appendRect(QRectF const &rect, std::string *path) const override;
+    void writeLines(std::string const &path, bool dense, Stroke const &stroke) override;
+    void writeRects(std::string const &path, Color const &fill) override;
+    void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) override;
+    int formOf(Mark const &mark);
     void setAlpha(char kind, int alpha);
     void setFont(PdfFont const &font, double size);
     void addPath(QPainterPath const &path);
@@ -75,13 +77,12 @@ private:
     PdfFonts *fonts_;
     std::string content_;
     State state_;
-    std::optional<Stroke> gathered_; // of the lines that were not painted yet
-    bool dense_ = false;             // whether they are in their own unit
     QPointF textOrigin_; // where the line of text in hand begins, millimetres from the corner of its layout, y up
     std::vector<State> outer_;
     std::map<std::string, int> usedFonts_;
     std::set<std::string> usedStates_;
     std::vector<int> usedShadings_;
+    std::map<std::uint64_t, int> forms_; // of marks, by their id
 };
 
 } // namespace Zem::Fig2Qt
