@@ -62,7 +62,7 @@ public:
             turn(at(place));
         }
         left_ -= end - place;
-        if (isDash())
+        if (isDash() && place < end)
             dash_.push_back(leave < 1.0 ? at(end) : to);
         if (leave < 1.0) {
             endDash();

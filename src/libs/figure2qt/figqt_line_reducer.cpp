@@ -131,13 +131,23 @@ bool LineReducer::isNextTo(QPointF const &at) const
 
 void LineReducer::endRun(bool keepLast)
 {
-    bool const few = count_ <= 2 || run_ == Run::POINT;
-    if (few || keepFirst_)
+    bool const plain = isPlain();
+    if (plain || keepFirst_)
         to_->push_back(first_);
-    if (!few)
+    if (!plain)
         appendReach();
-    if (count_ > 1 && (few || keepLast))
+    if (count_ > 1 && (plain || keepLast))
         to_->push_back(last_);
+}
+
+/// Whether the ends of the run tell all of it. They keep the direction of a smooth line, on which its width depends.
+bool LineReducer::isPlain() const
+{
+    if (count_ <= 2 || run_ == Run::POINT || reach_.high - reach_.low <= cell_)
+        return true;
+    double const from = run_ == Run::COLUMN ? first_.y() : first_.x();
+    double const to = run_ == Run::COLUMN ? last_.y() : last_.x();
+    return std::min(from, to) == reach_.low && std::max(from, to) == reach_.high;
 }
 
 /// The nearer end first, so that the line does not cross the cells once more than it has to.

@@ -54,6 +54,7 @@ private:
     void beginOrTurn(QPointF const &at);
     void beginRun(QPointF const &at);
     void endRun(bool keepLast);
+    bool isPlain() const;
     bool isNextTo(QPointF const &at) const;
     void appendReach();
 

@@ -30,11 +30,11 @@ std::vector<QPointF> discOf(double radius)
 {
     double const step = std::acos(std::clamp(1.0 - FLATNESS / radius, 0.0, 0.98));
     auto const corners = static_cast<int>(std::ceil(std::numbers::pi / step)) + 1;
+    double const turn = 2.0 * std::numbers::pi / corners;
+    double const reach = radius * std::sqrt(turn / std::sin(turn)); // so that the area is that of the disc
     std::vector<QPointF> disc;
-    for (int i = 0; i < corners; ++i) {
-        double const angle = 2.0 * std::numbers::pi * i / corners;
-        disc.emplace_back(radius * std::cos(angle), radius * std::sin(angle));
-    }
+    for (int i = 0; i < corners; ++i)
+        disc.emplace_back(reach * std::cos(turn * i), reach * std::sin(turn * i));
     return disc;
 }
 
