@@ -12,8 +12,9 @@ namespace {
 constexpr int LINES_PER_PIXEL = static_cast<int>(1.0 / Coverage::FINEST);
 constexpr int STEPS_PER_PIXEL = 256; // up and down
 constexpr int FULL = LINES_PER_PIXEL * STEPS_PER_PIXEL;
-// So many pixel columns are painted at once that a row of them fills a cache line.
-constexpr int TILE = 16;
+// Pixel columns that are painted at once: rows of memory are far apart, and so many of them fill what is fetched.
+constexpr int TILE = 64;
+constexpr int GROUP = 8;
 constexpr std::size_t JOIN_FROM = 32;
 
 } // namespace
@@ -138,12 +139,28 @@ void Coverage::takeTile(int firstPixel, PaintRow const &paint)
     }
     for (int y = top; y < bottom; ++y) {
         unsigned char *row = tile_.data() + static_cast<std::size_t>(y) * TILE;
-        std::uint64_t words[TILE / 8];
-        std::memcpy(words, row, TILE);
-        if ((words[0] | words[1]) == 0)
-            continue;
-        paint(firstPixel, y, {row, static_cast<std::size_t>(columns)});
+        paintRow(firstPixel, y, {row, static_cast<std::size_t>(columns)}, paint);
         std::memset(row, 0, TILE);
+    }
+}
+
+/// The parts of it where anything is covered.
+void Coverage::paintRow(int firstPixel, int y, std::span<unsigned char const> row, PaintRow const &paint)
+{
+    auto const isBlank = [&row](std::size_t at) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, row.data() + at, std::min(sizeof word, row.size() - at));
+        return word == 0;
+    };
+    for (std::size_t begin = 0; begin < row.size(); begin += GROUP) {
+        if (isBlank(begin))
+            continue;
+        std::size_t end = begin + GROUP;
+        while (end < row.size() && !isBlank(end))
+            end += GROUP;
+        end = std::min(end, row.size());
+        paint(firstPixel + static_cast<int>(begin), y, row.subspan(begin, end - begin));
+        begin = end;
     }
 }
 

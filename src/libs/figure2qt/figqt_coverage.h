@@ -45,6 +45,7 @@ private:
     void addSpan(int line, int top, int bottom);
     static void join(Line *spans);
     void takeTile(int firstPixel, PaintRow const &paint);
+    static void paintRow(int firstPixel, int y, std::span<unsigned char const> row, PaintRow const &paint);
     void addPixelColumn(int pixel);
     void sumPixelColumn(int column);
 

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -22,7 +23,7 @@ namespace {
 constexpr char SIGNATURE[] = "\x89PNG\r\n\x1a\n";
 constexpr std::size_t STRIP_BYTES = 1U << 20U;
 constexpr unsigned char FILTER_UP = 2;
-constexpr std::size_t BLOCK = 32; // pixels
+constexpr std::size_t BLOCK = 64; // pixels
 constexpr char GREY = 0;
 constexpr char RGB = 2;
 
@@ -70,10 +71,11 @@ QRgb const *rowOf(QImage const &image, int y)
 
 bool isGrey(QImage const &image)
 {
+    int const width = image.width();
     for (int y = 0; y < image.height(); ++y) {
         QRgb const *row = rowOf(image, y);
         std::uint32_t difference = 0;
-        for (int x = 0; x < image.width(); ++x)
+        for (int x = 0; x < width; ++x)
             difference |= (row[x] ^ row[x] >> 8U) & 0xffffU;
         if (difference != 0)
             return false;
@@ -99,6 +101,34 @@ void subtractRow(QRgb const *row, QRgb const *above, std::size_t count, bool gre
     }
 }
 
+/// The Adler-32 checksum of bytes most of which are 0.
+class Checksum
+{
+public:
+    void add(std::span<unsigned char const> bytes)
+    {
+        value_ = adler32(value_, bytes.data(), static_cast<uInt>(bytes.size()));
+    }
+    /// The sum of the bytes stays, and counts once more for each of them.
+    void addZeros(std::size_t count)
+    {
+        uLong const sum = value_ & 0xffffU;
+        value_ = ((value_ >> 16U) + count % MODULUS * sum) % MODULUS << 16U | sum;
+    }
+    std::uint32_t getValue() const { return static_cast<std::uint32_t>(value_); }
+
+private:
+    static constexpr uLong MODULUS = 65521;
+    uLong value_ = 1;
+};
+
+/// What a thread needs to pack one strip after the other.
+struct Bench
+{
+    std::vector<unsigned char> rows;
+    RunPacker packer;
+};
+
 /// Some rows of the picture, packed on their own so that several can be packed at once.
 class Strip
 {
@@ -108,40 +138,46 @@ public:
     }
 
     /// `final` for the strip that ends the stream. Throws std::bad_alloc.
-    void pack(bool final)
+    void pack(bool final, Bench *bench)
     {
-        std::vector<unsigned char> const rows = filteredRows();
-        size_ = rows.size();
-        checksum_ = static_cast<std::uint32_t>(adler32(1, rows.data(), static_cast<uInt>(rows.size())));
-        RunPacker().pack(rows, final, &packed_);
+        filterRows(&bench->rows);
+        size_ = bench->rows.size();
+        bench->packer.pack(bench->rows, final, &packed_);
     }
 
     std::string takePacked() { return std::move(packed_); }
     std::size_t getSize() const { return size_; }
-    std::uint32_t getChecksum() const { return checksum_; }
+    std::uint32_t getChecksum() const { return checksum_.getValue(); }
 
 private:
     /// Most pixels are those above them; they are told in blocks.
-    std::vector<unsigned char> filteredRows() const
+    void filterRows(std::vector<unsigned char> *rows)
     {
         auto const width = static_cast<std::size_t>(image_.width());
         std::size_t const samples = grey_ ? 1 : 3;
         std::vector<QRgb> const nothing(width);
         QRgb const *above = first_ > 0 ? rowOf(image_, first_ - 1) : nothing.data();
-        std::vector<unsigned char> result(static_cast<std::size_t>(last_ - first_) * (width * samples + 1));
-        unsigned char *to = result.data();
+        rows->assign(static_cast<std::size_t>(last_ - first_) * (width * samples + 1), 0);
+        unsigned char *to = rows->data();
         for (int y = first_; y < last_; ++y) {
             QRgb const *row = rowOf(image_, y);
-            *to++ = FILTER_UP;
+            *to = FILTER_UP;
+            checksum_.add({to++, 1});
             for (std::size_t x = 0; x < width; x += BLOCK) {
                 std::size_t const count = std::min(BLOCK, width - x);
-                if (std::memcmp(row + x, above + x, count * sizeof(QRgb)) != 0)
-                    subtractRow(row + x, above + x, count, grey_, to);
+                filterBlock(row + x, above + x, count, {to, count * samples});
                 to += count * samples;
             }
             above = row;
         }
-        return result;
+    }
+
+    void filterBlock(QRgb const *row, QRgb const *above, std::size_t count, std::span<unsigned char> to)
+    {
+        if (std::memcmp(row, above, count * sizeof(QRgb)) == 0)
+            return checksum_.addZeros(to.size());
+        subtractRow(row, above, count, grey_, to.data());
+        checksum_.add(to);
     }
 
     QImage const &image_;
@@ -150,7 +186,7 @@ private:
     int last_;
     std::string packed_;
     std::size_t size_ = 0;
-    std::uint32_t checksum_ = 0;
+    Checksum checksum_;
 };
 
 std::vector<Strip> cutIntoStrips(QImage const &image, bool grey)
@@ -168,9 +204,10 @@ void packAll(std::vector<Strip> *strips, unsigned int threads)
     std::atomic<std::size_t> next = 0;
     std::atomic<bool> failed = false;
     auto const work = [&] {
+        Bench bench;
         for (std::size_t i = next++; i < strips->size(); i = next++) {
             try {
-                (*strips)[i].pack(i + 1 == strips->size());
+                (*strips)[i].pack(i + 1 == strips->size(), &bench);
             } catch (std::bad_alloc const &) {
                 failed = true;
             }

@@ -2,6 +2,7 @@
 
 #include "figqt_image_canvas.h"
 #include "figqt_page_check.h"
+#include "figqt_page_image.h"
 #include "figqt_png_encoder.h"
 #include "figqt_units.h"
 #include "figqt_writer_painter.h"
@@ -76,10 +77,9 @@ Fig2::Painter &PngWriter::beginPage(BaVec2d<double> const &size)
     requireOpen(picture_ != nullptr, "Zem::Fig2Qt::PngWriter::beginPage", "figqt_png_writer", __LINE__);
     requireFirstPage(!picture_->painter, picture_->file.getName());
     picture_->requirePixels(size);
-    picture_->image = QImage(picture_->pixels(size.x), picture_->pixels(size.y), QImage::Format_RGB32);
+    picture_->image = createPageImage(picture_->pixels(size.x), picture_->pixels(size.y));
     if (picture_->image.isNull())
         throw OutputError(text("%1: not enough memory for the picture").arg(picture_->file.getName()));
-    picture_->image.fill(Qt::white);
     picture_->painter =
         std::make_unique<WriterPainter>(std::make_unique<ImageCanvas>(&picture_->image, picture_->dpi / MM_PER_INCH));
     return *picture_->painter;
