@@ -149,13 +149,26 @@ void writeLine(benchmark::State &state, char const *name, Fig2::LineStyle::Style
     writePages(state, name, [&](Fig2::Painter *painter) { drawChartLine(line, style, painter); });
 }
 BENCHMARK_CAPTURE(writeLine, png, "line.png", Fig2::LineStyle::STYLE_FULL)
-    ->Arg(10'000)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(10'000)
+    ->Arg(1'000'000)
+    ->Arg(10'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeLine, dashed_png, "dashed.png", Fig2::LineStyle::STYLE_DASHED)
-    ->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(10'000)
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeLine, pdf, "line.pdf", Fig2::LineStyle::STYLE_FULL)
-    ->Arg(10'000)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(10'000)
+    ->Arg(1'000'000)
+    ->Arg(10'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeLine, svg, "line.svg", Fig2::LineStyle::STYLE_FULL)
-    ->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 /// The same line, all points in one call of a QPainter. More of them would take minutes.
 void writeLineThroughQPainter(benchmark::State &state)
@@ -225,13 +238,21 @@ void writeUpright(benchmark::State &state, char const *name, Upright kind)
     });
 }
 BENCHMARK_CAPTURE(writeUpright, spikes_png, "spikes.png", Upright::SPIKES)
-    ->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeUpright, spikes_pdf, "spikes.pdf", Upright::SPIKES)
-    ->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeUpright, bars_png, "bars.png", Upright::BARS)
-    ->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(writeUpright, bars_pdf, "bars.pdf", Upright::BARS)
-    ->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+    ->Arg(1'000'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 } // namespace
 } // namespace Zem::Fig2Qt

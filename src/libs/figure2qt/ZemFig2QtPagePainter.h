@@ -15,8 +15,8 @@ struct TextLayout;
 
 /// Takes the turns and transformations out of the drawing calls and paints the result on a canvas. Fills follow the
 /// even-odd rule. Whatever has a coordinate that is not finite is left out. Of a line with more points than the output
-/// can show, points are left out that make no difference that could be seen there. Opaque lines, rectangles and marks of
-/// one colour that follow each other may be painted as one.
+/// can show, points are left out that make no difference that could be seen there. Opaque lines, rectangles and marks
+/// of one colour that follow each other may be painted as one.
 class PagePainter : public Fig2::Painter
 {
 public:
@@ -68,7 +68,8 @@ private:
     struct State;
 
     void drawOutlineAndFill(QPainterPath const &path, Fig2::LineStyle const &line, Fig2::FillStyle const &fill);
-    void drawOutline(Polygon2d const &polygon, Fig2::LineStyle const &line, Fig2::Rotation const &rotation, bool closed);
+    void drawOutline(Polygon2d const &polygon, Fig2::LineStyle const &line, Fig2::Rotation const &rotation,
+                     bool closed);
     bool fillRect(Polygon2d const &polygon, Fig2::FillStyle const &fill, Fig2::Rotation const &rotation);
     void drawLayout(TextLayout const &layout, BaVec2d<double> const &position, Fig2::Rotation const &rotation);
 

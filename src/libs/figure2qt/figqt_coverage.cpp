@@ -56,17 +56,15 @@ void Coverage::walkEdge(QPointF const &from, QPointF const &to)
     double const high = std::clamp(std::max(left.y(), right.y()), 0.0, static_cast<double>(height_));
     double y = left.y() + ((first + 0.5) / LINES_PER_PIXEL - left.x()) * slope;
     for (int line = first; line < end; ++line, y += slope / LINES_PER_PIXEL)
-        crossings[static_cast<std::size_t>(line)] =
-            static_cast<int>(std::clamp(y, low, high) * STEPS_PER_PIXEL + 0.5);
+        crossings[static_cast<std::size_t>(line)] = static_cast<int>(std::clamp(y, low, high) * STEPS_PER_PIXEL + 0.5);
 }
 
 void Coverage::addConvex(std::span<QPointF const> corners)
 {
     if (bounds_.isEmpty() || corners.empty())
         return;
-    auto const [left, right] = std::minmax_element(corners.begin(), corners.end(), [](QPointF const &a, QPointF const &b) {
-        return a.x() < b.x();
-    });
+    auto const [left, right] = std::minmax_element(corners.begin(), corners.end(),
+                                                   [](QPointF const &a, QPointF const &b) { return a.x() < b.x(); });
     int const first = firstLineFrom(left->x());
     int const end = firstLineFrom(right->x());
     if (first >= end)
@@ -78,26 +76,62 @@ void Coverage::addConvex(std::span<QPointF const> corners)
     for (int line = first; line < end; ++line) {
         auto const [low, high] =
             std::minmax(forth_[static_cast<std::size_t>(line)], back_[static_cast<std::size_t>(line)]);
-        if (low < bottom && high > top)
-            addSpan(line, std::max(low, top), std::min(high, bottom));
+        addTo(&lines_[static_cast<std::size_t>(line)], {std::max(low, top), std::min(high, bottom)});
     }
     begin_ = std::min(begin_, first);
     end_ = std::max(end_, end);
 }
 
-void Coverage::addSpan(int line, int top, int bottom)
+/// The place in steps, within the bounds.
+int Coverage::stepOf(double y) const
 {
-    if (top >= bottom)
+    double const inside = std::clamp(y, static_cast<double>(bounds_.top()), static_cast<double>(bounds_.bottom() + 1));
+    return static_cast<int>(inside * STEPS_PER_PIXEL + 0.5);
+}
+
+void Coverage::addBox(QPointF const &topLeft, QPointF const &bottomRight)
+{
+    if (bounds_.isEmpty())
         return;
-    Line &spans = lines_[static_cast<std::size_t>(line)];
-    if (!spans.empty() && top <= spans.back().bottom && bottom >= spans.back().top) {
-        spans.back() = {std::min(top, spans.back().top), std::max(bottom, spans.back().bottom)};
+    int const begin = firstLineFrom(topLeft.x());
+    int const end = firstLineFrom(bottomRight.x());
+    if (begin != boxesBegin_ || end != boxesEnd_)
+        addBoxes();
+    boxesBegin_ = begin;
+    boxesEnd_ = end;
+    if (begin < end)
+        addTo(&boxes_, {stepOf(topLeft.y()), stepOf(bottomRight.y())});
+}
+
+void Coverage::addBoxes()
+{
+    if (boxes_.empty())
+        return;
+    join(&boxes_);
+    for (int line = boxesBegin_; line < boxesEnd_; ++line) {
+        for (Span const &span : boxes_)
+            addTo(&lines_[static_cast<std::size_t>(line)], span);
+    }
+    begin_ = std::min(begin_, boxesBegin_);
+    end_ = std::max(end_, boxesEnd_);
+    boxes_.clear();
+}
+
+void Coverage::addTo(Line *spans, Span const &span)
+{
+    if (span.top >= span.bottom)
+        return;
+    if (!spans->empty() && span.top <= spans->back().bottom && span.bottom >= spans->back().top) {
+        spans->back() = {std::min(span.top, spans->back().top), std::max(span.bottom, spans->back().bottom)};
         return;
     }
-    // Only what could not be joined lets the memory grow.
-    if (spans.size() == spans.capacity() && spans.size() >= JOIN_FROM)
-        join(&spans);
-    spans.push_back({top, bottom});
+    if (spans->size() == spans->capacity() && spans->size() >= JOIN_FROM) {
+        join(spans);
+        // Only what could not be joined lets the memory grow; joining again at every span would take for ever.
+        if (spans->size() > spans->capacity() / 2)
+            spans->reserve(2 * spans->capacity());
+    }
+    spans->push_back(span);
 }
 
 void Coverage::join(Line *spans)
@@ -117,6 +151,7 @@ void Coverage::join(Line *spans)
 
 void Coverage::take(PaintRow const &paint)
 {
+    addBoxes();
     if (!isEmpty()) {
         int const end = (end_ + LINES_PER_PIXEL - 1) / LINES_PER_PIXEL;
         for (int pixel = begin_ / LINES_PER_PIXEL / TILE * TILE; pixel < end; pixel += TILE)
@@ -195,8 +230,7 @@ void Coverage::sumPixelColumn(int column)
     for (int y = top_; y < bottom_; ++y) {
         sum += steps_[static_cast<std::size_t>(y)];
         steps_[static_cast<std::size_t>(y)] = 0;
-        tile_[static_cast<std::size_t>(y * TILE + column)] =
-            static_cast<unsigned char>((sum * 255 + FULL / 2) / FULL);
+        tile_[static_cast<std::size_t>(y * TILE + column)] = static_cast<unsigned char>((sum * 255 + FULL / 2) / FULL);
     }
     if (bottom_ > top_) {
         steps_[static_cast<std::size_t>(bottom_)] = 0;

@@ -26,9 +26,12 @@ public:
 
     /// Only what lies within `bounds` counts from now on.
     void setBounds(QRect const &bounds);
-    bool isEmpty() const { return begin_ >= end_; }
+    bool isEmpty() const { return begin_ >= end_ && boxes_.empty(); }
     /// The corners of a convex area, in either direction. Any finite numbers.
     void addConvex(std::span<QPointF const> corners);
+    /// The same for a rectangle along the axes. Many that are as far left and right, one after the other, are joined
+    /// before they are looked at, so that level lines across the picture take no longer than upright ones.
+    void addBox(QPointF const &topLeft, QPointF const &bottomRight);
     /// Hands out the rows that are covered somewhere, and begins anew.
     void take(PaintRow const &paint);
 
@@ -42,7 +45,9 @@ private:
 
     int firstLineFrom(double x) const;
     void walkEdge(QPointF const &from, QPointF const &to);
-    void addSpan(int line, int top, int bottom);
+    int stepOf(double y) const;
+    static void addTo(Line *spans, Span const &span);
+    void addBoxes();
     static void join(Line *spans);
     void takeTile(int firstPixel, PaintRow const &paint);
     static void paintRow(int firstPixel, int y, std::span<unsigned char const> row, PaintRow const &paint);
@@ -53,6 +58,9 @@ private:
     int const height_;
     QRect bounds_;
     std::vector<Line> lines_;
+    int boxesBegin_ = 0; // the lines that the boxes at hand cover
+    int boxesEnd_ = 0;
+    Line boxes_;
     std::vector<int> forth_; // where the edges that run to the right, and back, cross each line
     std::vector<int> back_;
     int begin_; // the lines that were touched

@@ -33,8 +33,8 @@ struct PartCollector
 
 ImageCanvas::ImageCanvas(QImage *image, double pixelsPerMillimetre)
     : scale_(pixelsPerMillimetre), ink_(image), qPainter_(image),
-      painter_(&qPainter_, QTransform::fromScale(scale_, scale_)), coverage_(image->width(), image->height()),
-      clips_{ClipArea(image->rect())}, marks_(&ink_, image->height())
+      painter_(&qPainter_, QTransform::fromScale(scale_, scale_)),
+      coverage_(image->width(), image->height()), clips_{ClipArea(image->rect())}, marks_(&ink_, image->height())
 {
 }
 
@@ -49,9 +49,8 @@ void ImageCanvas::finish()
     if (!gathered_)
         return;
     ink_.setColor(*gathered_);
-    coverage_.take([this](int x, int y, std::span<unsigned char const> covered) {
-        ink_.paint(x, y, covered, clips_.back());
-    });
+    coverage_.take(
+        [this](int x, int y, std::span<unsigned char const> covered) { ink_.paint(x, y, covered, clips_.back()); });
     gathered_.reset();
 }
 
@@ -89,6 +88,11 @@ void ImageCanvas::strokeParts(QPainterPath const &path, Stroke const &stroke)
 
 void ImageCanvas::drawPolyline(Polyline const &line, Stroke const &stroke)
 {
+    // A QPainter is quicker where nothing can be gathered, and exact where nothing overlaps.
+    if (line.points.size() == 2 && stroke.color.getAlpha() != 255) {
+        finish();
+        return painter_.drawPolyline(line, stroke);
+    }
     gather(stroke.color);
     addLine(line, stroke);
 }
@@ -129,7 +133,7 @@ void ImageCanvas::fillRect(QRectF const &rect, Color const &fill)
     // However narrow a bar is, it is seen, and among many of them the one that reaches furthest.
     if (area.width() < Coverage::FINEST)
         area = QRectF(area.center().x() - Coverage::FINEST / 2.0, area.top(), Coverage::FINEST, area.height());
-    coverage_.addConvex(std::array{area.topLeft(), area.topRight(), area.bottomRight(), area.bottomLeft()});
+    coverage_.addBox(area.topLeft(), area.bottomRight());
 }
 
 void ImageCanvas::drawMark(Mark const &mark, QPointF const &at, Color const &fill)

@@ -154,7 +154,8 @@ bool LineReducer::isPlain() const
 void LineReducer::appendReach()
 {
     bool const column = run_ == Run::COLUMN;
-    double const from = to_->empty() ? (column ? first_.y() : first_.x()) : (column ? to_->back().y() : to_->back().x());
+    double const from =
+        to_->empty() ? (column ? first_.y() : first_.x()) : (column ? to_->back().y() : to_->back().x());
     bool const lowFirst = std::abs(reach_.low - from) <= std::abs(reach_.high - from);
     double near = lowFirst ? reach_.low : reach_.high;
     double far = lowFirst ? reach_.high : reach_.low;

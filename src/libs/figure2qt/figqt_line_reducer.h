@@ -11,11 +11,11 @@
 
 namespace Zem::Fig2Qt {
 
-/// Thins one line while its points pass by, in one go and without keeping them. The line that remains runs within a cell
-/// of the one that came in, wherever that could be seen, and reaches as far in every cell. As long as points stay in one
-/// column of cells, or in one row, only how far they reach is kept, and where the line comes from or goes on to further
-/// than the next cell. Of what is wholly on one side of `visible` the ends are kept. So what remains follows the cells
-/// and not the points. First and last points are kept as they are.
+/// Thins one line while its points pass by, in one go and without keeping them. The line that remains runs within a
+/// cell of the one that came in, wherever that could be seen, and reaches as far in every cell. As long as points stay
+/// in one column of cells, or in one row, only how far they reach is kept, and where the line comes from or goes on to
+/// further than the next cell. Of what is wholly on one side of `visible` the ends are kept. So what remains follows
+/// the cells and not the points. First and last points are kept as they are.
 class LineReducer
 {
 public:

@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t LARGE_PAGE = std::size_t{2} << 20U;
 
-/// In large pages of memory, where the system has them: a picture of 35 MB takes 8,500 small ones, and drawing that goes
-/// down the picture finds each of its rows on another one.
+/// In large pages of memory, where the system has them: a picture of 35 MB takes 8,500 small ones, and drawing that
+/// goes down the picture finds each of its rows on another one.
 void *allocate(std::size_t bytes)
 {
     void *memory = std::aligned_alloc(LARGE_PAGE, (bytes + LARGE_PAGE - 1) / LARGE_PAGE * LARGE_PAGE);

@@ -79,7 +79,11 @@ void Stroker::add(std::span<QPointF const> points, bool closed)
 
 void Stroker::addSegment(QPointF const &from, QPointF const &to, QPointF const &across)
 {
-    target_->addConvex(std::array{from + across, to + across, to - across, from - across});
+    if (from.x() != to.x() && from.y() != to.y())
+        return target_->addConvex(std::array{from + across, to + across, to - across, from - across});
+    QPointF const half(std::abs(across.x()), std::abs(across.y()));
+    target_->addBox(QPointF(std::min(from.x(), to.x()), std::min(from.y(), to.y())) - half,
+                    QPointF(std::max(from.x(), to.x()), std::max(from.y(), to.y())) + half);
 }
 
 void Stroker::addCorner(QPointF const &at, QPointF const &before, QPointF const &after)

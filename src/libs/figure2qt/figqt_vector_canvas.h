@@ -42,7 +42,7 @@ private:
 
     std::optional<Stroke> stroke_; // of the lines at hand
     bool dense_ = false;
-    std::optional<Color> fill_; // of the rectangles at hand
+    std::optional<Color> fill_;    // of the rectangles at hand
     std::optional<QRectF> sliver_; // the last of them, not in the path yet
     std::string path_;
     Mark mark_{{}, 0};

@@ -21,8 +21,8 @@ std::vector<int> taken(Coverage *coverage, int width, int height)
 
 void addRect(Coverage *coverage, double left, double top, double right, double bottom)
 {
-    coverage->addConvex(std::array{QPointF(left, top), QPointF(right, top), QPointF(right, bottom),
-                                   QPointF(left, bottom)});
+    coverage->addConvex(
+        std::array{QPointF(left, top), QPointF(right, top), QPointF(right, bottom), QPointF(left, bottom)});
 }
 
 TEST(Coverage, isThePartOfAPixelThatLiesInTheArea)
@@ -75,6 +75,18 @@ TEST(Coverage, leavesOutWhatIsBeyondItsBounds)
     addRect(&coverage, -1e9, -1e9, 1e9, 1e9);
 
     EXPECT_EQ(taken(&coverage, 4, 3), (std::vector{0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0, 0}));
+}
+
+TEST(Coverage, countsBoxesLikeOtherAreas)
+{
+    Coverage coverage(3, 2);
+    coverage.addBox({0.5, 0.25}, {2.25, 1.0});
+    coverage.addBox({0.5, 0.75}, {2.25, 1.5});
+    coverage.addBox({2.0, 0.25}, {2.25, 1.5});
+
+    EXPECT_FALSE(coverage.isEmpty());
+    EXPECT_EQ(taken(&coverage, 3, 2), (std::vector{96, 191, 48, 64, 128, 32}));
+    EXPECT_TRUE(coverage.isEmpty());
 }
 
 TEST(Coverage, ofManyAreasInNoOrderIsTheirUnion)

@@ -265,8 +265,7 @@ TEST(DenseLine, withCoordinatesFarBeyondThePageIsPaintedWhereItCrossesIt)
     std::vector<Vec> points;
     for (int i = 0; i < 1'000; ++i)
         points.emplace_back(i % 2 ? 1e300 : -1e300, 5.05);
-    for (LineStyle const &style :
-         {fullLine(0.3), styledLine(0.3, LineStyle::STYLE_DASHED, LineStyle::CAP_ROUND)}) {
+    for (LineStyle const &style : {fullLine(0.3), styledLine(0.3, LineStyle::STYLE_DASHED, LineStyle::CAP_ROUND)}) {
         QImage const image = paint(PAGE, lineOf(points, style));
         EXPECT_EQ(colorAt(image, 0.05, 3.0), "white");
         EXPECT_LT(inkOf(image).height(), 5.0);
