@@ -1,6 +1,8 @@
 // Lines with more points than the output can show, beside pictures of all their points.
 #include "page_support.h"
 
+#include <ZemFig2QtPainter.h>
+
 #include <gtest/gtest.h>
 
 #include <QtGui/QPainter>
@@ -284,6 +286,48 @@ TEST(DenseLine, withAllPointsAtOnePlaceIsADotIfItIsRound)
     EXPECT_NEAR(dot.height(), 20, 2);
 }
 
+/// What a QPainter makes of all points when it gets few of them at a time.
+QImage allPointsInPieces(std::vector<Vec> const &points, double width)
+{
+    QImage image(300, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(10.0, 10.0);
+    painter.setPen(QPen(Qt::black, width, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    for (std::size_t i = 0; i + 1 < points.size(); i += 16) {
+        QPolygonF piece;
+        for (std::size_t j = i; j < std::min(i + 17, points.size()); ++j)
+            piece.append({points[j].x, points[j].y});
+        painter.drawPolyline(piece);
+    }
+    return image;
+}
+
+TEST(DenseLine, throughThePainterOfAHostIsAsNearAsAllPointsThroughIt)
+{
+    std::vector<Vec> const points = noise(60'000);
+    QImage image(300, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        QPainter qPainter(&image);
+        Fig2Qt::QtPainter painter(&qPainter, QTransform::fromScale(10.0, 10.0));
+        lineOf(points)(painter);
+    }
+
+    QImage const all = allPoints(points, WIDTH);
+    EXPECT_LT(distance(image, all), 1.1 * distance(allPointsInPieces(points, WIDTH), all));
+}
+
+TEST(DenseLine, isNearerToAllPointsThanAQPainterThatDrawsThem)
+{
+    for (int const count : {1'500, 60'000}) {
+        std::vector<Vec> const points = noise(count);
+        QImage const all = allPoints(points, WIDTH);
+        EXPECT_LT(distance(paint(PAGE, lineOf(points)), all), distance(allPointsInPieces(points, WIDTH), all)) << count;
+    }
+}
+
 TEST(DenseLine, takesShortTimeWhateverItsShape)
 {
     std::vector<Vec> column;
@@ -294,7 +338,7 @@ TEST(DenseLine, takesShortTimeWhateverItsShape)
     for (int i = 0; i < 1'000'000; ++i) {
         column.emplace_back(15.0, 1.0 + 8.0 * share(engine));
         spiral.emplace_back(15.0 + 1e-5 * i * std::cos(i * 0.01), 5.0 + 4e-6 * i * std::sin(i * 0.01));
-        if (i % 20 == 0)
+        if (i % 100 == 0)
             scribble.emplace_back(30.0 * share(engine), 10.0 * share(engine));
     }
 
