@@ -134,7 +134,6 @@ void ChartBase::createFromParameterString(QString &parameters)
     reader.record(PARAM_CURRENT_STAGE_STYLE, currentStageStyle_);
     readOldPointMarker(parameters);
     reader.record(PARAM_POINT_MARKER_SYMBOL, pointMarkerSymbol_);
-    invalidate();
 }
 
 void ChartBase::readOldPointMarker(QString &parameters)

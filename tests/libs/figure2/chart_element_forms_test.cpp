@@ -359,6 +359,11 @@ TEST(ChartText, ofOlderReleasesLacksWhatCameLater)
     EXPECT_EQ(ninth.getPointMarkerSymbol().getSize(), 2.5);
     EXPECT_EQ(ninth.getPointMarkerSymbol().getColor(), Color(2, 2, 2));
 
+    Chart const eighth = readText(oldText("8 0 1 3 2.5 ", false));
+    EXPECT_EQ(eighth.getLeftMargin(), 0.0);
+    EXPECT_EQ(eighth.getRightMargin(), 0.0);
+    EXPECT_EQ(eighth.getPointMarkerSymbol().getType(), Symbol::TYPE_CHEQUE);
+
     Chart const fourth = readText(oldText("4 0 1 2.5 ", false));
     EXPECT_TRUE(fourth.getShowPointMarkers());
     EXPECT_EQ(fourth.getLeftMargin(), 0.0);

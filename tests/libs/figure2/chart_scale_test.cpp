@@ -122,6 +122,17 @@ TEST_F(ChartScale, isThatOfAConnectedLegendBeforeThatOfTheData)
     EXPECT_EQ(color(), upTo20);
 }
 
+TEST_F(ChartScale, takesTheLimitsOfALegendToo)
+{
+    Legend2::Data limits;
+    limits.setDynamicMinimum(4);
+    limits.setDynamicMaximum(7);
+    first.setLocalLegendData(Legend2::Legend(uLength), limits);
+    first.connect(&chart, QString());
+
+    EXPECT_EQ(color(), colorOn(Legend2::Legend(uLength), limits));
+}
+
 TEST_F(ChartScale, isFoundWhereverTheConnectorBegins)
 {
     chart.connect(&first, QString());
