@@ -67,4 +67,12 @@ void writePage(PageDocument const &document, QString const &input, QString const
     }
 }
 
+QString pictureEnding(QString const &output)
+{
+    QString const ending = output.mid(output.lastIndexOf(QLatin1Char('.')) + 1).toLower();
+    if (!QStringList{QStringLiteral("pdf"), QStringLiteral("png"), QStringLiteral("svg")}.contains(ending))
+        throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
+    return ending;
+}
+
 } // namespace Zem::Zemfig

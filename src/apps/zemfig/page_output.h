@@ -10,4 +10,7 @@ namespace Zem::Zemfig {
 /// `input` is where the page came from.
 void writePage(PageDocument const &document, QString const &input, QString const &output);
 
+/// The ending of a picture's file name in small letters: pdf, png or svg. Throws UsageError for another one.
+QString pictureEnding(QString const &output);
+
 } // namespace Zem::Zemfig

@@ -5,6 +5,7 @@
 #include "page_source.h"
 
 #include <ZemFig2Chart.h>
+#include <ZemFig2Connector.h>
 #include <ZemFig2LabelBase.h>
 #include <ZemFig2Tools.h>
 
@@ -76,13 +77,36 @@ private:
         std::vector<QString> names;
         std::vector<QString> formats;
         Tools::parseTokens(label.getText(), QLatin1Char('$'), &names, &formats);
+        std::vector<QString> const ofCharts = tokensOfCharts(label);
         for (QString const &name : names) {
-            if (!std::binary_search(known_.begin(), known_.end(), name))
+            bool const known = std::binary_search(known_.begin(), known_.end(), name) ||
+                               std::find(ofCharts.begin(), ofCharts.end(), name) != ofCharts.end();
+            if (!known)
                 report(QStringLiteral("%1: no data has the token '%2'%3")
-                           .arg(describe(label), name, suggestion(name, known_)));
+                           .arg(describe(label), name, suggestion(name, ofCharts.empty() ? known_ : ofCharts)));
         }
         if (label.getText().count(QLatin1Char('$')) % 2 != 0)
             report(QStringLiteral("%1: a '$' without its partner, the text behind it is lost").arg(describe(label)));
+    }
+
+    /// What the charts that the label is connected to tell of their curves.
+    std::vector<QString> tokensOfCharts(LabelBase const &label) const
+    {
+        FigureTokenInterface const *tokens = document_->figure->getTokenInterface();
+        std::vector<TokenInfo> infos;
+        for (auto it = label.getConnectorBegin(); it != label.getConnectorEnd(); ++it) {
+            auto const *chart = dynamic_cast<ChartBase const *>((*it)->getTarget());
+            if (!chart)
+                continue;
+            ChartData const *data = tokens->getChart(chart->getToken());
+            chart->getTokens(data, &infos);
+            if (data)
+                tokens->releaseChart(chart->getToken());
+        }
+        std::vector<QString> names;
+        for (TokenInfo const &info : infos)
+            names.push_back(info.getName());
+        return names;
     }
 
     void checkCurves(GenericChart const &chart)

@@ -106,6 +106,8 @@ void plot(Arguments const &arguments)
 {
     if (arguments.output.empty() && arguments.page.empty())
         throw UsageError(QStringLiteral("nothing to be written: give --output, --save or both"));
+    if (!arguments.output.empty())
+        pictureEnding(QString::fromStdString(arguments.output));
     QtCalculator const calculator;
     PlotWish const wish = wishOf(arguments);
     DataChoice choice;

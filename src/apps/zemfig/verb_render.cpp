@@ -1,6 +1,7 @@
 #include "verbs.h"
 
 #include "cli.h"
+#include "page_output.h"
 #include "page_run.h"
 #include "placement_options.h"
 
@@ -83,9 +84,7 @@ void renderFiles(Pages *pages, QString const &output, PageOptions const &options
 void render(Arguments const &arguments)
 {
     QString const output = QString::fromStdString(arguments.output);
-    QString const ending = output.mid(output.lastIndexOf(QLatin1Char('.')) + 1).toLower();
-    if (!QStringList{QStringLiteral("pdf"), QStringLiteral("png"), QStringLiteral("svg")}.contains(ending))
-        throw UsageError(QStringLiteral("'%1' ends in none of .pdf, .png and .svg").arg(output));
+    QString const ending = pictureEnding(output);
     QtCalculator const calculator;
     Pages pages{PageRun(arguments.page), arguments.placement.placement()};
     PageOptions options;

@@ -79,6 +79,8 @@ GenericChart::~GenericChart()
 void GenericChart::leavingFigure()
 {
     unregisterToken();
+    // Where it comes to, or back to, it registers when it is updated.
+    invalidate();
 }
 
 void GenericChart::registerToken()
