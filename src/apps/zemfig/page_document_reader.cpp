@@ -10,12 +10,9 @@
 #include <ZemScriptObject.h>
 
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <utility>
 
 namespace Zem::Zemfig {
@@ -81,8 +78,9 @@ private:
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
-            report(lineOf(node), QStringLiteral("unknown section '%1'%2")
-                                     .arg(key, suggestion(key, {"page", "data", "series", "point", "scale", "element"})));
+            report(lineOf(node),
+                   QStringLiteral("unknown section '%1'%2")
+                       .arg(key, suggestion(key, {"page", "data", "series", "point", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)

@@ -19,7 +19,7 @@ enum class PointPlace_t {
 /// Wherever a chart shows the curve, the point is marked and its name stands beside it. A plain value.
 struct NamedPoint
 {
-    /// A spot of 2 mm and a font of 8 points.
+    /// A circle of 2 mm and a font of 8 points.
     NamedPoint();
 
     QString name;  ///< empty for the symbol alone

@@ -261,6 +261,9 @@ std::unique_ptr<ChartData> ChartPlan::build() const
     data->setAxisXRange(ranges.x.value());
     data->setAxisYRange(ranges.y.value());
     setUnits(data.get());
+    if (ranges.y.exists()) {
+        data->computeLegendData();
+    }
     data->setComputeStatistics(true);
     data->setSupportsStageMarkers(hasStages());
     data->setSupportsPointMarkers(hasStages());

@@ -65,8 +65,7 @@ void ChartStore::setNamedPoints(std::vector<NamedPoint> const &points)
 
 bool ChartStore::isCurrent(Chart const &chart) const
 {
-    return chart.revision == contents_->revision() && chart.stage == stage_ &&
-           chart.pointsRevision == pointsRevision_;
+    return chart.revision == contents_->revision() && chart.stage == stage_ && chart.pointsRevision == pointsRevision_;
 }
 
 ChartStore::Chart *ChartStore::refreshed(QString const &token)

@@ -3,6 +3,7 @@
 #include <ZemParse.h>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 
 namespace Zem::Measurement {
@@ -61,7 +62,7 @@ PointIterator findAt(NamedPoint const &point, ChartDataset const &dataset, std::
 
 } // namespace
 
-NamedPoint::NamedPoint() : symbol(Symbol::TYPE_SPOT, SYMBOL_SIZE, false)
+NamedPoint::NamedPoint() : symbol(Symbol::TYPE_CIRCLE, SYMBOL_SIZE, false)
 {
     symbol.setFont(Font(Font::DEFAULT_FONT_SANS, FONT_SIZE, 0));
 }

@@ -95,7 +95,8 @@ token = "y"
               "p.toml:10: unknown key 'symbol_colour' in a point (did you mean 'symbol_color'?)\n"
               "p.toml:10: 'symbol_size' wants a number, not a text\n"
               "p.toml:10: a point: unknown symbol type: crux\n"
-              "p.toml:11: a point wants an 'at': \"maximum\", \"minimum\", \"first\", \"last\", or the number of a stage or row\n");
+              "p.toml:11: a point wants an 'at': \"maximum\", \"minimum\", \"first\", \"last\", or the number of a "
+              "stage or row\n");
 }
 
 TEST(PageDocumentPoint, standsInAListOfTables)

@@ -45,8 +45,9 @@ protected:
 TEST_F(NamedPoints, lieAtTheEndsAndTheExtremesOfACurve)
 {
     importSeries("x,v\n10,\n20,5\n30,9\n40,1\n50,7\n60,\n");
-    charts.setNamedPoints({namedPoint("top", "a.v", PointPlace_t::MAXIMUM), namedPoint("low", "a.v", PointPlace_t::MINIMUM),
-                           namedPoint("begin", "a.v", PointPlace_t::FIRST), namedPoint("end", "a.v", PointPlace_t::LAST)});
+    charts.setNamedPoints(
+        {namedPoint("top", "a.v", PointPlace_t::MAXIMUM), namedPoint("low", "a.v", PointPlace_t::MINIMUM),
+         namedPoint("begin", "a.v", PointPlace_t::FIRST), namedPoint("end", "a.v", PointPlace_t::LAST)});
 
     EXPECT_EQ(names(chart("a.x", {"a.v"})), "top (30, 9), low (40, 1), begin (20, 5), end (50, 7)");
 }
@@ -85,10 +86,11 @@ TEST_F(NamedPoints, areLeftOutWhereTheCurveHasNone)
     import("y,z\n1,\n2,\n");
     importSeries("v\n1\n\n3\n");
     importSeries("w\n1\n", "b");
-    charts.setNamedPoints({namedPoint("row 0", "a.v", PointPlace_t::NUMBER, 0), namedPoint("gap", "a.v", PointPlace_t::NUMBER, 2),
-                           namedPoint("row 4", "a.v", PointPlace_t::NUMBER, 4), namedPoint("stage", "y", PointPlace_t::NUMBER, 3),
-                           namedPoint("empty", "z", PointPlace_t::LAST), namedPoint("gone", "gone", PointPlace_t::FIRST),
-                           namedPoint("apart", "b.w", PointPlace_t::FIRST)});
+    charts.setNamedPoints(
+        {namedPoint("row 0", "a.v", PointPlace_t::NUMBER, 0), namedPoint("gap", "a.v", PointPlace_t::NUMBER, 2),
+         namedPoint("row 4", "a.v", PointPlace_t::NUMBER, 4), namedPoint("stage", "y", PointPlace_t::NUMBER, 3),
+         namedPoint("empty", "z", PointPlace_t::LAST), namedPoint("gone", "gone", PointPlace_t::FIRST),
+         namedPoint("apart", "b.w", PointPlace_t::FIRST)});
 
     EXPECT_EQ(names(chart("stage", {"a.v", "y", "z"})), "");
     EXPECT_EQ(names(chart("a.v", {"b.w", "a.v"})), "");
