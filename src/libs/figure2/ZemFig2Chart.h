@@ -295,8 +295,8 @@ private:
     void changeData(Change const &change);
     void updateToken();
     Entry const *findEntry(QString const &name) const;
-    template <class Archive, class Self>
-    static void blockFields(Archive &archive, Self &self, unsigned int &count);
+    template <class Archive, class Text>
+    static void blockFields(Archive &archive, Text &tokenX, unsigned int &count);
     void loadAll(IO::InStream *stream, int a, int b);
 
     std::vector<Entry> data_;

@@ -76,10 +76,10 @@ GenericChart::~GenericChart()
     unregisterToken();
 }
 
+/// Its next figure may have another interface, with which an update registers the token.
 void GenericChart::leavingFigure()
 {
     unregisterToken();
-    // Where it comes to, or back to, it registers when it is updated.
     invalidate();
 }
 
@@ -206,10 +206,10 @@ unsigned int GenericChart::getEstimatedObjectSize() const
     return ChartBase::getEstimatedObjectSize() + static_cast<unsigned int>(bytes);
 }
 
-template <class Archive, class Self>
-void GenericChart::blockFields(Archive &archive, Self &self, unsigned int &count)
+template <class Archive, class Text>
+void GenericChart::blockFields(Archive &archive, Text &tokenX, unsigned int &count)
 {
-    archive.field(self.tokenX_);
+    archive.field(tokenX);
     archive.field(count);
 }
 
@@ -217,7 +217,7 @@ void GenericChart::save(IO::OutStream *stream, int a, int b) const
 {
     ChartBase::save(stream, a, b);
     auto count = static_cast<unsigned int>(data_.size());
-    saveBlock(stream, BLOCK_VERSION, [&](auto &archive) { blockFields(archive, *this, count); });
+    saveBlock(stream, BLOCK_VERSION, [&](auto &archive) { blockFields(archive, tokenX_, count); });
     for (auto const &[token, parameters] : data_) {
         token.save(stream);
         parameters.save(stream);
@@ -234,14 +234,17 @@ void GenericChart::load(IO::InStream *stream, int a, int b)
 void GenericChart::loadAll(IO::InStream *stream, int a, int b)
 {
     ChartBase::load(stream, a, b);
+    QString tokenX;
     std::vector<Entry> data;
     unsigned int count = 0;
-    loadBlock(stream, BLOCK_VERSION, [&](auto &archive) { blockFields(archive, *this, count); });
+    loadBlock(stream, BLOCK_VERSION, [&](auto &archive) { blockFields(archive, tokenX, count); });
     for (unsigned int i = 0; i < count; ++i) {
         Entry &entry = data.emplace_back();
         entry.first.load(stream);
         entry.second.load(stream);
     }
+    // Only now, so that tokens and entries agree whatever becomes of the stream.
+    tokenX_ = tokenX;
     data_ = std::move(data);
     updateToken();
 }

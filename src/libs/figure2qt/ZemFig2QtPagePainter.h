@@ -14,7 +14,9 @@ class Canvas;
 struct TextLayout;
 
 /// Takes the turns and transformations out of the drawing calls and paints the result on a canvas. Fills follow the
-/// even-odd rule. Whatever has a coordinate that is not finite is left out.
+/// even-odd rule. Whatever has a coordinate that is not finite is left out. Of a line with more points than the output
+/// can show, points are left out that make no difference that could be seen there. Opaque lines, rectangles and marks
+/// of one colour that follow each other may be painted as one.
 class PagePainter : public Fig2::Painter
 {
 public:
@@ -39,6 +41,10 @@ public:
     void drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                     std::vector<Color> const &colors, Fig2::Rotation const &rotation) override;
 
+    /// A mark with an outline, and one that is not filled, is a polygon like any other.
+    void drawSymbol(BaVec2d<double> const &position, Fig2::Symbol const &symbol, Fig2::LineStyle const &line,
+                    Fig2::FillStyle const &fill, Fig2::Rotation const &rotation) override;
+
     /// The area common to all clippings, in the coordinates in force.
     bool getClipping(Polygon2d *area) override;
     void setClipping(Polygon2d const &area) override;
@@ -55,13 +61,16 @@ public:
 protected:
     explicit PagePainter(std::unique_ptr<Canvas> canvas);
     Canvas &getCanvas() { return *canvas_; }
-    /// Ends the clippings that are still in force.
+    /// Ends the clippings that are still in force, and paints what was put off.
     void endClippings();
 
 private:
     struct State;
 
     void drawOutlineAndFill(QPainterPath const &path, Fig2::LineStyle const &line, Fig2::FillStyle const &fill);
+    void drawOutline(Polygon2d const &polygon, Fig2::LineStyle const &line, Fig2::Rotation const &rotation,
+                     bool closed);
+    bool fillRect(Polygon2d const &polygon, Fig2::FillStyle const &fill, Fig2::Rotation const &rotation);
     void drawLayout(TextLayout const &layout, BaVec2d<double> const &position, Fig2::Rotation const &rotation);
 
     std::unique_ptr<Canvas> canvas_;

@@ -10,6 +10,8 @@
 #include <QtGui/QPainterPath>
 #include <QtGui/QTransform>
 
+#include <cstdint>
+#include <span>
 #include <vector>
 
 namespace Zem::Fig2Qt {
@@ -28,6 +30,21 @@ struct Stroke
 /// The mitre of a corner reaches no further than this many half line widths.
 inline constexpr double MITER_LIMIT = 4.0;
 
+/// Points joined by straight lines, one at least.
+struct Polyline
+{
+    std::span<QPointF const> points;
+    bool closed = false;  ///< back to the first point
+    bool thinned = false; ///< points were left out of it: it is dense, and no better than getCellSize()
+};
+
+/// A shape that is painted at many places.
+struct Mark
+{
+    QPainterPath path; ///< about the origin
+    std::uint64_t id;  ///< the same only for the same path
+};
+
 /// A page that can be painted on, in page millimetres, y down. All numbers that come here are finite.
 class Canvas
 {
@@ -37,8 +54,17 @@ public:
     Canvas &operator=(Canvas const &) = delete;
     virtual ~Canvas() = default;
 
+    /// What differs by less than this cannot be told apart on the output.
+    virtual double getCellSize() const = 0;
     /// Fill by the rule of the path, then outline; either may be null.
     virtual void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) = 0;
+    /// A line alone. It may be put off, and opaque lines of one colour be painted as one, until anything else is
+    /// painted or finish() is called.
+    virtual void drawPolyline(Polyline const &line, Stroke const &stroke);
+    /// The mark filled, about `at`. May be put off likewise.
+    virtual void drawMark(Mark const &mark, QPointF const &at, Color const &fill);
+    /// A filled rectangle along the axes of the page, not empty. May be put off likewise.
+    virtual void fillRect(QRectF const &rect, Color const &fill);
     /// `toPage` takes text units to the page: a turn, a scaling and a shift.
     virtual void drawText(TextLayout const &layout, QTransform const &toPage) = 0;
     /// The colours run evenly along the rectangle, from its top or left. `toPage` as above.
@@ -47,6 +73,8 @@ public:
     /// Narrows what follows to the area, by its fill rule, until the matching popClip.
     virtual void pushClip(QPainterPath const &area) = 0;
     virtual void popClip() = 0;
+    /// Paints what was put off. Called at the end of the page.
+    virtual void finish() {}
 };
 
 } // namespace Zem::Fig2Qt

@@ -2,6 +2,8 @@
 
 #include "ZemFig2QtApplication.h"
 #include "figqt_canvas.h"
+#include "figqt_line_collector.h"
+#include "figqt_mark_shape.h"
 #include "figqt_stroke.h"
 #include "figqt_text_engine.h"
 #include "figqt_units.h"
@@ -11,6 +13,7 @@
 #include <QtGui/QPolygonF>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -19,6 +22,7 @@ namespace Zem::Fig2Qt {
 using Fig2::FillStyle;
 using Fig2::LineStyle;
 using Fig2::Rotation;
+using Fig2::Symbol;
 
 namespace {
 
@@ -26,6 +30,7 @@ using Vec = BaVec2d<double>;
 
 // Beyond this no page reaches; Qt and programs that show pages fail on numbers much larger.
 constexpr double FAR_AWAY = 1e5;
+QRectF const EVERYWHERE(QPointF(-1e300, -1e300), QPointF(1e300, 1e300));
 constexpr double DEGREES_PER_RADIAN = 180.0 / std::numbers::pi;
 
 bool isFinite(Vec const &v)
@@ -56,6 +61,11 @@ QTransform turnAbout(Vec const &base, double angle)
 QTransform transformOf(Rotation const &rotation)
 {
     return turnAbout(rotation.getBase(), rotation.getAngle());
+}
+
+bool isVisible(FillStyle const &fill)
+{
+    return fill.getFilled() && fill.getColor().getAlpha() > 0;
 }
 
 bool isUsable(QTransform const &transform)
@@ -115,6 +125,9 @@ struct PagePainter::State
     bool usable = true; // false while a transformation is in force that takes everything to a point or to nowhere
     std::vector<std::pair<QTransform, double>> outer;
     std::vector<QPainterPath> clips;
+    std::vector<QRectF> visible; // the box about what each clip leaves
+    LineCollector lines;
+    MarkShape mark;
 };
 
 PagePainter::PagePainter(std::unique_ptr<Canvas> canvas) : canvas_(std::move(canvas)), state_(std::make_unique<State>())
@@ -127,26 +140,82 @@ PagePainter::~PagePainter() noexcept(false) = default;
 void PagePainter::drawOutlineAndFill(QPainterPath const &path, LineStyle const &line, FillStyle const &fill)
 {
     auto const stroke = toStroke(line, state_->scale);
-    bool const filled = fill.getFilled() && fill.getColor().getAlpha() > 0;
+    bool const filled = isVisible(fill);
     if (state_->usable && !path.isEmpty() && (stroke || filled))
         canvas_->drawPath(path, stroke ? &*stroke : nullptr, filled ? &fill.getColor() : nullptr);
 }
 
 void PagePainter::drawLine(Vec const &from, Vec const &to, LineStyle const &line, Rotation const &rotation)
 {
-    if (!isFinite(from) || !isFinite(to) || !isFinite(rotation))
+    auto const stroke = toStroke(line, state_->scale);
+    if (!stroke || !state_->usable || !isFinite(from) || !isFinite(to) || !isFinite(rotation))
         return;
-    QPainterPath path(bounded(from));
-    path.lineTo(bounded(to));
-    drawOutlineAndFill((transformOf(rotation) * state_->toPage).map(path), line, FillStyle::null);
+    QTransform const toPage = transformOf(rotation) * state_->toPage;
+    std::array const points{toPage.map(bounded(from)), toPage.map(bounded(to))};
+    canvas_->drawPolyline({points}, *stroke);
 }
 
 void PagePainter::drawPolygon(Polygon2d const &polygon, LineStyle const &line, FillStyle const &fill,
                               Rotation const &rotation, bool closed)
 {
+    if (!isFinite(rotation))
+        return;
+    if (!isVisible(fill))
+        return drawOutline(polygon, line, rotation, closed);
+    if (!toStroke(line, state_->scale) && fillRect(polygon, fill, rotation))
+        return;
     QPainterPath path;
-    if (isFinite(rotation) && addParts(polygon, closed, &path))
+    if (addParts(polygon, closed, &path))
         drawOutlineAndFill((transformOf(rotation) * state_->toPage).map(path), line, fill);
+}
+
+void PagePainter::drawOutline(Polygon2d const &polygon, LineStyle const &line, Rotation const &rotation, bool closed)
+{
+    auto const stroke = toStroke(line, state_->scale);
+    if (!stroke || !state_->usable)
+        return;
+    double const margin = stroke->width * MITER_LIMIT;
+    QRectF const visible = state_->visible.empty() ? EVERYWHERE : state_->visible.back();
+    LineCollector::Grid const grid{canvas_->getCellSize(), visible.adjusted(-margin, -margin, margin, margin),
+                                   !stroke->dashes.empty()};
+    if (!state_->lines.collect(polygon, transformOf(rotation) * state_->toPage, grid))
+        return;
+    for (Polyline const &part : state_->lines.getLines(closed))
+        canvas_->drawPolyline(part, *stroke);
+}
+
+/// False for what is none along the axes of the page.
+bool PagePainter::fillRect(Polygon2d const &polygon, FillStyle const &fill, Rotation const &rotation)
+{
+    if (polygon.size() != 4 || polygon.getNumberOfParts() != 1 || !state_->usable)
+        return false;
+    QTransform const toPage = transformOf(rotation) * state_->toPage;
+    std::array<QPointF, 4> corners;
+    for (std::size_t i = 0; i < 4; ++i) {
+        if (!isFinite(polygon[i]))
+            return false;
+        corners[i] = toPage.map(bounded(polygon[i]));
+    }
+    if (corners[0].y() != corners[1].y() || corners[1].x() != corners[2].x() || corners[2].y() != corners[3].y() ||
+        corners[3].x() != corners[0].x())
+        return false;
+    QRectF const rect = QRectF(corners[0], corners[2]).normalized();
+    if (!rect.isEmpty())
+        canvas_->fillRect(rect, fill.getColor());
+    return true;
+}
+
+void PagePainter::drawSymbol(Vec const &position, Symbol const &symbol, LineStyle const &line, FillStyle const &fill,
+                             Rotation const &rotation)
+{
+    SymbolData const *data = getSymbolData(symbol);
+    if (!data || !isVisible(fill) || toStroke(line, state_->scale))
+        return Painter::drawSymbol(position, symbol, line, fill, rotation);
+    if (!state_->usable || !isFinite(position) || !isFinite(rotation) || !std::isfinite(symbol.getSize()))
+        return;
+    QTransform const toPage = transformOf(rotation) * state_->toPage;
+    canvas_->drawMark(state_->mark.get(*data, std::clamp(symbol.getSize(), -FAR_AWAY, FAR_AWAY), toPage),
+                      toPage.map(bounded(position)), fill.getColor());
 }
 
 void PagePainter::drawEllipse(Vec const &centre, Vec const &radii, double angle, LineStyle const &line,
@@ -228,6 +297,8 @@ bool PagePainter::getClipping(Polygon2d *area)
 void PagePainter::setClipping(Polygon2d const &area)
 {
     state_->clips.push_back(state_->toPage.map(areaOf(area)));
+    QRectF const box = state_->clips.back().boundingRect();
+    state_->visible.push_back(state_->visible.empty() ? box : box & state_->visible.back());
     canvas_->pushClip(state_->clips.back());
 }
 
@@ -237,6 +308,7 @@ void PagePainter::resetClipping()
         throw ProgError("Zem::Fig2Qt::PagePainter::resetClipping", "figqt_page_painter", __LINE__,
                         "No clipping is in force");
     canvas_->popClip();
+    state_->visible.pop_back();
     state_->clips.pop_back();
 }
 
@@ -244,6 +316,7 @@ void PagePainter::endClippings()
 {
     while (!state_->clips.empty())
         resetClipping();
+    canvas_->finish();
 }
 
 void PagePainter::pushTransformation(Vec const &offset, double scaling, Rotation const &rotation)

@@ -38,4 +38,13 @@ void walkPath(QPainterPath const &path, Visitor &visitor)
     }
 }
 
+inline bool hasCurves(QPainterPath const &path)
+{
+    for (int i = 0; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).isCurveTo())
+            return true;
+    }
+    return false;
+}
+
 } // namespace Zem::Fig2Qt

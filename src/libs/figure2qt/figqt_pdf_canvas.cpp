@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Zem::Fig2Qt {
 
@@ -14,6 +15,16 @@ namespace {
 
 constexpr double POINTS_PER_MM = 72.0 / MM_PER_INCH;
 constexpr int BANDS = 256;
+constexpr double UNITS_PER_MM = 2.0 / VectorCanvas::CELL;
+
+void append(std::string *path, std::initializer_list<double> values, int decimals, char const *op)
+{
+    for (double const value : values) {
+        appendNumber(path, value, decimals);
+        *path += ' ';
+    }
+    *path += op;
+}
 
 Color mixed(Color const &a, Color const &b, double share)
 {
@@ -53,6 +64,12 @@ std::string PdfCanvas::getResources() const
         result += "/Shading<<";
         for (int const object : usedShadings_)
             result += "/S" + std::to_string(object) + " " + reference(object);
+        result += ">>";
+    }
+    if (!forms_.empty()) {
+        result += "/XObject<<";
+        for (auto const &[id, object] : forms_)
+            result += "/M" + std::to_string(object) + " " + reference(object);
         result += ">>";
     }
     return result + ">>";
@@ -126,11 +143,16 @@ void PdfCanvas::setStroke(Stroke const &stroke)
     }
     if (state_.dashes != stroke.dashes) {
         state_.dashes = stroke.dashes;
-        content_ += '[';
-        for (double const length : stroke.dashes)
-            number(length);
-        content_ += "]0 d\n";
+        dashPattern(stroke.dashes, 1.0);
     }
+}
+
+void PdfCanvas::dashPattern(std::vector<double> const &lengths, double scale)
+{
+    content_ += '[';
+    for (double const length : lengths)
+        number(length * scale);
+    content_ += "]0 d\n";
 }
 
 void PdfCanvas::addPath(QPainterPath const &path)
@@ -152,8 +174,77 @@ void PdfCanvas::addPath(QPainterPath const &path)
     walkPath(path, visitor);
 }
 
+void PdfCanvas::appendLine(Polyline const &line, bool dense, std::string *path) const
+{
+    double const scale = dense ? UNITS_PER_MM : 1.0;
+    char const *op = "m\n";
+    for (QPointF const &at : line.points) {
+        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 4, op);
+        op = "l\n";
+    }
+    if (line.closed)
+        *path += "h\n";
+}
+
+void PdfCanvas::appendRect(QRectF const &rect, std::string *path) const
+{
+    append(path, {rect.x(), rect.y(), rect.width(), rect.height()}, 4, "re\n");
+}
+
+void PdfCanvas::writeLines(std::string const &path, bool dense, Stroke const &stroke)
+{
+    setStroke(stroke);
+    if (!dense) {
+        content_ += path + "S\n";
+        return;
+    }
+    content_ += "q ";
+    matrix(QTransform::fromScale(1.0 / UNITS_PER_MM, 1.0 / UNITS_PER_MM), "cm ");
+    number(stroke.width * UNITS_PER_MM);
+    content_ += "w\n";
+    if (!stroke.dashes.empty())
+        dashPattern(stroke.dashes, UNITS_PER_MM);
+    content_ += path + "S Q\n";
+}
+
+void PdfCanvas::writeRects(std::string const &path, Color const &fill)
+{
+    setFill(fill);
+    content_ += path + "f\n";
+}
+
+void PdfCanvas::writeMarks(Mark const &mark, std::vector<PlacedMark> const &places)
+{
+    std::string const show = "cm/M" + std::to_string(formOf(mark)) + " Do Q\n";
+    for (PlacedMark const &place : places) {
+        setFill(place.color);
+        content_ += "q 1 0 0 1 ";
+        number(place.at.x(), 3);
+        number(place.at.y(), 3);
+        content_ += show;
+    }
+}
+
+/// The mark as a content of its own, filled with the colour in force.
+int PdfCanvas::formOf(Mark const &mark)
+{
+    auto const [form, isNew] = forms_.try_emplace(mark.id, 0);
+    if (!isNew)
+        return form->second;
+    std::string const page = std::exchange(content_, {});
+    addPath(mark.path);
+    std::string const shape = std::exchange(content_, page) + (mark.path.fillRule() == Qt::OddEvenFill ? "f*" : "f");
+    QRectF const box = mark.path.boundingRect();
+    std::string entries = "/Type/XObject/Subtype/Form/BBox[";
+    append(&entries, {box.left() - 0.001, box.top() - 0.001, box.right() + 0.001, box.bottom() + 0.001}, 4, "]");
+    form->second = file_->reserve();
+    file_->writeStream(form->second, entries, shape);
+    return form->second;
+}
+
 void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
 {
+    finish();
     if (fill)
         setFill(*fill);
     if (stroke)
@@ -170,6 +261,7 @@ void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color c
 
 void PdfCanvas::pushClip(QPainterPath const &area)
 {
+    finish();
     content_ += "q\n";
     outer_.push_back(state_);
     // An empty area hides everything; PDF wants at least a point.
@@ -181,6 +273,7 @@ void PdfCanvas::pushClip(QPainterPath const &area)
 
 void PdfCanvas::popClip()
 {
+    finish();
     content_ += "Q\n";
     state_ = outer_.back();
     outer_.pop_back();
@@ -188,6 +281,7 @@ void PdfCanvas::popClip()
 
 void PdfCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
+    finish();
     bool const opaque =
         std::all_of(colors.begin(), colors.end(), [](Color const &one) { return one.getAlpha() == 255; });
     if (colors.size() == 1 || !opaque)

@@ -1,8 +1,8 @@
 // figqt_pdf_canvas.h: a canvas on the content of a PDF page.
 #pragma once
 
-#include "figqt_canvas.h"
 #include "figqt_pdf_font.h"
+#include "figqt_vector_canvas.h"
 
 #include <map>
 #include <optional>
@@ -15,7 +15,7 @@ namespace Zem::Fig2Qt {
 class PdfFile;
 
 /// Gathers the operators of one page and what they refer to.
-class PdfCanvas : public Canvas
+class PdfCanvas : public VectorCanvas
 {
 public:
     /// `height` of the page in millimetres. File and fonts are not owned.
@@ -53,6 +53,13 @@ private:
     void color(Color const &color, char const *op);
     void setFill(Color const &color);
     void setStroke(Stroke const &stroke);
+    void dashPattern(std::vector<double> const &lengths, double scale);
+    void appendLine(Polyline const &line, bool dense, std::string *path) const override;
+    void appendRect(QRectF const &rect, std::string *path) const override;
+    void writeLines(std::string const &path, bool dense, Stroke const &stroke) override;
+    void writeRects(std::string const &path, Color const &fill) override;
+    void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) override;
+    int formOf(Mark const &mark);
     void setAlpha(char kind, int alpha);
     void setFont(PdfFont const &font, double size);
     void addPath(QPainterPath const &path);
@@ -75,6 +82,7 @@ private:
     std::map<std::string, int> usedFonts_;
     std::set<std::string> usedStates_;
     std::vector<int> usedShadings_;
+    std::map<std::uint64_t, int> forms_; // of marks, by their id
 };
 
 } // namespace Zem::Fig2Qt

@@ -75,6 +75,7 @@ void PdfCanvas::drawShape(TextShape const &shape, QTransform const &toPage)
 
 void PdfCanvas::drawText(TextLayout const &layout, QTransform const &toPage)
 {
+    finish();
     for (TextShape const &shape : layout.shapes)
         drawShape(shape, toPage);
     if (layout.runs.empty())

@@ -1,5 +1,6 @@
 #include "figqt_png_encoder.h"
 
+#include "figqt_run_packer.h"
 #include "figqt_units.h"
 
 #include <zlib.h>
@@ -9,7 +10,9 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <new>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -19,8 +22,8 @@ namespace {
 
 constexpr char SIGNATURE[] = "\x89PNG\r\n\x1a\n";
 constexpr std::size_t STRIP_BYTES = 1U << 20U;
-constexpr char FILTER_NONE = 0;
-constexpr char FILTER_UP = 2;
+constexpr unsigned char FILTER_UP = 2;
+constexpr std::size_t BLOCK = 64; // pixels
 constexpr char GREY = 0;
 constexpr char RGB = 2;
 
@@ -68,10 +71,11 @@ QRgb const *rowOf(QImage const &image, int y)
 
 bool isGrey(QImage const &image)
 {
+    int const width = image.width();
     for (int y = 0; y < image.height(); ++y) {
         QRgb const *row = rowOf(image, y);
         std::uint32_t difference = 0;
-        for (int x = 0; x < image.width(); ++x)
+        for (int x = 0; x < width; ++x)
             difference |= (row[x] ^ row[x] >> 8U) & 0xffffU;
         if (difference != 0)
             return false;
@@ -79,93 +83,119 @@ bool isGrey(QImage const &image)
     return true;
 }
 
-/// The samples of a row, without a filter.
-void copyRow(QRgb const *row, int width, bool grey, unsigned char *to)
+/// The difference of each sample of some pixels to the one in the row above.
+void subtractRow(QRgb const *row, QRgb const *above, std::size_t count, bool grey, unsigned char *to)
 {
+    auto const difference = [&](std::size_t x, unsigned shift) {
+        return static_cast<unsigned char>((row[x] >> shift) - (above[x] >> shift));
+    };
     if (grey) {
-        for (int x = 0; x < width; ++x)
-            to[x] = static_cast<unsigned char>(row[x]);
+        for (std::size_t x = 0; x < count; ++x)
+            to[x] = difference(x, 0);
         return;
     }
-    for (int x = 0; x < width; ++x, to += 3) {
-        to[0] = static_cast<unsigned char>(row[x] >> 16U);
-        to[1] = static_cast<unsigned char>(row[x] >> 8U);
-        to[2] = static_cast<unsigned char>(row[x]);
+    for (std::size_t x = 0; x < count; ++x, to += 3) {
+        to[0] = difference(x, 16);
+        to[1] = difference(x, 8);
+        to[2] = difference(x, 0);
     }
 }
+
+/// The Adler-32 checksum of bytes most of which are 0.
+class Checksum
+{
+public:
+    void add(std::span<unsigned char const> bytes)
+    {
+        value_ = adler32(value_, bytes.data(), static_cast<uInt>(bytes.size()));
+    }
+    /// The sum of the bytes stays, and counts once more for each of them.
+    void addZeros(std::size_t count)
+    {
+        uLong const sum = value_ & 0xffffU;
+        value_ = ((value_ >> 16U) + count % MODULUS * sum) % MODULUS << 16U | sum;
+    }
+    std::uint32_t getValue() const { return static_cast<std::uint32_t>(value_); }
+
+private:
+    static constexpr uLong MODULUS = 65521;
+    uLong value_ = 1;
+};
+
+/// What a thread needs to pack one strip after the other.
+struct Bench
+{
+    std::vector<unsigned char> rows;
+    RunPacker packer;
+};
 
 /// Some rows of the picture, packed on their own so that several can be packed at once.
 class Strip
 {
 public:
-    Strip(QImage const &image, bool grey, PngCoding const &coding, int first, int last)
-        : image_(image), grey_(grey), coding_(coding), first_(first), last_(last)
+    Strip(QImage const &image, bool grey, int first, int last) : image_(image), grey_(grey), first_(first), last_(last)
     {
     }
 
     /// `final` for the strip that ends the stream. Throws std::bad_alloc.
-    void pack(bool final)
+    void pack(bool final, Bench *bench)
     {
-        std::string const rows = filteredRows();
-        size_ = rows.size();
-        checksum_ = static_cast<std::uint32_t>(
-            adler32(1, reinterpret_cast<Bytef const *>(rows.data()), static_cast<uInt>(rows.size())));
-        z_stream stream = {};
-        if (deflateInit2(&stream, coding_.level, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY) != Z_OK)
-            throw std::bad_alloc();
-        packed_.resize(deflateBound(&stream, static_cast<uLong>(rows.size())) + 16);
-        stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(rows.data()));
-        stream.avail_in = static_cast<uInt>(rows.size());
-        stream.next_out = reinterpret_cast<Bytef *>(packed_.data());
-        stream.avail_out = static_cast<uInt>(packed_.size());
-        deflate(&stream, final ? Z_FINISH : Z_SYNC_FLUSH);
-        packed_.resize(stream.total_out);
-        deflateEnd(&stream);
+        filterRows(&bench->rows);
+        size_ = bench->rows.size();
+        bench->packer.pack(bench->rows, final, &packed_);
     }
 
     std::string takePacked() { return std::move(packed_); }
     std::size_t getSize() const { return size_; }
-    std::uint32_t getChecksum() const { return checksum_; }
+    std::uint32_t getChecksum() const { return checksum_.getValue(); }
 
 private:
-    std::string filteredRows() const
+    /// Most pixels are those above them; they are told in blocks.
+    void filterRows(std::vector<unsigned char> *rows)
     {
-        std::size_t const length = static_cast<std::size_t>(image_.width()) * (grey_ ? 1 : 3);
-        std::vector<unsigned char> above(length, 0);
-        std::vector<unsigned char> row(length);
-        if (first_ > 0)
-            copyRow(rowOf(image_, first_ - 1), image_.width(), grey_, above.data());
-        bool const up = coding_.filter == PngCoding::Filter::UP;
-        std::string result(static_cast<std::size_t>(last_ - first_) * (length + 1), '\0');
-        char *to = result.data();
+        auto const width = static_cast<std::size_t>(image_.width());
+        std::size_t const samples = grey_ ? 1 : 3;
+        std::vector<QRgb> const nothing(width);
+        QRgb const *above = first_ > 0 ? rowOf(image_, first_ - 1) : nothing.data();
+        rows->assign(static_cast<std::size_t>(last_ - first_) * (width * samples + 1), 0);
+        unsigned char *to = rows->data();
         for (int y = first_; y < last_; ++y) {
-            copyRow(rowOf(image_, y), image_.width(), grey_, row.data());
-            *to++ = up ? FILTER_UP : FILTER_NONE;
-            for (std::size_t x = 0; x < length; ++x)
-                to[x] = static_cast<char>(up ? row[x] - above[x] : row[x]);
-            to += length;
-            above.swap(row);
+            QRgb const *row = rowOf(image_, y);
+            *to = FILTER_UP;
+            checksum_.add({to++, 1});
+            for (std::size_t x = 0; x < width; x += BLOCK) {
+                std::size_t const count = std::min(BLOCK, width - x);
+                filterBlock(row + x, above + x, count, {to, count * samples});
+                to += count * samples;
+            }
+            above = row;
         }
-        return result;
+    }
+
+    void filterBlock(QRgb const *row, QRgb const *above, std::size_t count, std::span<unsigned char> to)
+    {
+        if (std::memcmp(row, above, count * sizeof(QRgb)) == 0)
+            return checksum_.addZeros(to.size());
+        subtractRow(row, above, count, grey_, to.data());
+        checksum_.add(to);
     }
 
     QImage const &image_;
     bool grey_;
-    PngCoding coding_;
     int first_;
     int last_;
     std::string packed_;
     std::size_t size_ = 0;
-    std::uint32_t checksum_ = 0;
+    Checksum checksum_;
 };
 
-std::vector<Strip> cutIntoStrips(QImage const &image, bool grey, PngCoding const &coding)
+std::vector<Strip> cutIntoStrips(QImage const &image, bool grey)
 {
     std::size_t const rowBytes = static_cast<std::size_t>(image.width()) * (grey ? 1 : 3) + 1;
     int const rows = static_cast<int>(std::max<std::size_t>(1, STRIP_BYTES / rowBytes));
     std::vector<Strip> strips;
     for (int first = 0; first < image.height(); first += rows)
-        strips.emplace_back(image, grey, coding, first, std::min(first + rows, image.height()));
+        strips.emplace_back(image, grey, first, std::min(first + rows, image.height()));
     return strips;
 }
 
@@ -174,9 +204,10 @@ void packAll(std::vector<Strip> *strips, unsigned int threads)
     std::atomic<std::size_t> next = 0;
     std::atomic<bool> failed = false;
     auto const work = [&] {
+        Bench bench;
         for (std::size_t i = next++; i < strips->size(); i = next++) {
             try {
-                (*strips)[i].pack(i + 1 == strips->size());
+                (*strips)[i].pack(i + 1 == strips->size(), &bench);
             } catch (std::bad_alloc const &) {
                 failed = true;
             }
@@ -194,15 +225,15 @@ void packAll(std::vector<Strip> *strips, unsigned int threads)
 
 } // namespace
 
-void encodePng(QImage const &image, double dpi, PngCoding const &coding,
+void encodePng(QImage const &image, double dpi, unsigned int threads,
                std::function<void(std::string_view)> const &write)
 {
     bool const grey = isGrey(image);
     write(std::string_view(SIGNATURE, 8));
     write(header(image, grey));
     write(resolution(dpi));
-    std::vector<Strip> strips = cutIntoStrips(image, grey, coding);
-    packAll(&strips, coding.threads);
+    std::vector<Strip> strips = cutIntoStrips(image, grey);
+    packAll(&strips, threads);
     auto checksum = static_cast<std::uint32_t>(adler32(0, nullptr, 0));
     for (std::size_t i = 0; i < strips.size(); ++i) {
         checksum = static_cast<std::uint32_t>(

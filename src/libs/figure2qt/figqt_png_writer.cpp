@@ -1,15 +1,15 @@
 #include "ZemFig2QtPngWriter.h"
 
+#include "figqt_image_canvas.h"
 #include "figqt_page_check.h"
+#include "figqt_page_image.h"
 #include "figqt_png_encoder.h"
-#include "figqt_qpainter_canvas.h"
 #include "figqt_units.h"
 #include "figqt_writer_painter.h"
 
 #include <ZemTranslate.h>
 
 #include <QtGui/QImage>
-#include <QtGui/QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -41,8 +41,7 @@ struct PngWriter::Picture
     OutputFile file;
     double dpi;
     QImage image;
-    QPainter qPainter; // gone before the image
-    std::unique_ptr<WriterPainter> painter;
+    std::unique_ptr<WriterPainter> painter; // gone before the image
 };
 
 void PngWriter::Picture::requirePixels(BaVec2d<double> const &size) const
@@ -78,14 +77,11 @@ Fig2::Painter &PngWriter::beginPage(BaVec2d<double> const &size)
     requireOpen(picture_ != nullptr, "Zem::Fig2Qt::PngWriter::beginPage", "figqt_png_writer", __LINE__);
     requireFirstPage(!picture_->painter, picture_->file.getName());
     picture_->requirePixels(size);
-    picture_->image = QImage(picture_->pixels(size.x), picture_->pixels(size.y), QImage::Format_RGB32);
+    picture_->image = createPageImage(picture_->pixels(size.x), picture_->pixels(size.y));
     if (picture_->image.isNull())
         throw OutputError(text("%1: not enough memory for the picture").arg(picture_->file.getName()));
-    picture_->image.fill(Qt::white);
-    picture_->qPainter.begin(&picture_->image);
-    double const scale = picture_->dpi / MM_PER_INCH;
-    picture_->painter = std::make_unique<WriterPainter>(
-        std::make_unique<QPainterCanvas>(&picture_->qPainter, QTransform::fromScale(scale, scale)));
+    picture_->painter =
+        std::make_unique<WriterPainter>(std::make_unique<ImageCanvas>(&picture_->image, picture_->dpi / MM_PER_INCH));
     return *picture_->painter;
 }
 
@@ -98,8 +94,7 @@ void PngWriter::close()
     requirePages(picture->painter ? 1 : 0, picture->file.getName());
     picture->painter->finish();
     picture->painter.reset();
-    picture->qPainter.end();
-    encodePng(picture->image, picture->dpi, {}, [&](std::string_view bytes) { picture->file.write(bytes); });
+    encodePng(picture->image, picture->dpi, 0, [&](std::string_view bytes) { picture->file.write(bytes); });
     picture->file.commit();
 }
 

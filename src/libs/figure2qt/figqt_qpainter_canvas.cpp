@@ -1,6 +1,7 @@
 #include "figqt_qpainter_canvas.h"
 
 #include "figqt_color.h"
+#include "figqt_path_walk.h"
 
 #include <QtGui/QImage>
 #include <QtGui/QLinearGradient>
@@ -8,12 +9,14 @@
 #include <QtGui/QPen>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Zem::Fig2Qt {
 
 namespace {
 
 constexpr qsizetype PIECE = 16;
+constexpr double CELLS_PER_PIXEL = 4.0;
 
 QPen penOf(Stroke const &stroke)
 {
@@ -28,15 +31,6 @@ QPen penOf(Stroke const &stroke)
         pen.setDashPattern(pattern);
     }
     return pen;
-}
-
-bool hasCurves(QPainterPath const &path)
-{
-    for (int i = 0; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).isCurveTo())
-            return true;
-    }
-    return false;
 }
 
 QLinearGradient gradientOf(QRectF const &rect, bool vertical, std::vector<Color> const &colors)
@@ -63,6 +57,11 @@ QPainterCanvas::QPainterCanvas(QPainter *painter, QTransform const &pageToDevice
 QPainterCanvas::~QPainterCanvas()
 {
     painter_->restore();
+}
+
+double QPainterCanvas::getCellSize() const
+{
+    return 1.0 / (CELLS_PER_PIXEL * std::max(std::sqrt(std::abs(pageToDevice_.determinant())), 1e-6));
 }
 
 void QPainterCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)

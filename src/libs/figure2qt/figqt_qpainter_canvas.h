@@ -14,6 +14,7 @@ public:
     QPainterCanvas(QPainter *painter, QTransform const &pageToDevice);
     ~QPainterCanvas() override;
 
+    double getCellSize() const override;
     void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,

@@ -5,10 +5,14 @@
 #include "figqt_units.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace Zem::Fig2Qt {
 
 namespace {
+
+constexpr double UNITS_PER_MM = 2.0 / VectorCanvas::CELL;
 
 QString number(double value)
 {
@@ -147,8 +151,92 @@ void SvgCanvas::writeStroke(Stroke const &stroke)
         attribute("stroke-dasharray", dashes.join(QLatin1Char(' ')));
 }
 
+/// Dense lines as the steps from point to point, which are short numbers.
+void SvgCanvas::appendLine(Polyline const &line, bool dense, std::string *path) const
+{
+    double const scale = dense ? UNITS_PER_MM : 1.0;
+    QPointF last;
+    for (std::size_t i = 0; i < line.points.size(); ++i) {
+        QPointF at = line.points[i] * scale;
+        if (dense)
+            at = {std::round(at.x()), std::round(at.y())};
+        *path += i == 0 ? 'M' : dense ? 'l' : 'L';
+        QPointF const written = dense && i > 0 ? at - last : at;
+        appendNumber(path, written.x(), 4);
+        *path += ' ';
+        appendNumber(path, written.y(), 4);
+        last = at;
+    }
+    if (line.closed)
+        *path += 'Z';
+}
+
+void SvgCanvas::appendRect(QRectF const &rect, std::string *path) const
+{
+    std::array const corners{rect.topLeft(), rect.topRight(), rect.bottomRight(), rect.bottomLeft()};
+    appendLine({corners, true}, false, path);
+}
+
+void SvgCanvas::writeLines(std::string const &path, bool dense, Stroke const &stroke)
+{
+    xml_->writeEmptyElement(QStringLiteral("path"));
+    if (dense)
+        attribute("transform", matrixOf(QTransform::fromScale(1.0 / UNITS_PER_MM, 1.0 / UNITS_PER_MM)));
+    attribute("d", QString::fromStdString(path));
+    attribute("fill", QStringLiteral("none"));
+    Stroke scaled = stroke;
+    if (dense) {
+        scaled.width *= UNITS_PER_MM;
+        for (double &length : scaled.dashes)
+            length *= UNITS_PER_MM;
+    }
+    writeStroke(scaled);
+}
+
+void SvgCanvas::writeRects(std::string const &path, Color const &fill)
+{
+    xml_->writeEmptyElement(QStringLiteral("path"));
+    attribute("d", QString::fromStdString(path));
+    color("fill", "fill-opacity", fill);
+}
+
+/// Marks of one colour that follow each other share it.
+void SvgCanvas::writeMarks(Mark const &mark, std::vector<PlacedMark> const &places)
+{
+    QString const symbol = symbolOf(mark);
+    for (std::size_t i = 0; i < places.size();) {
+        Color const fill = places[i].color;
+        xml_->writeStartElement(QStringLiteral("g"));
+        color("fill", "fill-opacity", fill);
+        for (; i < places.size() && places[i].color == fill; ++i) {
+            xml_->writeEmptyElement(QStringLiteral("use"));
+            attribute("href", symbol);
+            attribute("x", places[i].at.x());
+            attribute("y", places[i].at.y());
+        }
+        xml_->writeEndElement();
+    }
+}
+
+QString SvgCanvas::symbolOf(Mark const &mark)
+{
+    auto const [symbol, isNew] = symbols_.try_emplace(mark.id);
+    if (isNew) {
+        QString const id = QStringLiteral("mark%1").arg(++lastId_);
+        symbol->second = QLatin1Char('#') + id;
+        xml_->writeStartElement(QStringLiteral("defs"));
+        xml_->writeEmptyElement(QStringLiteral("path"));
+        attribute("id", id);
+        attribute("d", pathData(mark.path));
+        attribute("fill-rule", ruleOf(mark.path));
+        xml_->writeEndElement();
+    }
+    return symbol->second;
+}
+
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
 {
+    finish();
     xml_->writeEmptyElement(QStringLiteral("path"));
     attribute("d", pathData(path));
     if (fill) {
@@ -174,6 +262,7 @@ void SvgCanvas::drawShape(TextShape const &shape)
 
 void SvgCanvas::drawText(TextLayout const &layout, QTransform const &toPage)
 {
+    finish();
     xml_->writeStartElement(QStringLiteral("g"));
     attribute("transform", matrixOf(QTransform::fromScale(1.0 / MM_PER_UNIT, 1.0 / MM_PER_UNIT) * toPage));
     // What most runs share is said once.
@@ -235,6 +324,7 @@ void SvgCanvas::drawWords(TextRun const &run)
 
 void SvgCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors, QTransform const &toPage)
 {
+    finish();
     QString const id = QStringLiteral("strip%1").arg(++lastId_);
     QPointF const end = vertical ? rect.bottomLeft() : rect.topRight();
     xml_->writeStartElement(QStringLiteral("linearGradient"));
@@ -262,6 +352,7 @@ void SvgCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color> 
 
 void SvgCanvas::pushClip(QPainterPath const &area)
 {
+    finish();
     QString const id = QStringLiteral("clip%1").arg(++lastId_);
     xml_->writeStartElement(QStringLiteral("clipPath"));
     attribute("id", id);
@@ -275,6 +366,7 @@ void SvgCanvas::pushClip(QPainterPath const &area)
 
 void SvgCanvas::popClip()
 {
+    finish();
     xml_->writeEndElement();
 }
 

@@ -1,16 +1,17 @@
 // figqt_svg_canvas.h: a canvas on an SVG drawing.
 #pragma once
 
-#include "figqt_canvas.h"
+#include "figqt_vector_canvas.h"
 
 #include <QtCore/QXmlStreamWriter>
 
+#include <map>
 #include <string>
 
 namespace Zem::Fig2Qt {
 
 /// Writes elements into an open svg element whose user unit is a millimetre. Ids count up from 1 in order of drawing.
-class SvgCanvas : public Canvas
+class SvgCanvas : public VectorCanvas
 {
 public:
     /// `xml` is not owned.
@@ -33,8 +34,16 @@ private:
     void drawRun(TextRun const &run, QString const &groupFamily);
     void drawWords(TextRun const &run);
 
+    void appendLine(Polyline const &line, bool dense, std::string *path) const override;
+    void appendRect(QRectF const &rect, std::string *path) const override;
+    void writeLines(std::string const &path, bool dense, Stroke const &stroke) override;
+    void writeRects(std::string const &path, Color const &fill) override;
+    void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) override;
+    QString symbolOf(Mark const &mark);
+
     QXmlStreamWriter *xml_;
     int lastId_ = 0;
+    std::map<std::uint64_t, QString> symbols_; // ids in the file, by those of the marks
 };
 
 } // namespace Zem::Fig2Qt

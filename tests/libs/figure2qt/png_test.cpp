@@ -11,12 +11,11 @@ namespace Zem::Support {
 namespace {
 
 using namespace Fig2;
-using Fig2Qt::PngCoding;
 
-std::string encoded(QImage const &image, PngCoding const &coding = {})
+std::string encoded(QImage const &image, unsigned int threads = 0)
 {
     std::string bytes;
-    Fig2Qt::encodePng(image, 300.0, coding, [&bytes](std::string_view piece) { bytes += piece; });
+    Fig2Qt::encodePng(image, 300.0, threads, [&bytes](std::string_view piece) { bytes += piece; });
     return bytes;
 }
 
@@ -43,7 +42,6 @@ TEST(PngEncoder, givesBackTheSamePixels)
     for (QSize const size : {QSize(1, 1), QSize(1, 700), QSize(700, 1), QSize(333, 217), QSize(900, 1100)}) {
         QImage const image = colourful(size.width(), size.height());
         EXPECT_EQ(decoded(encoded(image)), image) << size.width() << " x " << size.height();
-        EXPECT_EQ(decoded(encoded(image, {PngCoding::Filter::NONE, 6, 1})), image);
     }
 }
 
@@ -65,15 +63,15 @@ TEST(PngEncoder, takesAByteForAGreyPixel)
 TEST(PngEncoder, givesTheSameBytesWithAnyNumberOfThreads)
 {
     QImage const image = colourful(1200, 1500);
-    std::string const one = encoded(image, {PngCoding::Filter::UP, 3, 1});
+    std::string const one = encoded(image, 1);
 
     for (unsigned int threads : {0U, 2U, 3U, 7U})
-        EXPECT_EQ(encoded(image, {PngCoding::Filter::UP, 3, threads}), one) << threads;
+        EXPECT_EQ(encoded(image, threads), one) << threads;
 }
 
 TEST(PngEncoder, passesErrorsOfTheReceiverOn)
 {
-    EXPECT_THROW(Fig2Qt::encodePng(colourful(10, 10), 300.0, {},
+    EXPECT_THROW(Fig2Qt::encodePng(colourful(10, 10), 300.0, 0,
                                    [](std::string_view) { throw Fig2Qt::OutputError(QStringLiteral("full")); }),
                  Fig2Qt::OutputError);
 }
