@@ -48,7 +48,7 @@ render vibration/vibration.figure.toml "" "" --project "$out/vibration.zem"
 
 # A page that nobody laid out, and the same picture from the page that was saved of it.
 cp "$here/airquality/airquality.csv" "$out/"
-"$zemfig" plot "$out/airquality.csv" --y CO,benzene,NOx,temperature --missing -200 --title "Air quality, spring 2004" \
+"$zemfig" plot "$out/airquality.csv" --y CO,benzene,NOx,temperature --missing=-200 --title "Air quality, spring 2004" \
     -o "$out/airquality.png" --save "$out/airquality.figure.toml"
 "$zemfig" render "$out/airquality.figure.toml" -o "$out/airquality-again.png"
 cmp "$out/airquality.png" "$out/airquality-again.png"
