@@ -84,7 +84,7 @@ TEST_F(NamedPoints, lieAtAStageByItsNumber)
 TEST_F(NamedPoints, areLeftOutWhereTheCurveHasNone)
 {
     import("y,z\n1,\n2,\n");
-    importSeries("v\n1\n\n3\n");
+    importSeries("v,u\n1,1\n,2\n3,3\n");
     importSeries("w\n1\n", "b");
     charts.setNamedPoints(
         {namedPoint("row 0", "a.v", PointPlace_t::NUMBER, 0), namedPoint("gap", "a.v", PointPlace_t::NUMBER, 2),
