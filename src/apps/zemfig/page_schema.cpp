@@ -55,7 +55,8 @@ static_assert(PLACE_WORDS.size() == static_cast<std::size_t>(PointPlace_t::NUMBE
 
 QString wordOfPlace(PointPlace_t place)
 {
-    return place == PointPlace_t::NUMBER ? QString() : QString::fromLatin1(PLACE_WORDS[static_cast<std::size_t>(place)]);
+    auto const index = static_cast<std::size_t>(place);
+    return index < PLACE_WORDS.size() ? QString::fromLatin1(PLACE_WORDS[index]) : QString();
 }
 
 std::optional<PointPlace_t> placeFromWord(QString const &word)
