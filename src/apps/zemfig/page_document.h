@@ -3,6 +3,7 @@
 
 #include <ZemFig2Figure.h>
 #include <ZemMeasColorScale.h>
+#include <ZemMeasNamedPoint.h>
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -32,12 +33,20 @@ struct SeriesSource
     QMap<QString, QVariant> values; ///< "columns" is a list of texts, all else a text, a number or a bool
 };
 
+/// A [[point]] table: a point that the charts of its curve name.
+struct PointSource
+{
+    int line = 0; ///< of the table, from 1
+    Measurement::NamedPoint point;
+};
+
 /// A page document as it was read. Everything stays in memory; nothing is read through it later.
 struct PageDocument
 {
     std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
     QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
     std::vector<SeriesSource> series;     ///< the [[series]] tables
+    std::vector<PointSource> points;      ///< the [[point]] tables
     std::optional<Measurement::ColorScale> scale; ///< the [scale] table: the colour scale of the page
     std::vector<Problem> problems;        ///< empty for a sound document
 };
@@ -49,9 +58,10 @@ PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 
 /// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
 /// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table, `series` the
-/// [[series]] tables.
+/// [[series]] tables, `points` the [[point]] tables.
 QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {},
                           std::optional<Measurement::ColorScale> const &scale = {},
-                          std::vector<SeriesSource> const &series = {});
+                          std::vector<SeriesSource> const &series = {},
+                          std::vector<PointSource> const &points = {});
 
 } // namespace Zem::Zemfig

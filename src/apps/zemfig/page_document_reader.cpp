@@ -1,7 +1,7 @@
 #include "page_document.h"
 
 #include "page_schema.h"
-#include "page_toml_values.h"
+#include "page_toml_reader.h"
 
 #include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
@@ -10,12 +10,9 @@
 #include <ZemScriptObject.h>
 
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <utility>
 
 namespace Zem::Zemfig {
@@ -29,20 +26,16 @@ QString Problem::toString() const
 
 namespace {
 
-/// Keys of an element's table that are no parameters.
-constexpr std::array<char const *, 6> STRUCTURE_KEYS{"type", "name", "children", "connect", "master", "curve"};
-
-bool isStructureKey(QString const &key)
-{
-    return std::any_of(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end(),
-                       [&key](char const *name) { return key == QLatin1StringView(name); });
-}
+char const *const PLACES = "\"maximum\", \"minimum\", \"first\", \"last\", or the number of a stage or row";
 
 /// Reads one document into a figure and gathers what is wrong with it.
-class Reader
+class Reader : private TomlReader
 {
 public:
-    Reader(QString const &fileName, PageDocument *document) : fileName_(fileName), document_(document) {}
+    Reader(QString const &fileName, PageDocument *document)
+        : TomlReader(fileName, &document->problems), document_(document)
+    {
+    }
 
     void read(toml::table const &root)
     {
@@ -68,8 +61,6 @@ private:
         int line;
     };
 
-    void report(int line, QString const &text) { document_->problems.push_back({fileName_, line, text}); }
-
     void readSection(QString const &key, toml::node const &node)
     {
         if (key == QLatin1StringView("page") && node.is_table())
@@ -80,13 +71,16 @@ private:
             readSeries(*node.as_array());
         else if (key == QLatin1StringView("series"))
             report(lineOf(node), QStringLiteral("'series' wants a list of tables: [[series]]"));
+        else if (key == QLatin1StringView("point"))
+            readPoints(node);
         else if (key == QLatin1StringView("scale") && node.is_table())
             readScale(*node.as_table());
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
-            report(lineOf(node), QStringLiteral("unknown section '%1'%2")
-                                     .arg(key, suggestion(key, {"page", "data", "series", "scale", "element"})));
+            report(lineOf(node),
+                   QStringLiteral("unknown section '%1'%2")
+                       .arg(key, suggestion(key, {"page", "data", "series", "point", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -124,6 +118,69 @@ private:
         }
     }
 
+    void readPoints(toml::node const &node)
+    {
+        toml::array const *array = node.as_array();
+        if (!array) {
+            report(lineOf(node), QStringLiteral("'point' wants a list of tables: [[point]]"));
+            return;
+        }
+        for (toml::node const &item : *array) {
+            if (toml::table const *table = item.as_table())
+                document_->points.push_back({lineOf(item), readPoint(*table)});
+            else
+                report(lineOf(item), QStringLiteral("a point wants a table, not %1").arg(typeOf(item)));
+        }
+    }
+
+    Measurement::NamedPoint readPoint(toml::table const &table)
+    {
+        Measurement::NamedPoint point;
+        for (auto const &[key, node] : flattened(table)) {
+            if (key == QLatin1StringView("name"))
+                readText(*node, key, &point.name);
+            else if (key == QLatin1StringView("token"))
+                readText(*node, key, &point.token);
+            else if (key == QLatin1StringView("at"))
+                readPlace(*node, &point);
+            else
+                readPointSymbol(key, *node, &point.symbol);
+        }
+        if (!table.contains("token"))
+            report(lineOf(table), QStringLiteral("a point wants a 'token', the name of the curve on which it lies"));
+        if (!table.contains("at"))
+            report(lineOf(table), QStringLiteral("a point wants an 'at': %1").arg(QLatin1StringView(PLACES)));
+        return point;
+    }
+
+    void readPlace(toml::node const &node, Measurement::NamedPoint *point)
+    {
+        using Measurement::PointPlace_t;
+        if (node.is_string()) {
+            if (auto const place = placeFromWord(textOf(node.as_string()->get()))) {
+                point->place = *place;
+                return;
+            }
+        } else if (node.is_integer() && std::in_range<unsigned int>(node.as_integer()->get())) {
+            point->place = PointPlace_t::NUMBER;
+            point->number = static_cast<unsigned int>(node.as_integer()->get());
+            return;
+        }
+        report(lineOf(node), QStringLiteral("'at' wants %1").arg(QLatin1StringView(PLACES)));
+    }
+
+    void readPointSymbol(QString const &key, toml::node const &node, Symbol *symbol)
+    {
+        static QString const prefix = QStringLiteral("symbol");
+        static std::vector<Parameter> const looks = entriesOf(symbol->getParameterString(prefix));
+        QString parameters = readEntry(looks, {"name", "token", "at"}, key, node, QStringLiteral("a point"));
+        try {
+            symbol->createFromParameterString(parameters, prefix);
+        } catch (ParamError const &error) {
+            report(lineOf(node), QStringLiteral("a point: %1").arg(error.getText()));
+        }
+    }
+
     void readSource(toml::table const &table, QMap<QString, QVariant> *values)
     {
         for (auto const &[key, node] : flattened(table)) {
@@ -147,12 +204,7 @@ private:
         Measurement::ColorScale scale;
         std::vector<Parameter> const known = entriesOf(scale.getParameterString());
         for (auto const &[key, node] : flattened(table)) {
-            auto const found = findParameter(known, key);
-            if (!found) {
-                reportUnknown(*node, key, keysOf(known), "the colour scale");
-                continue;
-            }
-            QString made = entry(*found, *node);
+            QString made = readEntry(known, {}, key, *node, QStringLiteral("the colour scale"));
             try {
                 scale.createFromParameterString(made);
             } catch (ParamError const &error) {
@@ -160,45 +212,6 @@ private:
             }
         }
         document_->scale = scale;
-    }
-
-    using FlatTable = std::vector<std::pair<QString, toml::node const *>>;
-
-    /// Nested tables joined by underscores; structure keys and fonts stay as they are.
-    FlatTable flattened(toml::table const &table, QString const &prefix = QString())
-    {
-        FlatTable result;
-        for (auto const &[key, node] : table) {
-            QString const name = prefix.isEmpty() ? textOf(key.str()) : prefix + QLatin1Char('_') + textOf(key.str());
-            if (!node.is_table() || isFontKey(name) || isStructureKey(name)) {
-                result.emplace_back(name, &node);
-                continue;
-            }
-            FlatTable const inner = flattened(*node.as_table(), name);
-            result.insert(result.end(), inner.begin(), inner.end());
-        }
-        return result;
-    }
-
-    static bool isFontKey(QString const &key)
-    {
-        return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
-    }
-
-    void reportUnknown(toml::node const &node, QString const &key, std::vector<QString> const &known,
-                       QString const &where)
-    {
-        report(lineOf(node), QStringLiteral("unknown key '%1' in %2%3").arg(key, where, suggestion(key, known)));
-    }
-
-    /// An entry of a parameter string; empty, and reported, when the value does not fit.
-    QString entry(Parameter const &parameter, toml::node const &node)
-    {
-        QString expected;
-        QString const made = makeEntry(parameter, node, &expected);
-        if (made.isEmpty())
-            report(lineOf(node), QStringLiteral("'%1' wants %2, not %3").arg(parameter.key, expected, typeOf(node)));
-        return made;
     }
 
     void readElements(toml::array const &array, Group *parent, unsigned int depth)
@@ -261,33 +274,21 @@ private:
     GenericChart::Entry readCurve(toml::table const &table, Element const *element)
     {
         static std::vector<Parameter> const looks = entriesOf(ChartParameters().getParameterString(QString()));
+        QString const where = QStringLiteral("a curve of %1").arg(describe(*element));
         GenericChart::Entry curve;
         for (auto const &[key, node] : flattened(table)) {
-            QString parameters;
             if (readCurveToken(key, *node, &curve.first))
                 continue;
-            if (isFontKey(key) && node->is_table())
-                parameters = fontEntry(*node->as_table(), key, element);
-            else if (auto const parameter = findParameter(looks, key))
-                parameters = entry(*parameter, *node);
-            else
-                reportUnknownCurveKey(*node, key, looks);
+            QString parameters = readEntry(looks, {"token", "groups", "category"}, key, *node, where);
             try {
                 curve.second.createFromParameterString(parameters, QString());
             } catch (ParamError const &error) {
-                report(lineOf(*node), QStringLiteral("a curve of %1: %2").arg(describe(*element), error.getText()));
+                report(lineOf(*node), QStringLiteral("%1: %2").arg(where, error.getText()));
             }
         }
         if (curve.first.isEmpty())
             report(lineOf(table), QStringLiteral("a curve wants a 'token', the name of what it shows"));
         return curve;
-    }
-
-    void reportUnknownCurveKey(toml::node const &node, QString const &key, std::vector<Parameter> const &looks)
-    {
-        std::vector<QString> known = keysOf(looks);
-        known.insert(known.end(), {QStringLiteral("token"), QStringLiteral("groups"), QStringLiteral("category")});
-        reportUnknown(node, key, known, QStringLiteral("a curve"));
     }
 
     /// Whether the key tells what the curve shows.
@@ -301,31 +302,13 @@ private:
         bool const isName = key == QLatin1StringView("token");
         if (!isName && key != QLatin1StringView("category"))
             return false;
-        if (!node.is_string()) {
-            report(lineOf(node), QStringLiteral("'%1' wants a text, not %2").arg(key, typeOf(node)));
-            return true;
-        }
-        QString const text = textOf(node.as_string()->get());
+        QString text;
+        readText(node, key, &text);
         if (isName)
             token->setName(text);
-        else
+        else if (!text.isNull())
             token->setCategory(TokenInfo::getCategoryByTypeName(text));
         return true;
-    }
-
-    QStringList readTexts(toml::node const &node, QString const &key)
-    {
-        QStringList texts;
-        toml::array const *array = node.as_array();
-        bool sound = array != nullptr;
-        for (std::size_t i = 0; sound && i < array->size(); ++i) {
-            sound = (*array)[i].is_string();
-            if (sound)
-                texts << textOf((*array)[i].as_string()->get());
-        }
-        if (!sound)
-            report(lineOf(node), QStringLiteral("'%1' wants a list of texts").arg(key));
-        return texts;
     }
 
     bool readType(toml::table const &table, Element::Type_t *type)
@@ -399,23 +382,9 @@ private:
         for (auto const &[key, node] : flattened(table)) {
             if (isStructureKey(key))
                 continue;
-            QString parameters;
-            if (isFontKey(key) && node->is_table())
-                parameters = fontEntry(*node->as_table(), key, element);
-            else if (auto const parameter = findParameter(element->getType(), key))
-                parameters = entry(*parameter, *node);
-            else
-                reportUnknownParameter(*node, key, element);
-            apply(parameters, element, lineOf(*node));
+            apply(readEntry(parametersOf(element->getType()), structureKeys(), key, *node, describe(*element)), element,
+                  lineOf(*node));
         }
-    }
-
-    void reportUnknownParameter(toml::node const &node, QString const &key, Element const *element)
-    {
-        std::vector<QString> known(STRUCTURE_KEYS.begin(), STRUCTURE_KEYS.end());
-        std::vector<QString> const keys = keysOf(parametersOf(element->getType()));
-        known.insert(known.end(), keys.begin(), keys.end());
-        reportUnknown(node, key, known, describe(*element));
     }
 
     void apply(QString parameters, Element *element, int line)
@@ -432,42 +401,6 @@ private:
         } catch (ParamError const &error) {
             report(line, QStringLiteral("%1: %2").arg(describe(*element), error.getText()));
         }
-    }
-
-    /// A font given as a table: what is left out keeps its default.
-    QString fontEntry(toml::table const &table, QString const &key, Element const *element)
-    {
-        Font font;
-        std::vector<QString> known{"family", "size"};
-        for (FontStyle const &style : FONT_STYLES)
-            known.push_back(QString::fromLatin1(style.key));
-        for (auto const &[name, node] : table) {
-            QString const text = textOf(name.str());
-            if (!readFontKey(text, node, &font))
-                report(lineOf(node), QStringLiteral("bad key '%1' in the font of %2%3")
-                                         .arg(text, describe(*element), suggestion(text, known)));
-        }
-        return Parse::createString(key, font.getParameterString());
-    }
-
-    static bool readFontKey(QString const &key, toml::node const &node, Font *font)
-    {
-        double size = 0.0;
-        if (key == QLatin1StringView("family") && node.is_string()) {
-            font->setFamily(textOf(node.as_string()->get()));
-            return true;
-        }
-        if (key == QLatin1StringView("size") && readNumber(node, &size) && size > 0.0) {
-            font->setSize(size);
-            return true;
-        }
-        for (FontStyle const &style : FONT_STYLES) {
-            if (key != QLatin1StringView(style.key) || !node.is_boolean())
-                continue;
-            font->setStyle(node.as_boolean()->get() ? font->getStyle() | style.bit : font->getStyle() & ~style.bit);
-            return true;
-        }
-        return false;
     }
 
     void readWishes(toml::table const &table, Element *element)
@@ -528,7 +461,6 @@ private:
             report(wish.line, QStringLiteral("%1 has no child '%2'").arg(describe(*group), wish.name));
     }
 
-    QString fileName_;
     PageDocument *document_;
     QSet<QString> givenNames_;
     int nameCounter_ = 0;

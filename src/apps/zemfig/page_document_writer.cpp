@@ -133,13 +133,16 @@ class Writer
 {
 public:
     QString write(Figure const &figure, QMap<QString, QVariant> const &data,
-                  std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series)
+                  std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series,
+                  std::vector<PointSource> const &points)
     {
         writePage(figure);
         if (!data.isEmpty())
             writeSource(QStringLiteral("[data]"), data);
         for (SeriesSource const &source : series)
             writeSource(QStringLiteral("[[series]]"), source.values);
+        for (PointSource const &source : points)
+            writePoint(source.point);
         if (scale)
             writeScale(*scale);
         writeChildren(*figure.getRoot(), QStringLiteral("element"));
@@ -182,6 +185,18 @@ private:
         text_ += QLatin1StringView("\n[scale]\n");
         writeParameters(changedFrom(entriesOf(Measurement::ColorScale().getParameterString()),
                                     entriesOf(scale.getParameterString())));
+    }
+
+    void writePoint(Measurement::NamedPoint const &point)
+    {
+        static QString const prefix = QStringLiteral("symbol");
+        text_ += QLatin1StringView("\n[[point]]\n");
+        line(QStringLiteral("name"), quoted(point.name));
+        line(QStringLiteral("token"), quoted(point.token));
+        bool const isNumber = point.place == Measurement::PointPlace_t::NUMBER;
+        line(QStringLiteral("at"), isNumber ? QString::number(point.number) : quoted(wordOfPlace(point.place)));
+        writeParameters(changedFrom(entriesOf(Measurement::NamedPoint().symbol.getParameterString(prefix)),
+                                    entriesOf(point.symbol.getParameterString(prefix))));
     }
 
     void writeChildren(Group const &group, QString const &path)
@@ -308,9 +323,10 @@ private:
 } // namespace
 
 QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data,
-                          std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series)
+                          std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series,
+                          std::vector<PointSource> const &points)
 {
-    return Writer().write(figure, data, scale, series);
+    return Writer().write(figure, data, scale, series, points);
 }
 
 } // namespace Zem::Zemfig

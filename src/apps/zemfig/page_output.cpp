@@ -39,12 +39,14 @@ void tellLostData(PageDocument const &document, QString const &input, char const
                     .arg(input, QString::fromLatin1(reason)));
 }
 
-/// A figure file holds no scale.
-void tellLostScale(PageDocument const &document, QString const &input)
+/// A figure file holds neither scale nor named points.
+void tellLostLooks(PageDocument const &document, QString const &input)
 {
     if (document.scale)
         message(QStringLiteral("%1: a figure file holds no colour scale: [scale] is left out, store it in the project")
                     .arg(input));
+    if (!document.points.empty())
+        message(QStringLiteral("%1: a figure file holds no named points: [[point]] is left out").arg(input));
 }
 
 } // namespace
@@ -53,7 +55,7 @@ void writePage(PageDocument const &document, QString const &input, QString const
 {
     if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
         tellLostData(document, input, "a figure file names no data");
-        tellLostScale(document, input);
+        tellLostLooks(document, input);
         saveFigureFile(*document.figure, output);
     } else if (output.endsWith(QLatin1StringView(".toml"))) {
         bool const keepsData = areInOneFolder(input, output);
@@ -61,7 +63,7 @@ void writePage(PageDocument const &document, QString const &input, QString const
             tellLostData(document, input, "its data cannot be named from another folder");
         QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
         std::vector<SeriesSource> const series = keepsData ? document.series : std::vector<SeriesSource>();
-        writeFile(output, writePageDocument(*document.figure, data, document.scale, series).toUtf8());
+        writeFile(output, writePageDocument(*document.figure, data, document.scale, series, document.points).toUtf8());
     } else {
         throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
     }

@@ -12,7 +12,7 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
     } else {
         choice.project = QString::fromStdString(arguments.project);
         choice.csv = QString::fromStdString(arguments.data);
-        choice.scale = document.scale;
+        askOfData(document, &choice);
         if (arguments.project.empty())
             choice.series = seriesOfDocument(document, QString::fromStdString(arguments.page));
     }

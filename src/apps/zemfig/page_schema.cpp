@@ -45,7 +45,28 @@ int editDistance(QString const &a, QString const &b)
     return row.back();
 }
 
+using Measurement::PointPlace_t;
+
+/// In the order of the numbers.
+constexpr std::array<char const *, 4> PLACE_WORDS{"maximum", "minimum", "first", "last"};
+static_assert(PLACE_WORDS.size() == static_cast<std::size_t>(PointPlace_t::NUMBER));
+
 } // namespace
+
+QString wordOfPlace(PointPlace_t place)
+{
+    auto const index = static_cast<std::size_t>(place);
+    return index < PLACE_WORDS.size() ? QString::fromLatin1(PLACE_WORDS[index]) : QString();
+}
+
+std::optional<PointPlace_t> placeFromWord(QString const &word)
+{
+    for (std::size_t i = 0; i < PLACE_WORDS.size(); ++i) {
+        if (word == QLatin1StringView(PLACE_WORDS[i]))
+            return static_cast<PointPlace_t>(i);
+    }
+    return std::nullopt;
+}
 
 std::vector<Parameter> entriesOf(QString const &parameters)
 {

@@ -3,6 +3,7 @@
 
 #include <ZemFig2Element.h>
 #include <ZemFont.h>
+#include <ZemMeasNamedPoint.h>
 
 #include <QtCore/QString>
 
@@ -48,6 +49,10 @@ inline constexpr std::array<FontStyle, 7> FONT_STYLES{{{"italic", Font::ITALIC},
                                                        {"black", Font::BLACK},
                                                        {"underline", Font::UNDERLINE},
                                                        {"strikeout", Font::STRIKEOUT}}};
+
+/// The words for the place of a named point; none for NUMBER, and for an unknown word.
+QString wordOfPlace(Measurement::PointPlace_t place);
+std::optional<Measurement::PointPlace_t> placeFromWord(QString const &word);
 
 std::vector<QString> keysOf(std::vector<Parameter> const &parameters);
 

@@ -304,10 +304,17 @@ std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString
     return series;
 }
 
+void askOfData(PageDocument const &document, DataChoice *choice)
+{
+    choice->scale = document.scale;
+    for (PointSource const &source : document.points)
+        choice->points.push_back(source.point);
+}
+
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
 {
     DataChoice choice;
-    choice.scale = document.scale;
+    askOfData(document, &choice);
     for (auto it = document.data.cbegin(); it != document.data.cend(); ++it) {
         if (it.key() == QLatin1StringView("file"))
             choice.csv = resolveInside(it.value().toString(), fileName, fileName);
@@ -344,6 +351,7 @@ PageData::PageData(DataChoice const &choice)
     }
     auto tokens = std::make_unique<ProjectTokenInterface>(project_.get());
     charts_ = std::make_unique<ProjectChartInterface>(tokens.get());
+    charts_->setNamedPoints(choice.points);
     tokens_ = std::move(tokens);
 }
 

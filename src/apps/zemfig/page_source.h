@@ -35,6 +35,7 @@ struct DataChoice
     Measurement::CsvOptions csvOptions;
     Measurement::ImportOptions importOptions;
     std::vector<SeriesChoice> series; ///< beside the CSV file; a project has its own
+    std::vector<Measurement::NamedPoint> points; ///< that charts name
     /// In place of that of the project.
     std::optional<Measurement::ColorScale> scale;
 };
@@ -42,6 +43,9 @@ struct DataChoice
 /// The data that a page document names itself, by a path that must stay inside the folder of the document. Throws
 /// InputError for a path that leaves it and for an option that does not exist.
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName);
+
+/// What a page document asks of whatever data it is shown with: its colour scale and its named points.
+void askOfData(PageDocument const &document, DataChoice *choice);
 
 /// The files of its [[series]] tables, by the same rules.
 std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString const &fileName);

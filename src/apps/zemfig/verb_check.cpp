@@ -5,6 +5,7 @@
 #include "page_source.h"
 
 #include <ZemFig2Chart.h>
+#include <ZemFig2ChartMarker.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2LabelBase.h>
 #include <ZemFig2Tools.h>
@@ -52,10 +53,13 @@ public:
             if (auto const *chart = dynamic_cast<GenericChart const *>(*it))
                 checkCurves(*chart);
         }
+        for (PointSource const &source : document_->points)
+            checkPoint(source);
     }
 
 private:
-    void report(QString const &text) { document_->problems.push_back({fileName_, 0, text}); }
+    void report(QString const &text) { report(0, text); }
+    void report(int line, QString const &text) { document_->problems.push_back({fileName_, line, text}); }
 
     void collectTokens(FigureTokenInterface const &tokens)
     {
@@ -119,12 +123,48 @@ private:
             checkOffer(chart, token.getName(), offered);
     }
 
-    void checkOffer(GenericChart const &chart, QString const &name,
-                    std::vector<ChartInterface::DataToken> const &offered)
+    static std::vector<QString> namesOf(std::vector<ChartInterface::DataToken> const &offered)
     {
         std::vector<QString> names;
         for (ChartInterface::DataToken const &token : offered)
             names.push_back(token.getName());
+        return names;
+    }
+
+    void checkPoint(PointSource const &source)
+    {
+        ChartInterface *charts = document_->figure->getChartInterface();
+        std::vector<QString> const names = charts ? namesOf(charts->getTokensY()) : std::vector<QString>();
+        Measurement::NamedPoint const &point = source.point;
+        if (std::find(names.begin(), names.end(), point.token) == names.end())
+            report(source.line, QStringLiteral("the point '%1': no data has the curve '%2'%3")
+                                    .arg(point.name, point.token, suggestion(point.token, names)));
+        else if (!isMarked(point))
+            report(source.line,
+                   QStringLiteral("the point '%1': '%2' has no such point").arg(point.name, point.token));
+    }
+
+    /// Every curve can be shown over stages or rows.
+    bool isMarked(Measurement::NamedPoint const &point) const
+    {
+        FigureTokenInterface const *tokens = document_->figure->getTokenInterface();
+        QString const chart = ChartInterface::createToken(QStringLiteral("stage"), {point.token});
+        ChartData const *data = tokens->getChart(chart);
+        if (!data)
+            return false;
+        bool const found = std::any_of(
+            data->getChartMarkerBegin(), data->getChartMarkerEnd(), [&point](ChartMarker const *marker) {
+                auto const *named = dynamic_cast<NamedPointChartMarker const *>(marker);
+                return named && named->getName() == point.name && named->getSymbol() == point.symbol;
+            });
+        tokens->releaseChart(chart);
+        return found;
+    }
+
+    void checkOffer(GenericChart const &chart, QString const &name,
+                    std::vector<ChartInterface::DataToken> const &offered)
+    {
+        std::vector<QString> const names = namesOf(offered);
         if (!name.isEmpty() && std::find(names.begin(), names.end(), name) == names.end())
             report(QStringLiteral("%1: no data has '%2' for this axis%3")
                        .arg(describe(chart), name, suggestion(name, names)));

@@ -3,6 +3,7 @@
 
 #include <ZemFig2ChartInterface.h>
 #include <ZemIdentifiers.h>
+#include <ZemMeasNamedPoint.h>
 #include <ZemMeasTokenInterface.h>
 
 namespace Zem::Measurement {
@@ -23,6 +24,10 @@ public:
     /// The stage that charts over stages mark, with a line at its x and a point on each curve; none at the start. To be
     /// told before figures are updated for a stage: the counters of chart tokens move where the mark moves.
     void setCurrentStage(StageIdentifier const &stage);
+
+    /// The points that charts name, where they show the curve; none at the start. Points that their curve does not have
+    /// are left out. The counters of the chart tokens that show something else from here on move.
+    void setNamedPoints(std::vector<NamedPoint> const &points);
 
     void addChartToken(QString const &token) override;
     void removeChartToken(QString const &token) override;

@@ -27,7 +27,7 @@ class ProjectContents;
 /// that do not belong to the same stages or rows as x are empty ones, and a token of which x or all y are unknown lends
 /// nothing. Points stand in the order of the stages or rows, with that index as their id; gaps stand for what is
 /// missing. Numbers are in the base unit, moments along x in seconds from the first one. Against "stage" a series is
-/// drawn over the numbers of its rows, the first being 1.
+/// drawn over the numbers of its rows, the first being 1. The colour scale spans all y; a single value makes none.
 ///
 /// A chart's counter moves when and only when what it shows has changed. Its data live as long as they are lent or
 /// their chart token is registered with a ProjectChartInterface; only its own tokens and series are read.

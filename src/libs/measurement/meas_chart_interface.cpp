@@ -82,6 +82,11 @@ void ProjectChartInterface::setCurrentStage(StageIdentifier const &stage)
     tokens_->charts().setCurrentStage(stage);
 }
 
+void ProjectChartInterface::setNamedPoints(std::vector<NamedPoint> const &points)
+{
+    tokens_->charts().setNamedPoints(points);
+}
+
 void ProjectChartInterface::addChartToken(QString const &token)
 {
     tokens_->charts().keep(token);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 #include <set>
 
@@ -129,6 +130,14 @@ void setMark(ChartMark const &mark, ChartData *data)
         data->addMarker(new LineChartMarker(*mark.x));
         data->addMarker(new PointsChartMarker(mark.points));
     }
+    for (NamedPlace const &named : mark.named) {
+        auto marker = std::make_unique<NamedPointChartMarker>();
+        marker->setPoint(named.place);
+        marker->setName(named.point.name);
+        marker->setSymbol(named.point.symbol);
+        data->addMarker(marker.get());
+        marker.release();
+    }
 }
 
 QString ChartPlan::Source::signature() const
@@ -154,7 +163,8 @@ std::optional<ChartPlan::Source> ChartPlan::find(ProjectContents const &contents
     return std::nullopt;
 }
 
-std::optional<ChartPlan> ChartPlan::make(ProjectContents const &contents, QString const &chartToken)
+std::optional<ChartPlan> ChartPlan::make(ProjectContents const &contents, QString const &chartToken,
+                                         std::vector<NamedPoint> const &points)
 {
     QString nameX;
     std::vector<QString> namesY;
@@ -174,6 +184,8 @@ std::optional<ChartPlan> ChartPlan::make(ProjectContents const &contents, QStrin
             plan.ys_.push_back(*y);
         }
     }
+    std::copy_if(points.begin(), points.end(), std::back_inserter(plan.points_),
+                 [&taken](NamedPoint const &point) { return taken.contains(point.token); });
     return plan.ys_.empty() ? std::nullopt : std::optional(plan);
 }
 
@@ -199,6 +211,7 @@ QString ChartPlan::signature() const
     if (hasStages()) {
         parts << QString::number(contents_->stagesModified());
     }
+    std::transform(points_.begin(), points_.end(), std::back_inserter(parts), signatureOf);
     return parts.join(QLatin1Char('\n'));
 }
 
@@ -248,6 +261,9 @@ std::unique_ptr<ChartData> ChartPlan::build() const
     data->setAxisXRange(ranges.x.value());
     data->setAxisYRange(ranges.y.value());
     setUnits(data.get());
+    if (ranges.y.exists()) {
+        data->computeLegendData();
+    }
     data->setComputeStatistics(true);
     data->setSupportsStageMarkers(hasStages());
     data->setSupportsPointMarkers(hasStages());
@@ -265,28 +281,64 @@ void ChartPlan::setUnits(ChartData *data) const
     data->setUnitY(agree ? unit : UnitData());
 }
 
-ChartMark ChartPlan::markAt(StageIdentifier const &stage, ChartData const &data) const
+std::optional<std::size_t> ChartPlan::indexOfStage(unsigned int stage) const
 {
-    ChartMark mark;
     std::vector<unsigned int> const &stages = contents_->stages();
-    auto const found = std::lower_bound(stages.begin(), stages.end(), stage.getIdentifier());
-    if (found == stages.end() || *found != stage.getIdentifier()) {
-        return mark;
+    auto const found = std::lower_bound(stages.begin(), stages.end(), stage);
+    bool const exists = found != stages.end() && *found == stage;
+    return exists ? std::optional(static_cast<std::size_t>(found - stages.begin())) : std::nullopt;
+}
+
+/// Rows are counted from 1.
+std::optional<std::size_t> ChartPlan::indexOf(unsigned int number, Source const &y) const
+{
+    if (!y.isSeries()) {
+        return indexOfStage(number);
     }
-    auto const index = static_cast<unsigned int>(found - stages.begin());
+    return number > 0 ? std::optional<std::size_t>(number - 1) : std::nullopt;
+}
+
+void ChartPlan::markStage(std::size_t index, ChartData const &data, ChartMark *mark) const
+{
     for (Source const &y : ys_) {
         if (y.isSeries() || !belongsToX(y)) {
             continue;
         }
         ChartDataset const &dataset = *data.getDataset(y.token->name);
-        auto const point = dataset.getPointBegin(index);
+        auto const point = dataset.getPointBegin(static_cast<unsigned int>(index));
         if (point == dataset.getPointEnd() || point->point.x == GAP) {
             continue;
         }
-        mark.x = point->point.x;
+        mark->x = point->point.x;
         if (point->isValid()) {
-            mark.points.push_back(point->point);
+            mark->points.push_back(point->point);
         }
+    }
+}
+
+std::vector<NamedPlace> ChartPlan::placesOf(Source const &y, ChartData const &data) const
+{
+    std::vector<NamedPlace> places;
+    for (NamedPoint const &point : points_) {
+        if (point.token != y.token->name) {
+            continue;
+        }
+        if (auto const place = findPlace(point, *data.getDataset(point.token), indexOf(point.number, y))) {
+            places.push_back({*place, point});
+        }
+    }
+    return places;
+}
+
+ChartMark ChartPlan::markAt(StageIdentifier const &stage, ChartData const &data) const
+{
+    ChartMark mark;
+    if (auto const index = indexOfStage(stage.getIdentifier())) {
+        markStage(*index, data, &mark);
+    }
+    for (Source const &y : ys_) {
+        std::vector<NamedPlace> const places = placesOf(y, data);
+        mark.named.insert(mark.named.end(), places.begin(), places.end());
     }
     return mark;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "meas_contents.h"
+#include "meas_named_point.h"
 
 #include <ZemFig2ChartData.h>
 #include <ZemIdentifiers.h>
@@ -15,11 +16,21 @@ namespace Zem::Measurement {
 bool isChartX(ProjectToken const &token);
 bool isChartY(ProjectToken const &token);
 
-/// Where the current stage lies in a chart.
+/// A named point and where it lies in a chart.
+struct NamedPlace
+{
+    BaVec2d<double> place;
+    NamedPoint point;
+
+    bool operator==(NamedPlace const &) const = default;
+};
+
+/// Where the current stage and the named points lie in a chart.
 struct ChartMark
 {
     std::optional<double> x;
     std::vector<BaVec2d<double>> points;
+    std::vector<NamedPlace> named;
 
     bool operator==(ChartMark const &) const = default;
 };
@@ -30,12 +41,13 @@ void setMark(ChartMark const &mark, Fig2::ChartData *data);
 class ChartPlan
 {
 public:
-    /// None when the text is no chart token, or when x or all y are unknown.
-    static std::optional<ChartPlan> make(ProjectContents const &contents, QString const &chartToken);
+    /// None when the text is no chart token, or when x or all y are unknown. Of `points` those on its curves are taken.
+    static std::optional<ChartPlan> make(ProjectContents const &contents, QString const &chartToken,
+                                         std::vector<NamedPoint> const &points);
 
     /// Equal texts mean equal data.
     QString signature() const;
-    /// Whether there is something to be marked at a stage.
+    /// Whether there is something to be marked at a stage, beside the named points.
     bool hasStages() const;
     /// Throws ProjectError.
     std::unique_ptr<Fig2::ChartData> build() const;
@@ -64,10 +76,15 @@ private:
     std::vector<double> stageNumbers() const;
     void fill(Source const &y, std::vector<double> const &x, Fig2::ChartDataset *dataset, Ranges *ranges) const;
     void setUnits(Fig2::ChartData *data) const;
+    void markStage(std::size_t index, Fig2::ChartData const &data, ChartMark *mark) const;
+    std::optional<std::size_t> indexOfStage(unsigned int stage) const;
+    std::optional<std::size_t> indexOf(unsigned int number, Source const &y) const;
+    std::vector<NamedPlace> placesOf(Source const &y, Fig2::ChartData const &data) const;
 
     ProjectContents const *contents_;
     Source x_;
     std::vector<Source> ys_;
+    std::vector<NamedPoint> points_;
 };
 
 } // namespace Zem::Measurement

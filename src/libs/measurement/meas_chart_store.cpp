@@ -17,7 +17,7 @@ ChartData const *ChartStore::lend(QString const &token)
         return nullptr;
     }
     if (!chart->data) {
-        std::optional<ChartPlan> const plan = ChartPlan::make(*contents_, token);
+        std::optional<ChartPlan> const plan = ChartPlan::make(*contents_, token, points_);
         std::shared_ptr<ChartData> data = plan->build();
         setMark(plan->markAt(stage_, *data), data.get());
         chart->data = std::move(data);
@@ -55,14 +55,25 @@ void ChartStore::giveUp(QString const &token)
     dropUnused(&chart);
 }
 
+void ChartStore::setNamedPoints(std::vector<NamedPoint> const &points)
+{
+    if (points != points_) {
+        points_ = points;
+        ++pointsRevision_;
+    }
+}
+
+bool ChartStore::isCurrent(Chart const &chart) const
+{
+    return chart.revision == contents_->revision() && chart.stage == stage_ && chart.pointsRevision == pointsRevision_;
+}
+
 ChartStore::Chart *ChartStore::refreshed(QString const &token)
 {
     contents_->refresh();
     auto found = charts_.find(token);
-    bool const isCurrent =
-        found != charts_.end() && found->second.revision == contents_->revision() && found->second.stage == stage_;
-    if (!isCurrent) {
-        std::optional<ChartPlan> const plan = ChartPlan::make(*contents_, token);
+    if (found == charts_.end() || !isCurrent(found->second)) {
+        std::optional<ChartPlan> const plan = ChartPlan::make(*contents_, token, points_);
         if (!plan && found == charts_.end()) {
             return nullptr;
         }
@@ -75,6 +86,7 @@ ChartStore::Chart *ChartStore::refreshed(QString const &token)
         }
         found->second.revision = contents_->revision();
         found->second.stage = stage_;
+        found->second.pointsRevision = pointsRevision_;
     }
     return found->second.signature.isNull() ? nullptr : &found->second;
 }

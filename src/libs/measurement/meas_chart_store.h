@@ -28,6 +28,9 @@ public:
     /// The stage that is marked.
     void setCurrentStage(StageIdentifier const &stage) { stage_ = stage; }
 
+    /// The points that charts of their curves name.
+    void setNamedPoints(std::vector<NamedPoint> const &points);
+
     ProjectContents const &contents();
 
 private:
@@ -36,6 +39,7 @@ private:
         QString signature; ///< null as long as the token stands for nothing
         std::int64_t revision = -1;
         StageIdentifier stage; ///< that the counter and the data are of
+        unsigned int pointsRevision = 0;
         unsigned int counter = 0;
         std::shared_ptr<Fig2::ChartData> data;
         std::vector<std::shared_ptr<Fig2::ChartData>> retired; ///< lent, but of yesterday
@@ -43,6 +47,7 @@ private:
         bool kept = false;
     };
 
+    bool isCurrent(Chart const &chart) const;
     Chart *refreshed(QString const &token);
     void follow(ChartPlan const &plan, Chart *chart);
     void moveMark(ChartPlan const &plan, Chart *chart);
@@ -51,6 +56,8 @@ private:
 
     ProjectContents *contents_;
     StageIdentifier stage_;
+    std::vector<NamedPoint> points_;
+    unsigned int pointsRevision_ = 0; ///< moves with the points
     std::map<QString, Chart> charts_; ///< of every token that ever stood for something: counters never run backwards
     unsigned int lastCounter_ = 0;
 };

@@ -152,7 +152,7 @@ groups = "a"
 line_style = { width = "wide" }
 )"),
               "p.toml:5: a curve wants a 'token', the name of what it shows\n"
-              "p.toml:6: unknown key 'tokn' in a curve (did you mean 'token'?)\n"
+              "p.toml:6: unknown key 'tokn' in a curve of generic chart 'c' (did you mean 'token'?)\n"
               "p.toml:7: a curve wants a 'token', the name of what it shows\n"
               "p.toml:8: 'token' wants a text, not a number\n"
               "p.toml:11: a curve of generic chart 'c': unknown chart style: lines\n"

@@ -206,7 +206,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadDocument{"emptyPage", "[page]\nsize = [0, 10]\n",
                     "p.toml:2: 'size' wants two numbers above 0 as [width, height]\n"},
         BadDocument{"badFontKey", "[[element]]\ntype = \"label\"\nname = \"l\"\nfont = { szie = 3 }\n",
-                    "p.toml:4: bad key 'szie' in the font of label 'l' (did you mean 'size'?)\n"}),
+                    "p.toml:4: bad key 'szie' in the font of label 'l' (did you mean 'size'?)\n"},
+        BadDocument{"fontThatDoesNotExist",
+                    "[[element]]\ntype = \"label\"\nname = \"l\"\nqqqqqqqqqqqqqqqq_font = { size = 3 }\n",
+                    "p.toml:4: unknown key 'qqqqqqqqqqqqqqqq_font' in label 'l'\n"}),
     [](auto const &test) { return test.param.name; });
 
 TEST(PageDocument, tellsEveryProblemInTheOrderOfTheFile)

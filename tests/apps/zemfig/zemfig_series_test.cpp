@@ -174,6 +174,46 @@ TEST_F(SeriesPage, marksTheStageThatIsDrawn)
     EXPECT_NE(place.read("out-1.svg"), place.read("out-2.svg"));
 }
 
+TEST_F(SeriesPage, namesPointsOfItsCurves)
+{
+    QByteArray const page = chartPage("[[series]]\nfile = \"log.csv\"\n", "log.time", "log.force");
+    place.write("page.figure.toml", page + "[[point]]\nname = \"highest\"\ntoken = \"log.force\"\nat = \"maximum\"\n");
+
+    EXPECT_EQ(place.zemfig({"check", "page.figure.toml"}).exitCode, 0);
+    EXPECT_EQ(place.zemfig({"render", "page.figure.toml", "-o", "page.svg"}).exitCode, 0);
+    EXPECT_TRUE(place.read("page.svg").contains("highest"));
+
+    place.zemfig({"import", "log.csv", "--series", "--project", "p.zem"});
+    EXPECT_EQ(place.zemfig({"render", "page.figure.toml", "--project", "p.zem", "-o", "of_project.svg"}).exitCode, 0);
+    EXPECT_EQ(place.read("of_project.svg"), place.read("page.svg"));
+}
+
+TEST_F(SeriesPage, isToldThePointsThatItsDataDoNotHave)
+{
+    CommandResult const result = check("[[series]]\nfile = \"log.csv\"\n"
+                                       "[[point]]\nname = \"a\"\ntoken = \"log.farce\"\nat = \"last\"\n"
+                                       "[[point]]\nname = \"b\"\ntoken = \"log.force\"\nat = 2\n"
+                                       "[[point]]\nname = \"c\"\ntoken = \"log.force\"\nat = 3\n");
+
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.output, "page.figure.toml:3: the point 'a': no data has the curve 'log.farce' (did you mean "
+                             "'log.force'?)\n"
+                             "page.figure.toml:11: the point 'c': 'log.force' has no such point\n");
+}
+
+TEST_F(SeriesPage, keepsItsNamedPointsAsADocumentOnly)
+{
+    QByteArray const point = "[[point]]\nname = \"c\"\ntoken = \"log.force\"\nat = 3\n";
+    place.write("page.figure.toml", point + LABEL);
+
+    EXPECT_EQ(place.zemfig({"convert", "page.figure.toml", "-o", "copy.figure.toml"}).exitCode, 0);
+    EXPECT_TRUE(place.read("copy.figure.toml").contains(point)) << place.read("copy.figure.toml").toStdString();
+    CommandResult const figure = place.zemfig({"convert", "page.figure.toml", "-o", "page.fig"});
+    EXPECT_EQ(figure.exitCode, 0) << figure.errors;
+    EXPECT_NE(figure.errors.find("a figure file holds no named points: [[point]] is left out"), std::string::npos)
+        << figure.errors;
+}
+
 TEST_F(SeriesPage, isToldThatAProjectIsDamaged)
 {
     place.zemfig({"import", "log.csv", "--series", "--project", "p.zem"});

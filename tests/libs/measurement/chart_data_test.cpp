@@ -217,6 +217,30 @@ TEST_F(ChartDataByToken, findsNamesWithBackslashesAndTakesSlashesForOthers)
     EXPECT_EQ(tokens.getChart(chart("stage", {"a/b"})), nullptr);
 }
 
+TEST_F(ChartDataByToken, hasAColourScaleOverAllCurves)
+{
+    import("y [kN],z [N]\n1,500\n,3000\n2,\n");
+    Borrowed const data(tokens, chart("stage", {"y", "z"}));
+    Zem::Legend2::Legend const *legend = nullptr;
+    Zem::Legend2::Data const *scale = nullptr;
+
+    ASSERT_TRUE(data->getLegendData(&legend, &scale));
+    EXPECT_EQ(legend->getUnitData().getUnit(), Zem::uForce);
+    EXPECT_EQ(scale->getDynamicMinimum(), 500.0);
+    EXPECT_EQ(scale->getDynamicMaximum(), 3000.0);
+    EXPECT_EQ(scale->getAverage(), 1625.0);
+}
+
+TEST_F(ChartDataByToken, hasNoColourScaleOverASingleValue)
+{
+    import("y\n1\n1\n");
+    Borrowed const data(tokens, chart("stage", {"y"}));
+    Zem::Legend2::Legend const *legend = nullptr;
+    Zem::Legend2::Data const *scale = nullptr;
+
+    EXPECT_FALSE(data->getLegendData(&legend, &scale));
+}
+
 TEST_F(ChartDataByToken, showsASeriesWithoutRowsAsAnEmptyCurve)
 {
     CsvTable table = parse("v\n1.5\n");
