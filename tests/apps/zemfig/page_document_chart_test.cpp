@@ -1,5 +1,5 @@
 // Charts in page documents.
-#include <page_document.h>
+#include "page_document_fixture.h"
 
 #include <ZemFig2Chart.h>
 #include <ZemFig2Group.h>
@@ -12,25 +12,12 @@ namespace {
 
 using namespace Fig2;
 
-PageDocument parse(char const *text)
-{
-    return parsePageDocument(QByteArray(text), QStringLiteral("p.toml"));
-}
-
-std::string problemsOf(char const *text)
-{
-    std::string lines;
-    for (Problem const &problem : parse(text).problems)
-        lines += problem.toString().toStdString() + "\n";
-    return lines;
-}
-
 template <class Kind>
-Kind const &find(PageDocument const &document, char const *name)
+Kind const &found(PageDocument const &document, char const *name)
 {
-    ScriptObject *node = document.figure->getElementsScriptObject()->getChild(QString::fromUtf8(name));
-    EXPECT_NE(node, nullptr);
-    return dynamic_cast<Kind const &>(*static_cast<Element *>(node->getTObject()));
+    Element const *element = find(document, name);
+    EXPECT_NE(element, nullptr);
+    return dynamic_cast<Kind const &>(*element);
 }
 
 char const *const CHART = R"(
@@ -64,7 +51,7 @@ TEST(PageDocumentChart, readsAxesAndCurves)
 {
     PageDocument const document = parse(CHART);
     ASSERT_EQ(problemsOf(CHART), "");
-    auto const &chart = find<GenericChart>(document, "force over time");
+    auto const &chart = found<GenericChart>(document, "force over time");
     EXPECT_EQ(chart.getTokenX(), QStringLiteral("time/1"));
     EXPECT_EQ(chart.getToken(), QStringLiteral("GENERIC_CHART/time\\/1/force/force \\\\ 2"));
     EXPECT_EQ(chart.getAxisX().getRangeModeMin(), Axis::RANGE_MODE_MANUAL);
@@ -97,8 +84,8 @@ TEST(PageDocumentChart, keepsAChartThroughWriting)
     PageDocument const again = parsePageDocument(written.toUtf8(), QStringLiteral("again"));
 
     ASSERT_TRUE(again.problems.empty()) << again.problems[0].toString().toStdString() << written.toStdString();
-    EXPECT_EQ(find<GenericChart>(again, "force over time").getParameterString(),
-              find<GenericChart>(document, "force over time").getParameterString());
+    EXPECT_EQ(found<GenericChart>(again, "force over time").getParameterString(),
+              found<GenericChart>(document, "force over time").getParameterString());
     EXPECT_EQ(written.count(QStringLiteral("[[element.curve]]")), 2);
     EXPECT_FALSE(written.contains(QStringLiteral("chart_dataset")));
 }
@@ -125,14 +112,14 @@ name = "plain"
 token = "GENERIC_CHART/stage/y"
 )");
     ASSERT_TRUE(document.problems.empty());
-    EXPECT_EQ(find<Chart>(document, "plain").getToken(), QStringLiteral("GENERIC_CHART/stage/y"));
+    EXPECT_EQ(found<Chart>(document, "plain").getToken(), QStringLiteral("GENERIC_CHART/stage/y"));
 
     QString const written = writePageDocument(*document.figure);
     PageDocument const again = parsePageDocument(written.toUtf8(), QStringLiteral("again"));
 
     ASSERT_TRUE(again.problems.empty()) << written.toStdString();
-    EXPECT_EQ(find<GenericChart>(again, "c").getData(), find<GenericChart>(document, "c").getData());
-    EXPECT_EQ(find<Element>(again, "l").getConnectorTarget(nullptr), &find<Element>(again, "c"));
+    EXPECT_EQ(found<GenericChart>(again, "c").getData(), found<GenericChart>(document, "c").getData());
+    EXPECT_EQ(found<Element>(again, "l").getConnectorTarget(nullptr), &found<Element>(again, "c"));
 }
 
 TEST(PageDocumentChart, tellsWhatIsWrongWithACurve)

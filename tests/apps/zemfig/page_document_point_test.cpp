@@ -1,5 +1,5 @@
 // Named points in page documents.
-#include <page_document.h>
+#include "page_document_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -8,19 +8,6 @@ namespace {
 
 using Measurement::NamedPoint;
 using Measurement::PointPlace_t;
-
-PageDocument parse(QByteArray const &text)
-{
-    return parsePageDocument(text, QStringLiteral("p.toml"));
-}
-
-std::string problemsOf(QByteArray const &text)
-{
-    std::string lines;
-    for (Problem const &problem : parse(text).problems)
-        lines += problem.toString().toStdString() + "\n";
-    return lines;
-}
 
 char const *const POINTS = R"([[point]]
 name = "R\"m\""

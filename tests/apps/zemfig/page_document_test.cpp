@@ -1,4 +1,4 @@
-#include <page_document.h>
+#include "page_document_fixture.h"
 
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
@@ -13,25 +13,6 @@ namespace Zem::Zemfig {
 namespace {
 
 using namespace Fig2;
-
-PageDocument parse(char const *text)
-{
-    return parsePageDocument(QByteArray(text), QStringLiteral("p.toml"));
-}
-
-std::string problemsOf(char const *text)
-{
-    std::string lines;
-    for (Problem const &problem : parse(text).problems)
-        lines += problem.toString().toStdString() + "\n";
-    return lines;
-}
-
-Element *find(PageDocument const &document, char const *name)
-{
-    ScriptObject *node = document.figure->getElementsScriptObject()->getChild(QString::fromUtf8(name));
-    return node ? static_cast<Element *>(node->getTObject()) : nullptr;
-}
 
 TEST(PageDocument, readsPageAndElements)
 {
