@@ -1,10 +1,15 @@
-// What charts cost before the painter: update and drawing into a painter that does nothing, beside a plain pass over the
-// same points.
+// What charts cost: update and drawing into a painter that does nothing, beside a plain pass over the same points, and to
+// whole pages.
 #include <ZemFig2Chart.h>
+#include <ZemFig2Figure.h>
 #include <ZemFig2Painter.h>
+#include <ZemFig2QtCalculator.h>
+#include <ZemFig2QtPageWriter.h>
 #include <ZemFig2TokenInterface.h>
 
 #include <benchmark/benchmark.h>
+
+#include <QtCore/QTemporaryDir>
 
 #include <memory>
 
@@ -145,6 +150,42 @@ void updateChart(benchmark::State &state)
         chart.computeDynamicData(StageIdentifier(1), &tokens);
 }
 BENCHMARK(updateChart)->Arg(10000)->Arg(10000000)->Unit(benchmark::kMicrosecond);
+
+/// A page with the chart alone, updated, drawn and written at 300 dpi.
+void writeChartPage(benchmark::State &state, char const *fileName)
+{
+    OneChart &tokens = chartOf(static_cast<int>(state.range(0)));
+    ChartParameters looks;
+    looks.setSymbol(Symbol(Symbol::TYPE_NONE, 1.0, false));
+    tokens.data.getDataset("curve")->setParameters(looks);
+    Fig2Qt::QtCalculator const calculator;
+    Figure figure(&tokens);
+    auto *chart = new Chart;
+    chart->setOrigin({105, 100});
+    chart->setSize({180, 120});
+    chart->setToken("c");
+    figure.getRoot()->addChild(chart);
+    QTemporaryDir const folder;
+    for (auto _ : state) {
+        figure.update(StageIdentifier(1), true);
+        std::unique_ptr<Fig2Qt::PageWriter> const writer = Fig2Qt::createPageWriter(folder.filePath(fileName));
+        Fig2Qt::drawPage(figure, writer.get());
+        writer->close();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void chartToPng(benchmark::State &state)
+{
+    writeChartPage(state, "page.png");
+}
+BENCHMARK(chartToPng)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void chartToPdf(benchmark::State &state)
+{
+    writeChartPage(state, "page.pdf");
+}
+BENCHMARK(chartToPdf)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace Zem::Fig2
