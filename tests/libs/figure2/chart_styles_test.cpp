@@ -53,6 +53,12 @@ TEST_F(ChartStyleTest, aSymbolHasAThinOutlineInItsColourThatIsSwitchedOff)
     EXPECT_EQ(painter.fills[0], FillStyle(Color(9, 8, 7)));
 }
 
+TEST_F(ChartStyleTest, aDatasetWithoutPointsIsPassedOver)
+{
+    add("a", looks(ChartParameters::STYLE_POINTS), {});
+    EXPECT_EQ(drawn().find("clip"), std::string::npos);
+}
+
 TEST_F(ChartStyleTest, aLineIsOnePolylineUnderItsSymbols)
 {
     add("a", looks(ChartParameters::STYLE_LINE), {{0, 0}, {5, 10}, {10, 0}});
@@ -209,6 +215,15 @@ TEST_F(ChartStyleTest, spikesStandOnZeroUnderTheirSymbols)
     add("a", looks(ChartParameters::STYLE_SPIKES), {{1, 5}, GAP, {2, 2}});
     EXPECT_EQ(curves(),
               "line 30,70 30,120" + LINE + "\n" + box(30, 70) + "line 50,100 50,120" + LINE + "\n" + box(50, 100));
+}
+
+TEST_F(ChartStyleTest, aSpikeOfNegativeValueHangsFromZero)
+{
+    Axis axis = handAxis(Axis::VERTICAL_LEFT);
+    axis.setRange({-5, 5});
+    chart.setAxisY(axis);
+    add("a", looks(ChartParameters::STYLE_SPIKES), {{1, -2}});
+    EXPECT_EQ(curves(), "line 30,90 30,70" + LINE + "\n" + box(30, 90));
 }
 
 TEST_F(ChartStyleTest, spikesFollowTheSpacingOfTheSymbolEvenWithoutOne)
