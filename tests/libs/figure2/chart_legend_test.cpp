@@ -197,6 +197,15 @@ TEST_F(ChartLegendTest, keepsASizeThatIsLargerWithoutAutoSize)
     EXPECT_EQ(legend->getSize(), BaVec2d<double>(100, 7));
 }
 
+TEST_F(ChartLegendTest, canBeGrippedWhereItHasGrown)
+{
+    describe(add("a", looks(ChartParameters::STYLE_LINE), {}), "abcd");
+    legend->connect(plain, QString());
+    figure.update(stage, true);
+    // 27 x 7 mm about 300,100.
+    EXPECT_TRUE(legend->getDragPolygon().isInPolygon({313, 103}));
+}
+
 TEST_F(ChartLegendTest, growsAboutItsAlignmentPoint)
 {
     legend->setPivotAlignmentX(ALIGN_BEGIN);
@@ -247,6 +256,23 @@ TEST_F(ChartLegendDrawTest, drawsARowForEachEntry)
     EXPECT_TRUE(calls.ends_with(expected)) << calls;
 }
 
+TEST_F(ChartLegendDrawTest, drawsItsBorderLast)
+{
+    legend->setBorder(LineStyle(0.2, LineStyle::STYLE_FULL, Color(1, 2, 3)));
+    figure.update(stage, true);
+    std::string const calls = drawnLegend();
+    EXPECT_TRUE(calls.ends_with("polygon 250,50 350,50 350,150 250,150 pen 0.2 full #010203ff sharp "
+                                "no fill\n"))
+        << calls;
+}
+
+TEST_F(ChartLegendDrawTest, isStaleAsLongAsItsTitleIsNotResolved)
+{
+    legend->setText("$nothing$");
+    figure.update(stage, true);
+    EXPECT_FALSE(legend->isDataValid(stage, &tokens));
+}
+
 TEST_F(ChartLegendDrawTest, distributesSurplusRoomByTheAlignmentOfTheText)
 {
     legend->setTextAlignmentX(ALIGN_END);
@@ -280,6 +306,16 @@ TEST_F(ChartLegendDrawTest, theWiderOfTitleAndTableTakesItsRoom)
     EXPECT_NE(calls.find("richtext 309,51 "), std::string::npos) << calls;
     EXPECT_TRUE(calls.ends_with(sample(309, 58) + text(326, 58, "ab") + sample(309, 65) + text(326, 65, "cd")))
         << calls;
+}
+
+TEST_F(ChartLegendDrawTest, theTitleKeepsTheOffsetOfItsText)
+{
+    calculator.setOffset({3, 4});
+    legend->setText("T");
+    figure.update(stage, true);
+    std::string const calls = drawnLegend();
+    EXPECT_NE(calls.find("richtext 254,55 'T'"), std::string::npos) << calls;
+    EXPECT_TRUE(calls.ends_with(sample(251, 65) + text(268, 65, "cd"))) << calls;
 }
 
 TEST_F(ChartLegendDrawTest, connectorsDoNotTurnWithTheLegend)
