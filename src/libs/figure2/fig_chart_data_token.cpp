@@ -107,7 +107,6 @@ bool DataToken::operator<(DataToken const &other) const
 template <class Reader>
 void DataToken::readFields(Reader &reader, unsigned int version)
 {
-    category_ = TokenInfo::CATEGORY_UNDEFINED;
     read(reader, name_);
     if (version >= FIRST_CATEGORY_VERSION) {
         QString category;

@@ -120,6 +120,8 @@ std::string crafted(unsigned int version, Payload const &fields)
 Axis loadCrafted(unsigned int version, Versioned const &old = Versioned())
 {
     Axis axis(Axis::HORIZONTAL_TOP);
+    axis.setFontColor(Color(9, 9, 9)); // must not stay
+    axis.setDigitsMode(Axis::DIGITS_MODE_3D);
     LineStyle next;
     Support::readFrom(crafted(version, fieldsOf(version, old)), [&](IO::InStream &stream) {
         axis.load(&stream);

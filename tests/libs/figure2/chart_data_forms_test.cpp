@@ -149,6 +149,16 @@ TEST(ChartDataBlock, replacesAllThatWasThere)
     EXPECT_EQ(data.getTokenInterface(), nullptr);
 }
 
+TEST(ChartDataBlock, withoutTokensTakesAForeignInterfaceAway)
+{
+    TokenContainer const outside;
+    ChartData data;
+    data.setTokenInterface(&outside);
+    loadFrom(data, streamOf({.version = 14}));
+    EXPECT_EQ(data.getTokenInterface(), nullptr);
+    EXPECT_EQ(data.getTokenContainer(), nullptr);
+}
+
 TEST(ChartDataBlock, ofVersion13HasNoHistogram)
 {
     Legend2::HistogramData counts;

@@ -114,6 +114,26 @@ INSTANTIATE_TEST_SUITE_P(
         AxisPlaces{Axis::HORIZONTAL_BOTTOM, Axis::VERTICAL_RIGHT, "2.9,120 2.9,123", "202.9,120 205.9,120"},
         AxisPlaces{Axis::HORIZONTAL_TOP, Axis::VERTICAL_RIGHT, "2.9,22.6 2.9,25.6", "202.9,125.6 205.9,125.6"}));
 
+TEST_F(ChartDrawTest, anAxisAlongXIsPaintedWithoutOneAlongY)
+{
+    hideAxes();
+    chart.setAxisX(handAxis(Axis::HORIZONTAL_BOTTOM));
+    std::string const calls = drawn();
+    // The plot is 2.9,17.5 to 210,120.
+    EXPECT_NE(calls.find("line 2.9,120 2.9,123 pen"), std::string::npos) << calls;
+    EXPECT_EQ(count(calls, "text "), 3U) << calls;
+}
+
+TEST_F(ChartDrawTest, anAxisAlongYIsPaintedWithoutOneAlongX)
+{
+    hideAxes();
+    chart.setAxisY(handAxis(Axis::VERTICAL_LEFT));
+    std::string const calls = drawn();
+    // The plot is 10,20 to 214,125.6.
+    EXPECT_NE(calls.find("line 7,125.6 10,125.6 pen"), std::string::npos) << calls;
+    EXPECT_EQ(count(calls, "text "), 3U) << calls;
+}
+
 TEST_F(ChartDrawTest, axesThatStandOnNoSidesThrow)
 {
     chart.setAxisX(handAxis(Axis::VERTICAL_LEFT));
@@ -162,6 +182,44 @@ TEST_F(ChartDrawTest, barsLieUnderAllOtherCurves)
     std::string const bar = " pen 0.3 full #0000ffff sharp fill #00ff00ff\n";
     EXPECT_EQ(curves(), "polygon 100,70.1 120,70.1 120,70 100,70" + bar + "polygon 120,70.1 140,70.1 140,70 120,70" +
                             bar + box(30, 110) + box(50, 110));
+}
+
+TEST_F(ChartDrawTest, curvesOfOneOrderFollowTheirIds)
+{
+    add("c", looks(ChartParameters::STYLE_POINTS), {{3, 1}});
+    add("a", looks(ChartParameters::STYLE_POINTS), {{1, 1}});
+    add("b", looks(ChartParameters::STYLE_POINTS), {{2, 1}});
+    EXPECT_EQ(curves(), box(30, 110) + box(50, 110) + box(70, 110));
+}
+
+TEST_F(ChartDrawTest, theFrameHasTheStyleOfTheChart)
+{
+    chart.setInnerBorder(LineStyle(0.4, LineStyle::STYLE_DASHED, Color(1, 2, 3)));
+    EXPECT_EQ(count(drawn(), "polygon 10,20 210,20 210,120 10,120 pen 0.4 dashed #010203ff sharp no fill\n"), 2U);
+}
+
+TEST_F(ChartDrawTest, theMessageIsWrittenInTheFontOfTheChart)
+{
+    chart.setToken(QString());
+    chart.setUseSystemFont(false);
+    chart.setFont(Font("Serif", 7.0, 0));
+    EXPECT_NE(drawn().find("'chart token not set' font Serif 7 0"), std::string::npos);
+}
+
+/// Shows dataset "a" as points; the data have another one, and another look.
+TEST_F(ChartDrawTest, aGenericChartPaintsItsEntriesInItsLooks)
+{
+    GenericChart generic;
+    prepare(&generic);
+    generic.setTokenX("x");
+    generic.setData({{ChartInterface::DataToken("a"), looks(ChartParameters::STYLE_POINTS)}});
+    tokens.charts[generic.getToken()] = &data;
+    add("a", looks(ChartParameters::STYLE_LINE), {{1, 1}, {2, 1}});
+    add("b", looks(ChartParameters::STYLE_POINTS), {{3, 3}});
+    update(&generic);
+    Support::RecordingPainter painter;
+    EXPECT_TRUE(generic.draw(&tokens, &painter, 0));
+    EXPECT_EQ(clipped(painter), box(30, 110) + box(50, 110));
 }
 
 TEST_F(ChartDrawTest, infoPointsAndMarkersComeLast)
@@ -324,7 +382,7 @@ TEST_F(ChartStepTest, aDatasetThatGoesAwayBetweenStepsIsPassedOver)
 TEST_F(ChartStepTest, tenThousandDatasetsAreDrawnInSteps)
 {
     for (int i = 0; i < 10000; ++i)
-        addPoints(("d" + std::to_string(i)).c_str(), ChartParameters::STYLE_POINTS, 1);
+        addPoints(std::to_string(i).c_str(), ChartParameters::STYLE_POINTS, 1);
     update(&chart);
     std::size_t painted = 0;
     int step = 0;

@@ -237,17 +237,20 @@ TEST_F(ChartInterfaceTest, letsGoOfItsFiguresWhenItGoes)
 {
     Figure first;
     Figure second;
+    Figure third;
     Figure moved;
     {
         Offer passing(&calls);
         first.setChartInterface(&passing);
         second.setChartInterface(&passing);
+        third.setChartInterface(&passing);
         moved.setChartInterface(&passing);
         moved.setChartInterface(&offer);
         passing.registerChartToken("a");
     }
     EXPECT_EQ(first.getChartInterface(), nullptr);
     EXPECT_EQ(second.getChartInterface(), nullptr);
+    EXPECT_EQ(third.getChartInterface(), nullptr);
     EXPECT_EQ(moved.getChartInterface(), &offer);
     EXPECT_EQ(calls, Calls{"add a"});
 }

@@ -110,6 +110,34 @@ TEST_F(ChartLegendTest, aGenericChartGoesBeforeAChart)
     EXPECT_EQ(texts(), (Texts{"(y1)", "own name"}));
 }
 
+TEST_F(ChartLegendTest, ofTwoChartsTheFirstIsListed)
+{
+    ChartData others;
+    others.addDataset(new ChartDataset("b"));
+    tokens.charts["d"] = &others;
+    auto *second = new Chart;
+    second->setToken("d");
+    figure.getRoot()->addChild(second);
+    add("a", looks(ChartParameters::STYLE_LINE), {});
+    legend->connect(plain, QString());
+    legend->connect(second, QString());
+    EXPECT_EQ(texts(), Texts{"a"});
+}
+
+TEST_F(ChartLegendTest, entriesOfOneTextKeepTheOrderOfTheirIds)
+{
+    for (unsigned int i = 0; i < 40; ++i) {
+        ChartParameters parameters = looks(ChartParameters::STYLE_LINE);
+        parameters.setNumberOfBasePoints(i);
+        std::string const id = std::to_string(100 + i);
+        describe(add(id.c_str(), parameters, {}), i % 2 == 0 ? "even" : "odd");
+    }
+    legend->connect(plain, QString());
+    figure.update(stage, true);
+    for (unsigned int i = 0; i < 40; ++i)
+        EXPECT_EQ(legend->getEntries()[i].second.getNumberOfBasePoints(), i < 20 ? 2 * i : 2 * (i - 20) + 1);
+}
+
 TEST_F(ChartLegendTest, aGenericChartWithoutAnInterfaceHasNoEntries)
 {
     legend->connect(addGeneric(), QString());
@@ -169,6 +197,15 @@ TEST_F(ChartLegendTest, keepsASizeThatIsLargerWithoutAutoSize)
     EXPECT_EQ(legend->getSize(), BaVec2d<double>(100, 7));
 }
 
+TEST_F(ChartLegendTest, canBeGrippedWhereItHasGrown)
+{
+    describe(add("a", looks(ChartParameters::STYLE_LINE), {}), "abcd");
+    legend->connect(plain, QString());
+    figure.update(stage, true);
+    // 27 x 7 mm about 300,100.
+    EXPECT_TRUE(legend->getDragPolygon().isInPolygon({313, 103}));
+}
+
 TEST_F(ChartLegendTest, growsAboutItsAlignmentPoint)
 {
     legend->setPivotAlignmentX(ALIGN_BEGIN);
@@ -219,6 +256,23 @@ TEST_F(ChartLegendDrawTest, drawsARowForEachEntry)
     EXPECT_TRUE(calls.ends_with(expected)) << calls;
 }
 
+TEST_F(ChartLegendDrawTest, drawsItsBorderLast)
+{
+    legend->setBorder(LineStyle(0.2, LineStyle::STYLE_FULL, Color(1, 2, 3)));
+    figure.update(stage, true);
+    std::string const calls = drawnLegend();
+    EXPECT_TRUE(calls.ends_with("polygon 250,50 350,50 350,150 250,150 pen 0.2 full #010203ff sharp "
+                                "no fill\n"))
+        << calls;
+}
+
+TEST_F(ChartLegendDrawTest, isStaleAsLongAsItsTitleIsNotResolved)
+{
+    legend->setText("$nothing$");
+    figure.update(stage, true);
+    EXPECT_FALSE(legend->isDataValid(stage, &tokens));
+}
+
 TEST_F(ChartLegendDrawTest, distributesSurplusRoomByTheAlignmentOfTheText)
 {
     legend->setTextAlignmentX(ALIGN_END);
@@ -240,6 +294,38 @@ TEST_F(ChartLegendDrawTest, theTitleStandsOneSpacingAboveTheTable)
     EXPECT_NE(calls.find("richtext 251,130 'T'"), std::string::npos) << calls;
     EXPECT_TRUE(calls.ends_with(sample(251, 137) + text(268, 137, "ab") + sample(251, 144) + text(268, 144, "cd")))
         << calls;
+}
+
+TEST_F(ChartLegendDrawTest, theWiderOfTitleAndTableTakesItsRoom)
+{
+    legend->setText("TTTTTTTTTTTTTTTTTTTT");
+    legend->setTextAlignmentX(ALIGN_END);
+    figure.update(stage, true);
+    // 98 - 20 * 2 are left.
+    std::string const calls = drawnLegend();
+    EXPECT_NE(calls.find("richtext 309,51 "), std::string::npos) << calls;
+    EXPECT_TRUE(calls.ends_with(sample(309, 58) + text(326, 58, "ab") + sample(309, 65) + text(326, 65, "cd")))
+        << calls;
+}
+
+TEST_F(ChartLegendDrawTest, theTitleKeepsTheOffsetOfItsText)
+{
+    calculator.setOffset({3, 4});
+    legend->setText("T");
+    figure.update(stage, true);
+    std::string const calls = drawnLegend();
+    EXPECT_NE(calls.find("richtext 254,55 'T'"), std::string::npos) << calls;
+    EXPECT_TRUE(calls.ends_with(sample(251, 65) + text(268, 65, "cd"))) << calls;
+}
+
+TEST_F(ChartLegendDrawTest, connectorsDoNotTurnWithTheLegend)
+{
+    legend->setAngle(0.5);
+    legend->setConnectorStyle(LineStyle(0.3, LineStyle::STYLE_DASHED, Color(1, 2, 3)));
+    figure.update(stage, true);
+    std::string const calls = drawnLegend();
+    ASSERT_TRUE(calls.starts_with("line ")) << calls;
+    EXPECT_TRUE(calls.substr(0, calls.find('\n')).ends_with(" pen 0.3 dashed #010203ff sharp")) << calls;
 }
 
 TEST_F(ChartLegendDrawTest, aTitleOfTagsOnlyIsNone)

@@ -240,6 +240,16 @@ TEST_F(ChartCoordinates, endAtTheLimitWhenTheUnitMakesThemTooGreat)
     expectPlace({0.001, 0.001}, 69.1, 47.5);
 }
 
+TEST_F(ChartCoordinates, goWithACopy)
+{
+    update();
+    Chart const copy(chart);
+
+    expectAt(copy.getFigureCoordinates({1, 1}), 69.1, 47.5);
+    expectAt(copy.getFigureCoordinates({DBL_MAX, DBL_MAX}), 219.1, -27.5);
+    expectAt(copy.getFigureCoordinates({-DBL_MAX, -DBL_MAX}), -80.9, 122.5);
+}
+
 TEST_F(ChartCoordinates, areThoseOfTheLastUpdate)
 {
     update();

@@ -298,6 +298,15 @@ TEST_F(ChartCover, reachesToALabelAsWideAsItsLine)
     EXPECT_EQ(Support::text(chart.getDragPolygon()), "40,40 60,40 60,60 40,60");
 }
 
+TEST_F(ChartCover, reachesToALabelAcrossTheLineToIt)
+{
+    // 40 mm to the right and 30 below: 2 mm across the line are 1.2 and 1.6.
+    label.setOrigin({90, 80});
+    label.connect(&chart, QString());
+
+    EXPECT_EQ(covered(), "40,40 60,40 91.2,78.4 88.8,81.6 40,60");
+}
+
 TEST_F(ChartCover, reachesToALabelWhereverTheConnectorBegins)
 {
     chart.connect(&label, QString());

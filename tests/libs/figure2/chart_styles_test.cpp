@@ -21,6 +21,44 @@ TEST_F(ChartStyleTest, aSymbolIsABoxAboutItsPoint)
     EXPECT_EQ(curves(), box(30, 110));
 }
 
+/// Keeps what a symbol is drawn with.
+class SymbolWatch : public Support::RecordingPainter
+{
+public:
+    void drawSymbol(BaVec2d<double> const &, Symbol const &, LineStyle const &line, FillStyle const &fill,
+                    Rotation const &) override
+    {
+        lines.push_back(line);
+        fills.push_back(fill);
+    }
+
+    std::vector<LineStyle> lines;
+    std::vector<FillStyle> fills;
+};
+
+TEST_F(ChartStyleTest, aSymbolHasAThinOutlineInItsColourThatIsSwitchedOff)
+{
+    ChartParameters parameters = looks(ChartParameters::STYLE_POINTS);
+    Symbol symbol = parameters.getSymbol();
+    symbol.setColor(Color(9, 8, 7));
+    parameters.setSymbol(symbol);
+    add("a", parameters, {{1, 1}});
+    update(&chart);
+    SymbolWatch painter;
+    EXPECT_TRUE(chart.draw(&tokens, &painter, 0));
+    ASSERT_EQ(painter.lines.size(), 1U);
+    LineStyle outline(0.1, LineStyle::STYLE_NONE, Color(9, 8, 7));
+    outline.setCapStyle(LineStyle::CAP_SHARP);
+    EXPECT_EQ(painter.lines[0], outline);
+    EXPECT_EQ(painter.fills[0], FillStyle(Color(9, 8, 7)));
+}
+
+TEST_F(ChartStyleTest, aDatasetWithoutPointsIsPassedOver)
+{
+    add("a", looks(ChartParameters::STYLE_POINTS), {});
+    EXPECT_EQ(drawn().find("clip"), std::string::npos);
+}
+
 TEST_F(ChartStyleTest, aLineIsOnePolylineUnderItsSymbols)
 {
     add("a", looks(ChartParameters::STYLE_LINE), {{0, 0}, {5, 10}, {10, 0}});
@@ -177,6 +215,15 @@ TEST_F(ChartStyleTest, spikesStandOnZeroUnderTheirSymbols)
     add("a", looks(ChartParameters::STYLE_SPIKES), {{1, 5}, GAP, {2, 2}});
     EXPECT_EQ(curves(),
               "line 30,70 30,120" + LINE + "\n" + box(30, 70) + "line 50,100 50,120" + LINE + "\n" + box(50, 100));
+}
+
+TEST_F(ChartStyleTest, aSpikeOfNegativeValueHangsFromZero)
+{
+    Axis axis = handAxis(Axis::VERTICAL_LEFT);
+    axis.setRange({-5, 5});
+    chart.setAxisY(axis);
+    add("a", looks(ChartParameters::STYLE_SPIKES), {{1, -2}});
+    EXPECT_EQ(curves(), "line 30,90 30,70" + LINE + "\n" + box(30, 90));
 }
 
 TEST_F(ChartStyleTest, spikesFollowTheSpacingOfTheSymbolEvenWithoutOne)

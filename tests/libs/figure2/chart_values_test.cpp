@@ -420,6 +420,11 @@ TEST_F(ChartLabel, ofAChartWithoutDataStillHasTheUnits)
     EXPECT_EQ(resolved("$X_UNIT$ $NAME_a$"), "mm&nbsp;???");
 }
 
+TEST_F(ChartLabel, asksItsChartOnlyWithTokens)
+{
+    EXPECT_EQ(label.resolveTokensInText(stage, nullptr, "$X_UNIT$"), "???");
+}
+
 TEST_F(ChartLabel, isJoinedToTheMiddleOfItsChart)
 {
     BaVec2d<double> from;
