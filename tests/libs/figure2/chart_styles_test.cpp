@@ -4,6 +4,7 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 namespace Zem::Fig2 {
 namespace {
@@ -342,6 +343,21 @@ TEST_F(ChartColorTest, barsAreFilledByTheirValues)
     add("a", colored(ChartParameters::STYLE_BARS), {{1, 5}, {3, 5}});
     EXPECT_EQ(curves(), "polygon 14,70 46,70 46,120 14,120" + LINE + " fill " + nameOf(low) +
                             "\npolygon 54,70 86,70 86,120 54,120" + LINE + " fill " + nameOf(high) + "\n");
+}
+
+TEST_F(ChartColorTest, aCopyPaintsAsItsOriginalWithoutAnUpdate)
+{
+    Legend2::Data limits;
+    limits.setDynamicMinimum(0.0);
+    limits.setDynamicMaximum(1.0);
+    data.setLegendData(Legend2::Legend(uLength), limits);
+    add("a", colored(ChartParameters::STYLE_POINTS), {{1, 1}, {2, 1}});
+    std::string const original = drawn();
+    std::unique_ptr<Chart> const copy(chart.copy());
+    Support::RecordingPainter painter;
+    EXPECT_TRUE(copy->draw(&tokens, &painter, 0));
+    EXPECT_EQ(painter.transcript(), original);
+    EXPECT_NE(original.find(highBox(50, 110)), std::string::npos);
 }
 
 // Values that are no places.
