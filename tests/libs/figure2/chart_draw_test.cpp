@@ -145,13 +145,13 @@ TEST_F(ChartDrawTest, axesThatStandOnNoSidesThrow)
     } catch (ProgError const &error) {
         EXPECT_TRUE(error.getText().endsWith(QStringLiteral("Unhandled axis position")));
     }
-    EXPECT_EQ(tokens.lent, 0);
+    EXPECT_EQ(tokens.onLoan(), 0);
 }
 
 TEST_F(ChartDrawTest, withoutDataThereIsAMessageInABox)
 {
     chart.setToken("a/b");
-    tokens.charts.clear();
+    tokens.remove("c");
     chart.setFontColor(Color(200, 0, 0));
     std::string const calls = drawn();
     std::string const outer = "-1.1,17.5 214,17.5 214,128.1 -1.1,128.1";
@@ -213,9 +213,9 @@ TEST_F(ChartDrawTest, aGenericChartPaintsItsEntriesInItsLooks)
     prepare(&generic);
     generic.setTokenX("x");
     generic.setData({{ChartInterface::DataToken("a"), looks(ChartParameters::STYLE_POINTS)}});
-    tokens.charts[generic.getToken()] = &data;
-    add("a", looks(ChartParameters::STYLE_LINE), {{1, 1}, {2, 1}});
-    add("b", looks(ChartParameters::STYLE_POINTS), {{3, 3}});
+    ChartData &offered = tokens.add(generic.getToken());
+    addTo(&offered, "a", looks(ChartParameters::STYLE_LINE), {{1, 1}, {2, 1}});
+    addTo(&offered, "b", looks(ChartParameters::STYLE_POINTS), {{3, 3}});
     update(&generic);
     Support::RecordingPainter painter;
     EXPECT_TRUE(generic.draw(&tokens, &painter, 0));
@@ -278,7 +278,7 @@ protected:
             finished = chart.draw(&tokens, &painter, static_cast<int>(result.size()));
             result.push_back(count(clipped(painter), "\n"));
             EXPECT_EQ(count(painter.transcript(), FRAME), (result.size() == 1 ? 1U : 0U) + (finished ? 1U : 0U));
-            EXPECT_EQ(tokens.lent, 0);
+            EXPECT_EQ(tokens.onLoan(), 0);
         }
         return result;
     }

@@ -1,38 +1,20 @@
 // chart_drawing_fixture.h: a chart whose places on the page can be worked out by hand.
 #pragma once
 
+#include "chart_element_fixture.h"
+
 #include <FakeCalculator.h>
 #include <RecordingPainter.h>
 #include <ZemFig2Chart.h>
-#include <ZemFig2TokenInterface.h>
 #include <ZemLegendHandler.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <initializer_list>
 #include <map>
 #include <string>
 
 namespace Zem::Fig2 {
-
-/// Lends chart data that the test owns, and counts what is lent.
-class LendingTokens : public EmptyFigureTokenInterface
-{
-public:
-    ChartData const *getChart(QString const &token) const override
-    {
-        auto const found = charts.find(token);
-        if (found == charts.end())
-            return nullptr;
-        ++lent;
-        return found->second;
-    }
-    void releaseChart(QString const &) const override { --lent; }
-
-    std::map<QString, ChartData const *> charts;
-    mutable int lent = 0;
-};
 
 /// 0 to 10 with labels at 0.0, 5.0 and 10.0.
 inline Axis handAxis(Axis::Type type)
@@ -56,7 +38,6 @@ protected:
     {
         prepare(&chart);
         chart.setToken("c");
-        tokens.charts["c"] = &data;
     }
 
     static void prepare(ChartBase *element)
@@ -74,16 +55,20 @@ protected:
                 FillStyle(Color(0, 255, 0))};
     }
 
-    ChartDataset *add(char const *id, ChartParameters const &parameters, std::initializer_list<BaVec2d<double>> points)
+    ChartDataset *add(char const *id, ChartParameters const &parameters, Points const &points)
     {
-        auto *dataset = new ChartDataset(QString::fromLatin1(id));
+        return addTo(&data, id, parameters, points);
+    }
+
+    /// The value of each point is its index.
+    static ChartDataset *addTo(ChartData *target, char const *id, ChartParameters const &parameters,
+                               Points const &points)
+    {
+        ChartDataset *dataset = addDataset(*target, QString::fromLatin1(id), points);
         dataset->setParameters(parameters);
-        int index = 0;
-        for (BaVec2d<double> const &point : points) {
-            dataset->addPoint({index, point, static_cast<double>(index)});
-            ++index;
-        }
-        data.addDataset(dataset);
+        double value = 0.0;
+        for (auto it = dataset->getPointBegin(0); it != dataset->getPointEnd(); ++it)
+            it->value = value++;
         return dataset;
     }
 
@@ -96,7 +81,7 @@ protected:
         update(drawing);
         Support::RecordingPainter painter;
         EXPECT_TRUE(drawing->draw(&tokens, &painter, 0));
-        EXPECT_EQ(tokens.lent, 0);
+        EXPECT_EQ(tokens.onLoan(), 0);
         return painter.transcript();
     }
 
@@ -134,8 +119,8 @@ protected:
 
     StageIdentifier const stage{1};
     Support::FakeCalculator calculator;
-    ChartData data;
-    LendingTokens tokens;
+    ChartTokens tokens;
+    ChartData &data = tokens.add("c");
     Chart chart;
 };
 

@@ -68,7 +68,7 @@ protected:
     {
         Support::RecordingPainter painter;
         EXPECT_TRUE(legend->draw(&tokens, &painter, 0));
-        EXPECT_EQ(tokens.lent, 0);
+        EXPECT_EQ(tokens.onLoan(), 0);
         return painter.transcript();
     }
 
@@ -91,7 +91,7 @@ TEST_F(ChartLegendTest, listsTheDatasetsOfAChartByTheirTexts)
     legend->connect(plain, QString());
     EXPECT_EQ(texts(), (Texts{"first", "named", "second"}));
     EXPECT_EQ(legend->getEntries()[1].second, named);
-    EXPECT_EQ(tokens.lent, 0);
+    EXPECT_EQ(tokens.onLoan(), 0);
 }
 
 TEST_F(ChartLegendTest, listsTheCurvesOfAGenericChart)
@@ -112,9 +112,7 @@ TEST_F(ChartLegendTest, aGenericChartGoesBeforeAChart)
 
 TEST_F(ChartLegendTest, ofTwoChartsTheFirstIsListed)
 {
-    ChartData others;
-    others.addDataset(new ChartDataset("b"));
-    tokens.charts["d"] = &others;
+    addDataset(tokens.add("d"), "b");
     auto *second = new Chart;
     second->setToken("d");
     figure.getRoot()->addChild(second);
@@ -382,7 +380,7 @@ TEST_F(ChartLegendDrawTest, isStaleWhenAnEntryChanges)
     EXPECT_TRUE(legend->isDataValid(stage, &tokens));
     data.getDataset("b")->setParameters(looks(ChartParameters::STYLE_BARS));
     EXPECT_FALSE(legend->isDataValid(stage, &tokens));
-    EXPECT_EQ(tokens.lent, 0);
+    EXPECT_EQ(tokens.onLoan(), 0);
 }
 
 TEST_F(ChartLegendTest, aCopyHasNoPartnerAndEqualSettings)
