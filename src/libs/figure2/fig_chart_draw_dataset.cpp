@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace Zem::Fig2 {
 
@@ -46,7 +47,7 @@ private:
     using Point = ChartDataset::Points::const_iterator;
 
     void drawLine();
-    void drawRun(Polygon2d *run);
+    void drawRun(std::vector<BaVec2d<double>> run);
     void drawBars();
     void drawBar(double left, double right, Bar const &bar, double height);
     void drawSpline();
@@ -130,33 +131,39 @@ void ChartBase::DatasetPainter::visitPoints(unsigned int first, unsigned int cou
 
 void ChartBase::DatasetPainter::drawLine()
 {
-    Polygon2d run(false);
+    // A curve without gaps is one run: its places are written once, and handed over without a copy.
+    std::vector<BaVec2d<double>> run;
+    run.reserve(dataset_.getNumberOfPoints());
     unsigned int drawable = 0;
     BaVec2d<double> last;
     visitPoints(0, dataset_.getNumberOfPoints(), [&](unsigned int, ChartPoint const &point, auto const &place) {
-        if (!point.isValid() || !isOnPage(place)) {
-            drawRun(&run);
+        if (point.isValid() && isOnPage(place)) {
+            run.push_back(place);
             return;
         }
-        run.addPoint(place);
-        last = place;
-        ++drawable;
+        if (run.empty())
+            return;
+        drawable += static_cast<unsigned int>(run.size());
+        last = run.back();
+        drawRun(run);
+        run.clear();
     });
+    drawable += static_cast<unsigned int>(run.size());
     // A lone measurement can be seen from one side of the plot to the other.
-    if (drawable == 1)
-        painter_->drawLine({project_.plotOffset.x, last.y}, {project_.plotOffset.x + project_.plotSize.x, last.y},
-                           line_, rotation_);
-    else
-        drawRun(&run);
+    if (drawable == 1) {
+        double const y = run.empty() ? last.y : run.back().y;
+        painter_->drawLine({project_.plotOffset.x, y}, {project_.plotOffset.x + project_.plotSize.x, y}, line_, rotation_);
+    } else {
+        drawRun(std::move(run));
+    }
     drawSymbols(0, dataset_.getNumberOfPoints());
 }
 
 /// A polyline between two gaps; a single point makes none.
-void ChartBase::DatasetPainter::drawRun(Polygon2d *run)
+void ChartBase::DatasetPainter::drawRun(std::vector<BaVec2d<double>> run)
 {
-    if (run->size() > 1)
-        painter_->drawPolygon(*run, line_, FillStyle::null, rotation_, false);
-    run->clear();
+    if (run.size() > 1)
+        painter_->drawPolygon(Polygon2d(std::move(run), false), line_, FillStyle::null, rotation_, false);
 }
 
 void ChartBase::DatasetPainter::drawBars()

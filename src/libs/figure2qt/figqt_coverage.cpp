@@ -1,6 +1,7 @@
 #include "figqt_coverage.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -224,10 +225,22 @@ void Coverage::addPixelColumn(int pixel)
     }
 }
 
+/// The first row from `y` on near which something begins, but none behind the last touched row: outlines are mostly
+/// blank inside.
+int Coverage::skipBlank(int y) const
+{
+    static constexpr std::array<int, GROUP> BLANK{};
+    while (y + GROUP < bottom_ && std::memcmp(steps_.data() + y, BLANK.data(), sizeof BLANK) == 0)
+        y += GROUP;
+    return y;
+}
+
 void Coverage::sumPixelColumn(int column)
 {
     int sum = 0;
     for (int y = top_; y < bottom_; ++y) {
+        if (sum == 0)
+            y = skipBlank(y);
         sum += steps_[static_cast<std::size_t>(y)];
         steps_[static_cast<std::size_t>(y)] = 0;
         tile_[static_cast<std::size_t>(y * TILE + column)] = static_cast<unsigned char>((sum * 255 + FULL / 2) / FULL);

@@ -52,6 +52,7 @@ private:
     void takeTile(int firstPixel, PaintRow const &paint);
     static void paintRow(int firstPixel, int y, std::span<unsigned char const> row, PaintRow const &paint);
     void addPixelColumn(int pixel);
+    int skipBlank(int y) const;
     void sumPixelColumn(int column);
 
     int const width_;

@@ -14,6 +14,8 @@ namespace {
 constexpr double CELLS_PER_PIXEL = 8.0;
 // Dashes shorter than this, in pixels, are none that could be seen.
 constexpr double SHORTEST_PATTERN = 0.1;
+// A box of more pixels to each side is a background, no bar: a QPainter is quicker with what encloses much.
+constexpr double LARGE = 100.0;
 // Beyond this, counting pixels in whole numbers is not safe.
 constexpr double FAR_AWAY = 1e8;
 
@@ -127,6 +129,11 @@ void ImageCanvas::addDashes(std::vector<QPointF> const &points, bool closed, Str
 
 void ImageCanvas::fillRect(QRectF const &rect, Color const &fill)
 {
+    if (std::min(rect.width(), rect.height()) * scale_ > LARGE) {
+        QPainterPath box;
+        box.addRect(rect);
+        return drawPath(box, nullptr, &fill);
+    }
     gather(fill);
     auto const pixels = [this](double place) { return std::clamp(place * scale_, -FAR_AWAY, FAR_AWAY); };
     QRectF area(QPointF(pixels(rect.left()), pixels(rect.top())), QPointF(pixels(rect.right()), pixels(rect.bottom())));
