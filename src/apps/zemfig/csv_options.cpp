@@ -67,13 +67,21 @@ void CsvArguments::apply(DataChoice *choice) const
     }
     for (std::string const &text : missing)
         setCsvOption(choice, QStringLiteral("missing"), QString::fromStdString(text));
+    for (auto const &[column, unit] : unitPairs())
+        choice->csvOptions.columnUnits[column] = unit;
+}
+
+std::vector<std::pair<QString, QString>> CsvArguments::unitPairs() const
+{
+    std::vector<std::pair<QString, QString>> pairs;
     for (std::string const &text : units) {
         QString const pair = QString::fromStdString(text);
         qsizetype const equals = pair.lastIndexOf(QLatin1Char('='));
         if (equals <= 0)
             throw UsageError(QStringLiteral("'--unit' wants NAME=UNIT, not '%1'").arg(pair));
-        choice->csvOptions.columnUnits[pair.left(equals)] = pair.mid(equals + 1);
+        pairs.emplace_back(pair.left(equals), pair.mid(equals + 1));
     }
+    return pairs;
 }
 
 } // namespace Zem::Zemfig

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Zem::Zemfig {
@@ -21,6 +22,8 @@ struct CsvArguments
     /// Adds the options to a verb: all of them, or those for reading a file apart from what its rows stand for.
     void addTo(CLI::App *verb);
     void addReadingTo(CLI::App *verb);
+    /// Column and unit of each --unit. Throws UsageError for one that is no NAME=UNIT.
+    std::vector<std::pair<QString, QString>> unitPairs() const;
     /// Hands them over. Throws UsageError for a value that does not fit.
     void apply(DataChoice *choice) const;
 };

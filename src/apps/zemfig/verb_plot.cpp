@@ -81,11 +81,8 @@ SeriesSource sourceOf(Arguments const &arguments)
     }
     for (std::string const &text : arguments.reading.missing)
         source.values[QStringLiteral("missing")] = QString::fromStdString(text);
-    for (std::string const &text : arguments.reading.units) {
-        QString const pair = QString::fromStdString(text);
-        qsizetype const equals = pair.lastIndexOf(QLatin1Char('='));
-        source.values[QStringLiteral("unit_") + pair.left(equals)] = pair.mid(equals + 1);
-    }
+    for (auto const &[column, unit] : arguments.reading.unitPairs())
+        source.values[QStringLiteral("unit_") + column] = unit;
     return source;
 }
 

@@ -3,6 +3,7 @@
 
 #include "ZemFig2Connector.h"
 #include "fig_chart_loan.h"
+#include "fig_value.h"
 
 #include <ZemTokenContainer.h>
 #include <ZemToleranceParams.h>
@@ -16,11 +17,6 @@
 namespace Zem::Fig2 {
 
 namespace {
-
-bool isEmptyValue(Value const &value)
-{
-    return value == Value::UNKNOWN || value == Value::INVALID;
-}
 
 Value textValue(UnitData const &unit)
 {
@@ -325,7 +321,7 @@ Value ChartBase::findValue(StageIdentifier const &stage, ChartData const *data, 
     std::array<TokenInterface const *, 2> const sources{data->getTokenInterface(), data->getTokenContainer()};
     for (TokenInterface const *source : sources) {
         Value const value = source ? source->getValue(token, IndexIdentifier::NO_INDEX, stage) : Value();
-        if (!isEmptyValue(value))
+        if (hasValue(value))
             return value;
     }
     for (Statistic const &statistic : STATISTICS) {

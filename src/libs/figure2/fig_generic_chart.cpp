@@ -3,6 +3,7 @@
 
 #include "fig_block.h"
 #include "fig_parameters.h"
+#include "fig_value.h"
 
 #include <ZemTranslate.h>
 
@@ -23,25 +24,23 @@ QString entryKey(std::size_t index)
     return QString(GenericChart::PARAM_TOKENS_Y).arg(index);
 }
 
-/// Whether the token stands in the set. The order tells tokens of one name from all others, but not from each other: it
-/// finds the first of that name, and among those equality decides.
-bool contains(GenericChart::DataTokens const &tokens, DataToken const &token)
-{
-    DataToken first(token.getName());
-    first.setCategory(TokenInfo::CATEGORY_GENERAL);
-    for (auto it = tokens.lower_bound(first); it != tokens.end() && it->getName() == token.getName(); ++it) {
-        if (*it == token)
-            return true;
-    }
-    return false;
-}
-
-bool containsName(GenericChart::DataTokens const &tokens, QString const &name)
+/// The order tells tokens of one name from all others, but not from each other: it finds the first of the name.
+GenericChart::DataTokens::const_iterator firstOfName(GenericChart::DataTokens const &tokens, QString const &name)
 {
     DataToken first(name);
     first.setCategory(TokenInfo::CATEGORY_GENERAL);
     auto const it = tokens.lower_bound(first);
-    return it != tokens.end() && it->getName() == name;
+    return it != tokens.end() && it->getName() == name ? it : tokens.end();
+}
+
+/// Among tokens of one name equality decides.
+bool contains(GenericChart::DataTokens const &tokens, DataToken const &token)
+{
+    for (auto it = firstOfName(tokens, token.getName()); it != tokens.end() && it->getName() == token.getName(); ++it) {
+        if (*it == token)
+            return true;
+    }
+    return false;
 }
 
 /// One entry of the parameter strings: those of the token and of its look.
@@ -139,7 +138,7 @@ void GenericChart::setTokenX(QString const &token)
 void GenericChart::tokenDeleted(DataTokens const &tokensX, DataTokens const &tokensY)
 {
     QString tokenX = tokenX_;
-    if (!containsName(tokensX, tokenX_))
+    if (firstOfName(tokensX, tokenX_) == tokensX.end())
         tokenX = tokensX.empty() ? QString() : tokensX.begin()->getName();
     std::vector<Entry> data;
     std::copy_if(data_.begin(), data_.end(), std::back_inserter(data),
@@ -184,8 +183,7 @@ void GenericChart::getTokens(ChartData const *data, std::vector<TokenInfo> *toke
 Value GenericChart::getValue(StageIdentifier const &stage, ChartData const *data, QString const &token) const
 {
     Value const value = ChartBase::getValue(stage, data, token);
-    bool const empty = value == Value::UNKNOWN || value == Value::INVALID;
-    if (!empty || token != TOKEN_VALUE_AXIS_X || tokenX_.isEmpty())
+    if (hasValue(value) || token != TOKEN_VALUE_AXIS_X || tokenX_.isEmpty())
         return value;
     ChartInterface *interface = ChartInterface::getInterface(this);
     return interface ? Value(interface->getTokenDescription(DataToken(tokenX_))) : value;

@@ -10,6 +10,7 @@
 #include "ZemFig2Tools.h"
 #include "fig_alignment.h"
 #include "fig_chart_loan.h"
+#include "fig_value.h"
 
 #include <ZemError.h>
 #include <ZemLine2d.h>
@@ -39,11 +40,6 @@ bool isAnnotatable(Element const *element)
     default:
         return false;
     }
-}
-
-bool isValidValue(Value const &value)
-{
-    return value != Value::INVALID && value != Value::UNKNOWN;
 }
 
 } // namespace
@@ -186,7 +182,7 @@ bool LabelBase::resolveToken(StageIdentifier const &stage, FigureTokenInterface 
 {
     if (tokens) {
         *value = tokens->getValue(name, IndexIdentifier::NO_INDEX, stage);
-        if (isValidValue(*value)) {
+        if (hasValue(*value)) {
             tokenCounters_[name] = {name, getTokenModifiedCounter(tokens, name)};
             return true;
         }
@@ -209,7 +205,7 @@ bool LabelBase::resolveInTarget(StageIdentifier const &stage, FigureTokenInterfa
         return false;
     QString const token = chart->getToken();
     *value = chart->getValue(stage, ChartLoan(tokens, token).get(), name);
-    if (!isValidValue(*value))
+    if (!hasValue(*value))
         return false;
     tokenCounters_[name] = {token, tokens->getModifiedCounter(token)};
     return true;
