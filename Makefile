@@ -1,7 +1,7 @@
 # The two commands of the README, and what a developer adds to them. CMake does the work; see CMakePresets.json.
 JOBS ?= 2
 
-.PHONY: all report test sanitize bench setup clean
+.PHONY: all report test sanitize bench reference setup clean
 
 all: setup
 	cmake --preset release
@@ -25,6 +25,10 @@ bench: setup
 	cmake --preset bench
 	cmake --build --preset bench -j$(JOBS)
 	build/bench/bin/zem-bench
+
+reference: setup
+	mkdir -p build
+	doxygen docs/Doxyfile
 
 setup:
 	@packaging/setup.sh

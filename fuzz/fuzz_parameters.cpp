@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
 {
     using Zem::Fig2::Element;
     QString const text = QString::fromUtf8(reinterpret_cast<char const *>(data), static_cast<qsizetype>(size));
-    for (unsigned int type = Element::LINE; type <= Element::SNAPSHOT_FRAME; ++type) {
+    for (unsigned int type = 0; type < Element::NUMBER_OF_TYPES; ++type) {
         if (type == Element::IMAGE_LABEL || type == Element::GROUP)
             continue;
         std::unique_ptr<Element> const element(Element::create(static_cast<Element::Type_t>(type)));

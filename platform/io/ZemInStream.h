@@ -24,13 +24,15 @@ namespace Zem::IO {
 /// A block is in memory and its checksum is tested before its first value is read, so damaged data never reaches a
 /// reader; what a block claims to hold is taken from memory only as far as the stream really holds it. Anything wrong
 /// in the data is a StreamException that names the file, the block and the fault; the value pointed at is then as it
-/// was. After an exception the stream can only be destroyed sensibly.
+/// was. A block entered or left out of turn is a ProgError. After an exception the stream can only be destroyed
+/// sensibly. One stream is used from one thread at a time.
 class InStream : public Stream
 {
 public:
     /// A file that cannot be opened or is no block stream leaves isInit() false.
     explicit InStream(QString const &fileName);
-    /// Reads from the present position on. The stream is not owned and must live as long as this object.
+    /// Reads from the present position on. The stream is not owned and must live as long as this object; null is a
+    /// ProgError.
     explicit InStream(std::istream *stream);
     ~InStream();
 

@@ -24,8 +24,10 @@ class StreamSink;
 ///     stream.close();
 ///
 /// Until close() has returned, the file of that name, if there is one, stays as it was: the bytes go to a temporary
-/// file in the same folder. Without close() that file is removed by the destructor. After a failure the stream stays
-/// failed: close() then throws.
+/// file in the same folder. Without close() that file is removed by the destructor. A medium that takes no more is a
+/// StreamException, a mistake of the writer a ProgError; either gives the file up, and from then on every operation,
+/// close() included, throws StreamException. After close() there is nothing left to write: that is a ProgError. One
+/// stream is used from one thread at a time.
 class OutStream : public Stream
 {
 public:
@@ -33,8 +35,8 @@ public:
     /// folder that cannot be written, a write-protected file, or a name of something else than a file leaves isInit()
     /// false. A file that is replaced keeps its permissions.
     OutStream(QString const &fileName, QString const &fileType, unsigned int version);
-    /// Writes to a stream that is not owned and must live until close() or destruction. It is complete after close()
-    /// only.
+    /// Writes to a stream that is not owned and must live until close() or destruction; null is a ProgError. It is
+    /// complete after close() only.
     OutStream(std::ostream *stream, QString const &fileType, unsigned int version);
     /// Gives up what close() has not completed.
     ~OutStream();

@@ -1,4 +1,4 @@
-// ZemStream.h: everything that reads and writes block streams.
+// ZemStream.h: everything that reads and writes block streams. Threads: see Stream.
 #pragma once
 
 #include <ZemInStream.h>

@@ -19,7 +19,7 @@ public:
 };
 
 /// The header of a block stream: a type word that tells what kind of document follows, and the document's version.
-/// Objects may be used from any one thread at a time.
+/// Different streams may be used on different threads at once; one stream is used from one thread at a time.
 class Stream
 {
 public:

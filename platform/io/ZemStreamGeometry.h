@@ -1,4 +1,4 @@
-// ZemStreamGeometry.h: geometry in block streams. Exceptions as for the numbers inside, see InStream and OutStream.
+// ZemStreamGeometry.h: geometry in block streams. Errors and threads are those of InStream and OutStream.
 #pragma once
 
 #include <ZemLine2d.h>

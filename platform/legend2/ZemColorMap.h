@@ -14,8 +14,8 @@ inline constexpr Color color_axis_x{214, 39, 40};
 inline constexpr Color color_axis_y{44, 160, 44};
 inline constexpr Color color_axis_z{31, 119, 180};
 
-/// Set by the host, read by what shows it. All operations may be called from any thread at any time; getters give
-/// copies, so that what was read stays as it was.
+/// Set by the host, read by what shows it. Getters give copies, so that what was read stays as it was. All operations
+/// may be called from any thread at any time; after the first of two setters others may see it without the second.
 class ColorMap
 {
 public:

@@ -12,7 +12,7 @@ class OutStream;
 
 namespace Legend2 {
 
-/// Counts by value, in the base unit of the quantity. A plain value.
+/// Counts by value, in the base unit of the quantity. A plain value; several threads may read it.
 class HistogramData
 {
 public:

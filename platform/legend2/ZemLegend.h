@@ -38,8 +38,8 @@ enum ColorMapName_t {
     COLOR_MAP_RAINBOW = 4    ///< blue, cyan, green, yellow, red; not perceptually even
 };
 
-/// A plain value. Limits are in the base unit of the quantity. Setters throw ProgError for a value out of range and
-/// then change nothing.
+/// What a colour scale shows and how. Limits are in the base unit of the quantity, which is not owned. Setters throw
+/// ProgError for a value out of range and then change nothing. A plain value; several threads may read it.
 class Legend
 {
 public:

@@ -12,8 +12,9 @@ class OutStream;
 
 namespace Legend2 {
 
-/// Extremes, average and deviation of the values shown, in the base unit of their quantity. A plain value that may be
-/// copied as bytes. Any number is taken, as measured: limits that are no numbers make a scale without colours.
+/// Extremes, average and deviation of the values shown, in the base unit of their quantity. Any number is taken, as
+/// measured: limits that are no numbers make a scale without colours. A plain value that may be copied as bytes;
+/// several threads may read it.
 class Data
 {
 public:

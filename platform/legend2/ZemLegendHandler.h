@@ -13,7 +13,8 @@
 
 namespace Zem::Legend2 {
 
-/// Where values lie between the limits of a scale: position 0 at the minimum, 1 at the maximum. A plain value.
+/// Where values lie between the limits of a scale: position 0 at the minimum, 1 at the maximum. A plain value;
+/// several threads may read it.
 class ScaleRange
 {
 public:
@@ -42,13 +43,15 @@ private:
     double extent_ = 0.0;
 };
 
-/// Made for a walk over many values: what depends on the scale alone is computed at construction, getColor() is a
-/// lookup. Reading colours from several threads is safe.
+/// Gives values their colours. Made for a walk over many values: what depends on the scale alone is computed at
+/// construction, getColor() is a lookup. Values are in the base unit of the quantity.
 ///
 /// A scale has colours when its limits are finite, the minimum is not above the maximum, and on a logarithmic scale
 /// both are above 0. When both are equal, that one value has the colour of the middle.
 ///
 /// In tolerance mode the limits of the scale are those of the tolerance: a value has the colour of its pass type.
+///
+/// Once set up, one object may be read from several threads.
 class LegendHandler
 {
 public:
@@ -62,7 +65,7 @@ public:
     /// Reads the parameters now. Does not change the mode. Null stands for those of ColorMap.
     void setToleranceParams(ToleranceParams const *params);
 
-    /// Values are in the base unit. `fallback` for a value that is not valid.
+    /// `fallback` for a value that is not valid.
     Color getColor(double value, Color fallback) const noexcept;
     /// The value has a colour: it lies between the limits, or beyond one when extrema colours are in use and that one's
     /// colour is valid. In tolerance mode: the colour of its pass type is valid. False for NaN, and on a logarithmic

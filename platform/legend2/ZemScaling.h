@@ -8,8 +8,8 @@ namespace Zem::Legend2 {
 /// How values are spread over a scale. Stored in files: never renumber.
 enum ColorMode_t { COLOR_MODE_LINEAR = 0, COLOR_MODE_LOGARITHMIC = 1 };
 
-/// Chooses ticks. Stateless: may be used from any thread. The work is bounded for any arguments. The rules are told in
-/// docs/decisions/colour-scales.md.
+/// Chooses ticks, by the rules that docs/decisions/colour-scales.md tells. The work is bounded for any arguments. All
+/// operations may be called from any thread.
 class Scaling
 {
 public:

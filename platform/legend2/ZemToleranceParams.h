@@ -26,7 +26,8 @@ enum TolerancePassType_t {
     TOLERANCE_FAIL_HIGH = 4     ///< above the upper limit
 };
 
-/// A plain value. Operations that take a pass type throw ProgError for a number that is none.
+/// Title, texts, colours and the share of near misses of a tolerance display. Operations that take a pass type throw
+/// ProgError for a number that is none. A plain value; several threads may read it.
 class ToleranceParams
 {
 public:

@@ -5,8 +5,8 @@
 
 namespace Zem {
 
-/// The infinite line through two points, directed from the first to the second. A plain value. Two equal points make no
-/// line; the operations then say what they do.
+/// The infinite line through two points, directed from the first to the second. Two equal points make no line; the
+/// operations then say what they do. A plain value; several threads may read it.
 class Line2d
 {
 public:
@@ -30,7 +30,8 @@ public:
     bool intersect(Line2d const &other, BaVec2d<double> *crossing) const noexcept;
 };
 
-/// The stretch between two points, both included. A plain value. Equal points make a segment of one point.
+/// The stretch between two points, both included. Equal points make a segment of one point. A plain value; several
+/// threads may read it.
 class LineSegment2d
 {
 public:

@@ -12,15 +12,15 @@ namespace Zem {
 class LineSegment2d;
 
 /// Points in one flat sequence, cut into parts. The area is the union of the parts, each filled by the even-odd rule
-/// with its border; a part of one point is that point, one of two points a segment. A point that is not
-/// finite belongs to no area. A plain value; several threads may read it.
+/// with its border; a part of one point is that point, one of two points a segment. A point that is not finite
+/// belongs to no area. A plain value; several threads may read it.
 class Polygon2d
 {
 public:
     /// With `closed` false each part is an open polyline that covers no area but its own line.
     explicit Polygon2d(bool closed = true) noexcept;
-    /// One part.
-    Polygon2d(std::vector<BaVec2d<double>> const &points, bool closed);
+    /// One part. Points that are moved in are taken over without a copy.
+    Polygon2d(std::vector<BaVec2d<double>> points, bool closed);
 
     std::size_t size() const noexcept { return points_.size(); }
     std::size_t getNumberOfPoints() const noexcept { return points_.size(); }

@@ -8,7 +8,8 @@ namespace Zem {
 class LineSegment2d;
 class Polygon2d;
 
-/// A corner and the way from it to the opposite one; a negative width or height spans to the other side. A plain value.
+/// A corner and the way from it to the opposite one; a negative width or height spans to the other side. A plain value;
+/// several threads may read it.
 class Rect
 {
 public:

@@ -1,4 +1,4 @@
-// ZemVec.h: plain vectors of two and three numbers.
+// ZemVec.h: vectors of two and three numbers. Plain values without a unit of their own; several threads may read one.
 #pragma once
 
 #include <cmath>

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Zem {
 
@@ -94,7 +95,7 @@ Polygon2d::Polygon2d(bool closed) noexcept : closed_(closed)
 {
 }
 
-Polygon2d::Polygon2d(std::vector<Point> const &points, bool closed) : points_(points), closed_(closed)
+Polygon2d::Polygon2d(std::vector<Point> points, bool closed) : points_(std::move(points)), closed_(closed)
 {
 }
 

@@ -16,10 +16,11 @@ class TObject;
 class TokenInterface;
 
 /// The children of a node in the order they came, for loops and their number. A view: valid as long as no child comes
-/// or goes.
+/// or goes, and used from the thread of the tree.
 class ScriptChildren
 {
 public:
+    /// Goes forwards, over the places of children that have left.
     class Iterator
     {
     public:
@@ -73,8 +74,8 @@ private:
 };
 
 /// A named node. It does not own its children: a deleted parent leaves them without one, a deleted child leaves its
-/// parent. A tree is used from one thread. Finding a child by name, adding, renaming and removing one take constant
-/// time on average, however many there are.
+/// parent. Finding a child by name, adding, renaming and removing one take constant time on average, however many there
+/// are. A tree is used from one thread.
 class ScriptObject
 {
 public:

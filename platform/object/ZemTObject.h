@@ -7,8 +7,9 @@ namespace Zem {
 
 class ScriptObject;
 
-/// Owns its node in the script tree and tells other objects about changes. Used from one thread.
-/// Copying an object copies neither its script object nor whom it tells: a copy begins without, assignment keeps both.
+/// Owns its node in the script tree and tells other objects about changes. Copying an object copies neither its script
+/// object nor whom it tells: a copy begins without, assignment keeps both. Objects that are registered with each other
+/// are used from one thread.
 class TObject
 {
 public:

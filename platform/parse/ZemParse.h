@@ -28,13 +28,14 @@ private:
     int position_;
 };
 
-/// Makes and reads parameter strings. Stateless: may be used from any thread.
+/// Makes and reads parameter strings.
 ///
 /// create...() returns one entry, a line "key = value"; a parameter string is any number of them in a row. get...()
 /// returns the value of the first entry of that key and removes the entry from `parameters`, so that a reader consumes
 /// what it has read. Each get...() throws ParamError and leaves `parameters` alone when there is no such entry or its
 /// value is not of the form asked for. A key is one or more characters without blanks at its ends and without
-/// '=', '"' and line ends, else ProgError. Numbers never depend on a locale.
+/// '=', '"' and line ends, else ProgError. Numbers never depend on a locale. All operations may be called from any
+/// thread.
 class Parse
 {
 public:

@@ -10,7 +10,7 @@
 namespace Zem {
 
 /// The older form is "key=value;" in a row, texts in double quotes: see docs/formats/parameter-string.md. Arguments,
-/// results, consumption of entries and errors are those of Parse. Stateless: may be used from any thread.
+/// results, consumption of entries and errors are those of Parse. All operations may be called from any thread.
 class V541Parser
 {
 public:

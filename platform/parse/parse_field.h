@@ -2,12 +2,10 @@
 #pragma once
 
 #include <ZemColor.h>
-#include <ZemVec.h>
 
 #include <QtCore/QString>
 
 #include <span>
-#include <vector>
 
 namespace Zem::ParseDetail {
 

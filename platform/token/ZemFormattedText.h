@@ -11,7 +11,7 @@ class InStream;
 class OutStream;
 } // namespace IO
 
-/// A plain value; copies share their texts.
+/// The forms of a text by format. A plain value, whose copies share their texts; several threads may read it.
 class FormattedText
 {
 public:

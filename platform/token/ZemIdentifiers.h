@@ -1,4 +1,5 @@
-// ZemIdentifiers.h: names of measurement stages and of elements of indexed tokens. Plain values.
+// ZemIdentifiers.h: names of measurement stages and of elements of indexed tokens.
+// Plain values; several threads may read one.
 #pragma once
 
 #include <compare>

@@ -5,6 +5,8 @@
 
 namespace Zem {
 
+/// The choice, made token by token. It is asked on the thread that reads the source; whether one filter serves several
+/// threads is its own matter.
 class TokenFilter
 {
 public:
@@ -18,7 +20,7 @@ protected:
     TokenFilter &operator=(TokenFilter const &) = default;
 };
 
-/// Skips nothing.
+/// Skips nothing. May be asked from any thread.
 class TokenAllPassFilter : public TokenFilter
 {
 public:

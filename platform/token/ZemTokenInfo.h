@@ -12,7 +12,8 @@ class InStream;
 class OutStream;
 } // namespace IO
 
-/// A token's name and display text, the kind of data behind it, and the group in which hosts list it. A plain value.
+/// A token's name and display text, the kind of data behind it, and the group in which hosts list it. A plain value;
+/// several threads may read it.
 class TokenInfo
 {
 public:

@@ -16,6 +16,7 @@ namespace ChangeLog {
 
 enum Change_t { TOKEN_RENAMED, TOKEN_REMOVED };
 
+/// One change of one token. A plain value.
 struct Entry
 {
     Change_t change = TOKEN_RENAMED;
@@ -29,7 +30,8 @@ using Log = std::vector<Entry>;
 
 } // namespace ChangeLog
 
-/// Base of all token sources. Holds no locks: whether a source may be read from several threads is its own matter.
+/// Base of all token sources. Numbers are in the base unit of their quantity. Asking for a token that does not exist is
+/// no error. Holds no locks: whether a source may be read from several threads is its own matter.
 class TokenInterface
 {
 public:
@@ -40,7 +42,8 @@ public:
     /// Value::UNKNOWN when there is no token of this name, Value::INVALID when it has no value with this index or at
     /// this stage. Plain tokens are asked with IndexIdentifier::NO_INDEX.
     virtual Value getValue(QString name, IndexIdentifier const &index, StageIdentifier const &stage) const = 0;
-    /// A number that differs from an earlier one when the token's value may have changed since. Always 0 here.
+    /// A number that differs from an earlier one when the token's value at any stage may have changed since; one number
+    /// for all stages. Always 0 here, for values that never change.
     virtual unsigned int getModifiedCounter(QString const &name) const;
     /// Empty here.
     virtual ChangeLog::Log getTokenChangeLog() const;

@@ -14,6 +14,7 @@ inline constexpr double NO_VALUE = std::numeric_limits<double>::max();
 
 } // namespace TokenValue
 
+/// Tells the types of tokens. All operations may be called from any thread.
 class TokenTools
 {
 public:

@@ -22,9 +22,9 @@ enum ConversionErrorCode_t {
     CONVERSION_NO_VALUE = 3      ///< there is nothing to show
 };
 
-/// A plain value, cheap to copy; one object may be read from several threads. Numbers with a unit are kept in the base
-/// unit of their quantity; the unit that UnitData names is for display. A NaN equals a NaN, so that a missing number
-/// does not look like a change for ever.
+/// A value together with its type. Numbers with a unit are kept in the base unit of their quantity; the unit that
+/// UnitData names is for display. A NaN equals a NaN, so that a missing number does not look like a change for ever. A
+/// plain value, cheap to copy; several threads may read it.
 class Value
 {
 public:

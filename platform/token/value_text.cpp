@@ -8,7 +8,6 @@
 #include <QtCore/QLocale>
 
 #include <cmath>
-#include <optional>
 
 namespace Zem {
 

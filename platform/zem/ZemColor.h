@@ -5,7 +5,8 @@
 
 namespace Zem {
 
-/// Red, green, blue and alpha (0 transparent, 255 opaque), four bytes in this order. A plain value.
+/// Red, green, blue and alpha (0 transparent, 255 opaque), four bytes in this order. A plain value; several
+/// threads may read it.
 class Color
 {
 public:

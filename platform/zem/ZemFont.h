@@ -8,7 +8,7 @@
 namespace Zem {
 
 /// A font by family, size in typographic points and a set of style bits. A plain value that promises nothing about
-/// what is installed.
+/// what is installed; several threads may read it.
 class Font
 {
 public:

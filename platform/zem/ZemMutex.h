@@ -8,7 +8,7 @@
 
 namespace Zem {
 
-/// A lock for one thread at a time, not recursive.
+/// A lock for one thread at a time, not recursive. Misuse is a ProgError. May be used from any thread.
 class Mutex
 {
 public:

@@ -7,6 +7,7 @@ namespace Zem {
 
 /// A name ordered by its embedded numbers: runs of the digits 0 to 9 compare by value, of any length, everything else
 /// by code unit. Names that differ only in leading zeros are ordered as texts, so the order is total.
+/// A plain value; several threads may read it.
 class NumString
 {
 public:

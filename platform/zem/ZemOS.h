@@ -5,14 +5,13 @@
 
 namespace Zem {
 
-/// All operations may be called from any thread.
+/// Sizes are bytes. All operations may be called from any thread.
 class OS
 {
 public:
     /// The file name with the separators that the user of this system expects, for messages.
     static QString convertSeparators(QString const &fileName);
 
-    /// Bytes.
     static unsigned int getpagesize();
 
     /// Memory in whole pages straight from the system, zeroed, at least one page even for a `size` of 0 bytes. The
@@ -26,7 +25,7 @@ public:
     static void freeVirtualMemory(void *memory, unsigned int size);
 };
 
-/// What to do when memory runs short.
+/// What to do when memory runs short. May be called from any thread.
 class NewHandler
 {
 public:

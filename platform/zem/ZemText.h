@@ -1,4 +1,5 @@
 // ZemText.h: text in the standard streams: words, and number formats that no locale can change.
+// Functions may be called from any thread; a stream, and what is made for it, is used from one thread at a time.
 #pragma once
 
 #include <QtCore/QString>
@@ -12,6 +13,7 @@ namespace Zem {
 
 /// For its lifetime a stream uses the classic locale, plain decimal numbers with 17 digits (enough for each double to
 /// read back to the same bits), no field width, and skips white space before a word. The destructor restores what was.
+/// The stream is not owned and outlives this object.
 class ClassicLocale
 {
 public:

@@ -23,9 +23,9 @@ struct UnitForm
     double shift = 0.0;
 };
 
-/// A quantity, such as a length, with its units. The quantities are fixed, immutable and live as long as the program:
-/// compare them by address, and read them from any thread. Values are kept in the base unit everywhere; another unit
-/// is for display.
+/// A quantity, such as a length, with its units. Values are kept in the base unit everywhere; another unit is for
+/// display. The quantities are fixed, immutable and live as long as the program: compare them by address, and read them
+/// from any thread.
 class Unit
 {
 public:
@@ -82,8 +82,8 @@ extern Unit const *const uAcceleration; ///< m/s^2; g
 extern Unit const *const uMass;         ///< kg; g, mg, t
 extern Unit const *const uVoltage;      ///< V; mV, kV
 
-/// A quantity, or none, with the unit chosen for its display. A plain value; refers to the quantity without owning it.
-/// A number kept beside it is always in the base unit.
+/// A quantity, or none, with the unit chosen for its display. A number kept beside it is always in the base unit.
+/// Refers to the quantity without owning it. A plain value; several threads may read it.
 class UnitData
 {
 public:

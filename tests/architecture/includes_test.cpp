@@ -2,12 +2,14 @@
 // library from documents to values.
 #include <gtest/gtest.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
 #include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -24,8 +26,9 @@ std::vector<Room> const &rooms()
 {
     static std::vector<Room> const all = [] {
         std::set<QString> const ground{"platform/zem", "platform/math"};
-        std::set<QString> const platform{"platform/zem",    "platform/math",  "platform/io",     "platform/parse",
-                                         "platform/object", "platform/token", "platform/legend2", "platform/spline"};
+        std::set<QString> const platform{
+            "platform/zem",   "platform/math",    "platform/io",     "platform/parse",       "platform/object",
+            "platform/token", "platform/legend2", "platform/spline", "platform/calibration", "platform/image"};
         // Not the makers': nothing of the figure library may need it.
         std::set<QString> const file{"platform/file"};
         auto const with = [](std::set<QString> rooms, std::set<QString> const &more) {
@@ -43,6 +46,8 @@ std::vector<Room> const &rooms()
             {"platform/token", with(ground, {"platform/io", "platform/parse"})},
             {"platform/legend2", with(ground, {"platform/io", "platform/parse"})},
             {"platform/spline", {"platform/math"}},
+            {"platform/calibration", with(ground, {"platform/io"})},
+            {"platform/image", with({"platform/zem"}, file)},
             {"src/libs/figure2", platform},
             {"src/libs/figure2qt", with(figure, file)},
             {"src/libs/measurement", figure},
@@ -103,6 +108,18 @@ TEST(Includes, goDownBetweenTheLibraries)
                 EXPECT_TRUE(home.isEmpty() || home == room.folder || room.below.contains(home))
                     << file.toStdString() << " includes " << name.toStdString() << " of " << home.toStdString();
             }
+        }
+    }
+}
+
+TEST(Includes, areWatchedInEveryFolderWithSources)
+{
+    for (char const *place : {"platform/", "src/libs/", "src/apps/"}) {
+        for (QString const &name : QDir(ROOT + QLatin1StringView(place)).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            bool const watched = std::any_of(rooms().begin(), rooms().end(), [&](Room const &room) {
+                return room.folder == QLatin1StringView(place) + name;
+            });
+            EXPECT_TRUE(watched) << place << name.toStdString();
         }
     }
 }

@@ -286,7 +286,8 @@ private:
                 report(lineOf(*node), QStringLiteral("%1: %2").arg(where, error.getText()));
             }
         }
-        if (curve.first.isEmpty())
+        // An empty one shows nothing, which a figure file may hold too.
+        if (!table.contains("token"))
             report(lineOf(table), QStringLiteral("a curve wants a 'token', the name of what it shows"));
         return curve;
     }
@@ -328,7 +329,7 @@ private:
     static std::vector<QString> knownTypes()
     {
         std::vector<QString> names;
-        for (unsigned int type = Element::LINE; type <= Element::SNAPSHOT_FRAME; ++type) {
+        for (unsigned int type = 0; type < Element::NUMBER_OF_TYPES; ++type) {
             if (!parametersOf(static_cast<Element::Type_t>(type)).empty())
                 names.push_back(Element::getTypeParameterName(static_cast<Element::Type_t>(type)));
         }

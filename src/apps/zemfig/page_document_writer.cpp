@@ -9,6 +9,7 @@
 #include <ZemScriptObject.h>
 
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
 
 #include <algorithm>
@@ -44,7 +45,7 @@ QString numberForm(QString const &number)
     static QRegularExpression const whole(QStringLiteral("\\A-?[0-9]+\\z"));
     bool const isWhole = whole.match(number).hasMatch();
     return isWhole && (number.size() > 15 || number == QLatin1StringView("-0")) ? number + QLatin1StringView(".0")
-                                                                                  : number;
+                                                                                : number;
 }
 
 /// "(1, 2)" and "[(1, 2), (3, 4)]" as TOML lists.
@@ -86,16 +87,11 @@ QString fontForm(QString const &text)
     return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
 }
 
-bool isFont(QString const &key)
-{
-    return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
-}
-
 QString valueForm(Parameter const &parameter)
 {
     switch (parameter.kind) {
     case ParameterKind::Text:
-        return isFont(parameter.key) ? fontForm(textOf(parameter)) : quoted(textOf(parameter));
+        return isFontKey(parameter.key) ? fontForm(textOf(parameter)) : quoted(textOf(parameter));
     case ParameterKind::Color:
         // Opaque colours are the rule and go without their alpha.
         return quoted(parameter.value.size() == 9 && parameter.value.endsWith(QLatin1StringView("ff"))
@@ -113,11 +109,23 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 17> RECORDS{
-    "border",     "background", "connector_style", "color_bar",           "symbol1",
-    "symbol2",    "tick_box",   "tick_line",       "symbol",              "line_style",
-    "fill_style", "axis_x",     "axis_y",          "grid",                "inner_border",
-    "current_stage_style",      "point_marker_symbol"};
+constexpr std::array<char const *, 17> RECORDS{"border",
+                                               "background",
+                                               "connector_style",
+                                               "color_bar",
+                                               "symbol1",
+                                               "symbol2",
+                                               "tick_box",
+                                               "tick_line",
+                                               "symbol",
+                                               "line_style",
+                                               "fill_style",
+                                               "axis_x",
+                                               "axis_y",
+                                               "grid",
+                                               "inner_border",
+                                               "current_stage_style",
+                                               "point_marker_symbol"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)
@@ -225,11 +233,12 @@ private:
                                               std::vector<Parameter> const &parameters)
     {
         std::vector<Parameter> changed;
-        std::copy_if(parameters.begin(), parameters.end(), std::back_inserter(changed), [&](Parameter const &parameter) {
-            return std::none_of(standard.begin(), standard.end(), [&parameter](Parameter const &one) {
-                return one.key == parameter.key && one.value == parameter.value;
-            });
-        });
+        std::copy_if(parameters.begin(), parameters.end(), std::back_inserter(changed),
+                     [&](Parameter const &parameter) {
+                         return std::none_of(standard.begin(), standard.end(), [&parameter](Parameter const &one) {
+                             return one.key == parameter.key && one.value == parameter.value;
+                         });
+                     });
         return changed;
     }
 
@@ -268,28 +277,28 @@ private:
         }
     }
 
+    /// The keys of a record need not stand together; it is written where the first of them stands.
     void writeParameters(std::vector<Parameter> const &parameters)
     {
-        QString record;
-        QString items;
-        auto const flush = [&] {
-            if (!record.isEmpty())
-                line(record, QStringLiteral("{ %1 }").arg(items));
-            items.clear();
-        };
+        QSet<QString> records;
         for (Parameter const &parameter : parameters) {
-            QString const next = recordOf(parameter.key);
-            if (next != record)
-                flush();
-            record = next;
-            if (record.isEmpty()) {
+            QString const record = recordOf(parameter.key);
+            if (record.isEmpty())
                 line(parameter.key, valueForm(parameter));
-                continue;
-            }
-            items += items.isEmpty() ? QString() : QStringLiteral(", ");
-            items += parameter.key.mid(record.size() + 1) + QLatin1StringView(" = ") + valueForm(parameter);
+            else if (!records.contains(record))
+                writeRecord(record, parameters);
+            records.insert(record);
         }
-        flush();
+    }
+
+    void writeRecord(QString const &record, std::vector<Parameter> const &parameters)
+    {
+        QStringList items;
+        for (Parameter const &parameter : parameters) {
+            if (recordOf(parameter.key) == record)
+                items << parameter.key.mid(record.size() + 1) + QLatin1StringView(" = ") + valueForm(parameter);
+        }
+        line(record, QStringLiteral("{ %1 }").arg(items.join(QStringLiteral(", "))));
     }
 
     void writeConnectors(Element const &element)
@@ -301,7 +310,8 @@ private:
             QString const name = quoted((*it)->getTarget()->getScriptObject()->getName());
             QString const part = quoted((*it)->getTargetName());
             targets += targets.isEmpty() ? QString() : QStringLiteral(", ");
-            targets += (*it)->getTargetName().isEmpty() ? name : QStringLiteral("{ to = %1, part = %2 }").arg(name, part);
+            targets +=
+                (*it)->getTargetName().isEmpty() ? name : QStringLiteral("{ to = %1, part = %2 }").arg(name, part);
         }
         if (!targets.isEmpty())
             line(QStringLiteral("connect"), QStringLiteral("[%1]").arg(targets));

@@ -112,6 +112,22 @@ std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters,
     return found == parameters.end() ? std::nullopt : std::optional(*found);
 }
 
+std::vector<QString> const &structureKeys()
+{
+    static std::vector<QString> const keys{"type", "name", "children", "connect", "master", "curve"};
+    return keys;
+}
+
+bool isStructureKey(QString const &key)
+{
+    return std::find(structureKeys().begin(), structureKeys().end(), key) != structureKeys().end();
+}
+
+bool isFontKey(QString const &key)
+{
+    return key == Fig2::Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
+}
+
 QString describe(Fig2::Element const &element)
 {
     return QStringLiteral("%1 '%2'").arg(element.getTypeName(), element.getScriptObject()->getName());

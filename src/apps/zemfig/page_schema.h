@@ -36,6 +36,13 @@ std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const
 /// How the texts for people name an element: "label 'title'".
 QString describe(Fig2::Element const &element);
 
+/// Keys of an element's table that are no parameters. No parameter may be called so, but for the type.
+std::vector<QString> const &structureKeys();
+bool isStructureKey(QString const &key);
+
+/// Whether the text of the key is a font, which may stand as a table.
+bool isFontKey(QString const &key);
+
 /// The words for the style bits of a font, in the order in which they are written.
 struct FontStyle
 {

@@ -1,31 +1,10 @@
 #include "page_toml_reader.h"
 
-#include <ZemFig2Element.h>
 #include <ZemParse.h>
-
-#include <algorithm>
 
 namespace Zem::Zemfig {
 
-using namespace Fig2;
-
-std::vector<QString> const &structureKeys()
-{
-    static std::vector<QString> const keys{"type", "name", "children", "connect", "master", "curve"};
-    return keys;
-}
-
-bool isStructureKey(QString const &key)
-{
-    return std::find(structureKeys().begin(), structureKeys().end(), key) != structureKeys().end();
-}
-
 namespace {
-
-bool isFontKey(QString const &key)
-{
-    return key == Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
-}
 
 bool readFontKey(QString const &key, toml::node const &node, Font *font)
 {

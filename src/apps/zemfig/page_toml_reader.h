@@ -2,6 +2,7 @@
 #pragma once
 
 #include "page_document.h"
+#include "page_schema.h"
 #include "page_toml_values.h"
 
 #include <QtCore/QStringList>
@@ -10,10 +11,6 @@
 #include <vector>
 
 namespace Zem::Zemfig {
-
-/// Keys of an element's table that are no parameters.
-std::vector<QString> const &structureKeys();
-bool isStructureKey(QString const &key);
 
 /// Reads pieces of a document and reports what is wrong with them.
 class TomlReader

@@ -23,7 +23,7 @@ using namespace Fig2;
 
 namespace {
 
-struct Arguments
+struct CheckArguments
 {
     std::string page;
     std::string project;
@@ -183,7 +183,7 @@ QJsonArray toJson(std::vector<Problem> const &problems)
     return array;
 }
 
-void check(Arguments const &arguments)
+void check(CheckArguments const &arguments)
 {
     QString const fileName = QString::fromStdString(arguments.page);
     PageDocument document = openPage(fileName);
@@ -220,7 +220,7 @@ void check(Arguments const &arguments)
 
 void addCheckVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<CheckArguments>();
     CLI::App *verb = app->add_subcommand("check", "Say what is wrong with a page");
     verb->add_option("page", arguments->page, "page document (.figure.toml) or figure file (.fig)")->required();
     auto *project = verb->add_option("--project", arguments->project, "project file or URL");

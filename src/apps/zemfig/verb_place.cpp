@@ -13,14 +13,14 @@ namespace Zem::Zemfig {
 
 namespace {
 
-struct Arguments
+struct PlaceArguments
 {
     PageArguments page;
     std::string output;
     PlacementArguments placement{.where = "border", .distances = {}};
 };
 
-void place(Arguments const &arguments)
+void place(PlaceArguments const &arguments)
 {
     QString const page = QString::fromStdString(arguments.page.page);
     Fig2Qt::QtCalculator const calculator;
@@ -37,7 +37,7 @@ void place(Arguments const &arguments)
 
 void addPlaceVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<PlaceArguments>();
     CLI::App *verb = app->add_subcommand("place", "Arrange the labels of a page that point at something");
     arguments->page.addTo(verb);
     verb->add_option("-o,--output", arguments->output, "target, .figure.toml or .fig")->required();

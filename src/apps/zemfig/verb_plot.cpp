@@ -22,7 +22,7 @@ using namespace Fig2Qt;
 
 namespace {
 
-struct Arguments
+struct PlotArguments
 {
     std::string csv;
     std::string x;
@@ -49,7 +49,7 @@ std::optional<ChartParameters::Style_t> styleOf(std::string const &word)
                          .arg(QString::fromStdString(word), suggestion(QString::fromStdString(word), words)));
 }
 
-PlotWish wishOf(Arguments const &arguments)
+PlotWish wishOf(PlotArguments const &arguments)
 {
     QFileInfo const file(QString::fromStdString(arguments.csv));
     PlotWish wish;
@@ -63,7 +63,7 @@ PlotWish wishOf(Arguments const &arguments)
 }
 
 /// The [[series]] table of a page beside or above the file.
-SeriesSource sourceOf(Arguments const &arguments)
+SeriesSource sourceOf(PlotArguments const &arguments)
 {
     QString const page = QString::fromStdString(arguments.page);
     QString const path = QDir(QFileInfo(page).absolutePath())
@@ -86,7 +86,7 @@ SeriesSource sourceOf(Arguments const &arguments)
     return source;
 }
 
-void writePicture(Figure const &figure, Arguments const &arguments)
+void writePicture(Figure const &figure, PlotArguments const &arguments)
 {
     PageOptions options;
     options.dpi = arguments.dpi;
@@ -99,7 +99,7 @@ void writePicture(Figure const &figure, Arguments const &arguments)
     }
 }
 
-void plot(Arguments const &arguments)
+void plot(PlotArguments const &arguments)
 {
     if (arguments.output.empty() && arguments.page.empty())
         throw UsageError(QStringLiteral("nothing to be written: give --output, --save or both"));
@@ -132,7 +132,7 @@ void plot(Arguments const &arguments)
 
 void addPlotVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<PlotArguments>();
     CLI::App *verb = app->add_subcommand("plot", "Make a page of charts from a CSV file");
     verb->add_option("csv", arguments->csv, "CSV file")->required();
     verb->add_option("--x", arguments->x, "the column along x; else the first of dates, or of numbers");

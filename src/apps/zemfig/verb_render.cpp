@@ -18,7 +18,7 @@ using namespace Fig2Qt;
 
 namespace {
 
-struct Arguments
+struct RenderArguments
 {
     PageArguments page;
     std::string output;
@@ -81,7 +81,7 @@ void renderFiles(Pages *pages, QString const &output, PageOptions const &options
     }
 }
 
-void render(Arguments const &arguments)
+void render(RenderArguments const &arguments)
 {
     QString const output = QString::fromStdString(arguments.output);
     QString const ending = pictureEnding(output);
@@ -103,7 +103,7 @@ void render(Arguments const &arguments)
 
 void addRenderVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<RenderArguments>();
     CLI::App *verb = app->add_subcommand("render", "Draw a page for one stage or many");
     arguments->page.addTo(verb);
     verb->add_option("-o,--output", arguments->output, "target; its ending chooses pdf, svg or png")->required();

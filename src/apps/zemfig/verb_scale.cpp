@@ -14,7 +14,7 @@ using namespace Measurement;
 
 namespace {
 
-struct Arguments
+struct ScaleArguments
 {
     std::string project;
     std::vector<std::string> settings;
@@ -46,7 +46,7 @@ void change(ColorScale *scale, QString const &setting)
     }
 }
 
-void scale(Arguments const &arguments)
+void scale(ScaleArguments const &arguments)
 {
     QString const name = QString::fromStdString(arguments.project);
     Project project(name, arguments.settings.empty() ? OpenMode_t::READ : OpenMode_t::WRITE);
@@ -65,7 +65,7 @@ void scale(Arguments const &arguments)
 
 void addScaleVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<ScaleArguments>();
     CLI::App *verb = app->add_subcommand("scale", "Show or change the colour scale of a project");
     verb->add_option("--project", arguments->project, "project file or URL")->required();
     verb->add_option("settings", arguments->settings,

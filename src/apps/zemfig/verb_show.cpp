@@ -20,7 +20,7 @@ using namespace Fig2;
 
 namespace {
 
-struct Arguments
+struct ShowArguments
 {
     std::string page;
     bool json = false;
@@ -93,7 +93,7 @@ void appendTree(Group const &group, int depth, QString *text)
     }
 }
 
-void show(Arguments const &arguments)
+void show(ShowArguments const &arguments)
 {
     PageDocument const document = openSoundPage(QString::fromStdString(arguments.page));
     if (arguments.json) {
@@ -111,7 +111,7 @@ void show(Arguments const &arguments)
 
 void addShowVerb(CLI::App *app, Run *run)
 {
-    auto arguments = std::make_shared<Arguments>();
+    auto arguments = std::make_shared<ShowArguments>();
     CLI::App *verb = app->add_subcommand("show", "Show the tree of elements of a page");
     verb->add_option("page", arguments->page, "page document (.figure.toml) or figure file (.fig)")->required();
     verb->add_flag("--json", arguments->json, "with all parameters, as JSON");

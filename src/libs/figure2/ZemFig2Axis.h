@@ -23,11 +23,11 @@ class Painter;
 class RangeCalculator;
 class Rotation;
 
-/// A scale: what the user chose, and what the last update worked out from it. A plain value. Lengths and positions are
-/// page millimetres.
+/// A scale: what the user chose, and what the last update worked out from it. Lengths and positions are page
+/// millimetres.
 ///
 /// The chart sets range, length and unit of the data, calls update, reads how much room the axis needs, and draws it.
-/// Everything derived is empty before the first update, and not saved.
+/// Everything derived is empty before the first update, and not saved. A plain value.
 class Axis
 {
 public:

@@ -9,9 +9,9 @@
 
 namespace Zem::Fig2 {
 
-/// Measures text for the drawing target in use. The application derives from it and keeps the one object alive as long
-/// as figures are laid out; before and afterwards a dummy answers, for which every text measures (1, 1).
-/// All sizes are page millimetres; font sizes are points.
+/// Measures text for the drawing target in use. All sizes are page millimetres; font sizes are points. The application
+/// derives from it and keeps the one object alive as long as figures are laid out; before and afterwards a dummy
+/// answers, for which every text measures (1, 1).
 class Calculator
 {
 public:

@@ -187,6 +187,8 @@ private:
 
     template <class Archive, class Self>
     static void blockFields(Archive &archive, Self &self);
+    template <class Archive, class Self>
+    static void parameterItems(Archive &archive, Self &self);
     void readOldPointMarker(QString &parameters);
 
     QString token_;

@@ -52,7 +52,8 @@ private:
     static void blockFields(Archive &archive, Self &self);
 };
 
-/// One curve: points in the order in which they were added, and their look. A plain value.
+/// One curve: points in the order in which they were added, and their look. Coordinates are in the base units of the
+/// ChartData that holds it. A plain value.
 class ChartDataset
 {
 public:
@@ -104,8 +105,8 @@ private:
     QString displayText_;
 };
 
-/// All that a chart shows: datasets by id, markers, colour scale, units, and the tokens of the data.
-/// Owns its datasets, its markers and its token container.
+/// All that a chart shows: datasets by id, markers, colour scale, units, and the tokens of the data. Coordinates and
+/// ranges are in the base units of the quantities of both axes. Owns its datasets, its markers and its token container.
 class ChartData
 {
 public:
@@ -168,6 +169,7 @@ public:
     std::vector<BaVec2d<double>> &getInfoPoints() { return values_.infoPoints; }
     Color const &getInfoPointColor() const { return values_.infoPointColor; }
     void setInfoPointColor(Color const &color) { values_.infoPointColor = color; }
+    /// The units in which the axes are labelled. All numbers of the data are in the base units of these quantities.
     UnitData const &getUnitX() const { return values_.unitX; }
     void setUnitX(UnitData const &unit) { values_.unitX = unit; }
     UnitData const &getUnitY() const { return values_.unitY; }
@@ -181,7 +183,8 @@ public:
     void setAxisXRange(BaVec2d<double> const &range) { values_.axisXRange = range; }
     BaVec2d<double> const &getAxisYRange() const { return values_.axisYRange; }
     void setAxisYRange(BaVec2d<double> const &range) { values_.axisYRange = range; }
-    /// Whether a chart may mark the current stage, and single points.
+    /// Whether an editor may offer to mark the current stage, and single points. The marks themselves are a
+    /// LineChartMarker and a PointsChartMarker, which the application puts into the data for each stage.
     bool getSupportsStageMarkers() const { return values_.supportsStageMarkers; }
     void setSupportsStageMarkers(bool supports) { values_.supportsStageMarkers = supports; }
     bool getSupportsPointMarkers() const { return values_.supportsPointMarkers; }

@@ -1,5 +1,5 @@
 // ZemFig2ColorBar.h: ColorBar, a signed value shown as a bar on one side of a label.
-// Layer: painting. A plain value, copied freely.
+// Layer: painting. A plain value, copied freely; distinct objects may be used from distinct threads.
 #pragma once
 
 #include "ZemFig2FillStyle.h"
@@ -89,6 +89,8 @@ private:
     static void blockFields(Archive &archive, Self &self);
     template <class Archive, class Self>
     static void textItems(Archive &archive, Self &self);
+    template <class Archive, class Self>
+    static void parameterItems(Archive &archive, Self &self);
     Strip layOutStrip(BaVec2d<double> const &position, BaVec2d<double> const &size) const;
     void drawValue(Painter *painter, Strip const &strip, Rotation const &rotation) const;
     void drawSymbol(Painter *painter, BaVec2d<double> const &position, double size, Symbol symbol,

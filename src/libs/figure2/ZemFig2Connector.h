@@ -12,8 +12,8 @@ namespace Zem::Fig2 {
 
 class Element;
 
-/// Ties a source element to a target, such as a label to the chart that it annotates. Both elements list the same object;
-/// the destructor of either deletes it. A connector that was just loaded has no target yet, only the target's id.
+/// Ties a source element to a target, such as a label to the chart that it annotates. A connector that was just loaded
+/// has no target yet, only the target's id. Both elements list the same object; the destructor of either deletes it.
 class Connector
 {
 public:

@@ -40,12 +40,12 @@ class Painter;
 /// persistent forms. All positions and sizes are page millimetres, x to the right, y down; angles are radians in the
 /// sense of Rotation.
 ///
+/// A Group owns its children unless isExternallyManaged; a connector belongs to the two elements it joins: the
+/// destructor of either deletes it and takes it from the other.
+///
 /// What a concrete element can do is asked through the has... operations; a setter that an element does not support
 /// throws ProgError and leaves the element as it was. Every setter of persistent state clears the valid flag, which
 /// update sets again.
-///
-/// A Group owns its children unless isExternallyManaged; a connector belongs to the two elements it joins: the
-/// destructor of either deletes it and takes it from the other.
 class Element : public TObject
 {
 public:
@@ -67,6 +67,8 @@ public:
         IMAGE_LABEL = 13,
         SNAPSHOT_FRAME = 14
     };
+    /// What counts or walks the types asks this; every type has its texts and its answer in create.
+    static constexpr unsigned int NUMBER_OF_TYPES = SNAPSHOT_FRAME + 1;
 
     using ConnectorIterator = std::vector<Connector *>::iterator;
     using ConnectorConstIterator = std::vector<Connector *>::const_iterator;
@@ -106,6 +108,8 @@ public:
     virtual unsigned int getEstimatedObjectSize() const = 0;
 
     Type_t getType() const { return type_; }
+    /// Names the element anew, its class stays: a group stores it as a `type`, and reads that type's class from its
+    /// blocks. Meant for a class that stores what the class of `type` stores.
     void setType(Type_t type);
     /// The type for the user, translated.
     QString getTypeName() const;
@@ -122,8 +126,11 @@ public:
     Group *getParent() const { return parent_; }
     void setParent(Group *parent) { parent_ = parent; }
 
+    /// Where the element stands and about what it turns: the centre of areas, the first point of lines.
     virtual BaVec2d<double> const &getOrigin() const { return origin_; }
     virtual void setOrigin(BaVec2d<double> const &origin);
+    /// The point that the pivot alignment names: of areas a corner, the middle of a side or the centre, as turned. To
+    /// set it moves the element.
     virtual BaVec2d<double> getAlignmentOrigin() const = 0;
     virtual void setAlignmentOrigin(BaVec2d<double> const &point) = 0;
     virtual void moveBy(BaVec2d<double> const &delta);
@@ -188,6 +195,7 @@ public:
     /// Whether the element has any of the attributes.
     bool hasAttributes(ElementAttributes const &attributes) const;
 
+    /// For computeRenderingOrder of the figure, element by element; draw does not ask.
     bool getVisible() const { return visible_; }
     void setVisible(bool visible);
     bool isSelected() const { return selected_; }
@@ -196,6 +204,7 @@ public:
     void setHighlighted(bool highlighted);
     Color const &getHighlightColor() const { return highlightColor_; }
     void setHighlightColor(Color const &color);
+    /// Kept for the application alone, and not stored.
     bool isTemporarilyInvisible() const { return temporarilyInvisible_; }
     void setTemporarilyInvisible(bool invisible) { temporarilyInvisible_ = invisible; }
     /// A group does not delete such a child.
@@ -238,7 +247,7 @@ public:
     virtual bool update(StageIdentifier const &stage, FigureTokenInterface const *tokens, Polygon2d *polygon);
     /// Recomputes all that depends on stage and tokens, and the three polygons. Called by update.
     virtual void computeDynamicData(StageIdentifier const &stage, FigureTokenInterface const *tokens) = 0;
-    /// Draws one step; true means that the element has finished.
+    /// Draws one step, counted from 0; true means that the element has finished.
     virtual bool draw(FigureTokenInterface const *tokens, Painter *painter, int step) const = 0;
 
     virtual bool canConnectTo(Element const *target, QString const &point) const;

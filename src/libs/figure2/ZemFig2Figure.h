@@ -56,7 +56,7 @@ public:
     void setSize(BaVec2d<double> const &size) { size_ = size; }
     FillStyle const &getBackground() const { return background_; }
     void setBackground(FillStyle const &background) { background_ = background; }
-    /// Not owned. Without one, nothing but the background is drawn.
+    /// Not owned. Without one, update does nothing and nothing but the background is drawn.
     FigureTokenInterface const *getTokenInterface() const { return tokenInterface_; }
     void setTokenInterface(FigureTokenInterface const *tokenInterface) { tokenInterface_ = tokenInterface; }
     /// Not owned, and may be destroyed before the figure. The figure registers with it; a copy does so too.
@@ -72,14 +72,18 @@ public:
     /// The next update reports the whole page.
     void invalidate() { invalidatePage_ = true; }
 
-    /// Brings all elements up to date for a stage and tells the invalidators what changed; `force` recomputes every
-    /// element. True when something changed.
+    /// Recomputes, for the stage, the elements that were changed, those with a token whose getModifiedCounter moved or
+    /// that had no value, and those connected to one of these; tells the invalidators what changed. Which stage came
+    /// last is not looked at: for another one, `force` must be true, which recomputes every element. True when
+    /// something changed.
     bool update(StageIdentifier const &stage, bool force);
-    /// Draws the page: background, connector lines, then the elements in layer order.
+    /// Draws the page as of the last update: background, connector lines, then the elements in layer order, also those
+    /// that are not visible, which computeRenderingOrder leaves out.
     void draw(Painter *painter) const;
     void drawBackground(Painter *painter) const;
     void drawConnectorLines(Painter *painter) const;
     /// For callers that draw element by element: replaces `order` by the visible elements in the order of drawing.
+    /// Throws ProgError for one that is an image or a snapshot frame, or of no known type.
     void computeRenderingOrder(std::vector<Element const *> *order) const;
 
     /// All elements below the root, groups before their children.
@@ -105,7 +109,8 @@ public:
     /// Removes all groups without children, but not the root. True when there was one.
     bool removeEmptyGroups();
     bool isTokenUsed(QString const &token) const;
-    /// The parameters of all elements as an indented text.
+    /// The parameters of all elements as an indented text, without ids, names, connectors and the page itself: for
+    /// people, and to compare figures.
     QString toString() const;
 
     virtual unsigned int getEstimatedObjectSize() const;
@@ -116,10 +121,12 @@ public:
 
     /// Whether a file that begins with these bytes is one for loadFigure.
     static bool canOpenFile(std::vector<char> const &head);
-    /// Null when the file cannot be read; the reason goes to `log`. Owned by the caller.
+    /// Null when the file cannot be read; the reason goes to `log`, which is not null. Owned by the caller. Interfaces
+    /// are the caller's to set, and the figure is to be updated before it is drawn.
     static Figure *loadFigure(QString const &fileName, ErrorLog *log);
-    /// False when the file cannot be written, which leaves an old file as it was; the reason goes to `log`. A file that
-    /// cannot even be opened is told in `log` alone, the result is true then.
+    /// Stores page, elements and connectors, no data of the interfaces. False when the file cannot be written, which
+    /// leaves an old file as it was; the reason goes to `log`, which is not null. A file that cannot even be opened is
+    /// told in `log` alone, the result is true then.
     static bool saveFigure(QString const &fileName, Figure const *figure, ErrorLog *log);
 
 protected:

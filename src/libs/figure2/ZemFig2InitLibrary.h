@@ -4,7 +4,8 @@
 
 namespace Zem::Fig2 {
 
-/// Installs the translations of the library and registers what it offers by itself. Further calls do nothing.
+/// Installs the translations of the library and registers what it offers by itself, each once. Call it when the
+/// application object exists, without which there are no translations, and before the first figure is made.
 void InitLibrary();
 
 } // namespace Zem::Fig2

@@ -17,6 +17,9 @@ namespace Zem::Fig2 {
 /// Tokens stand in the text between two '$', format first, as in $+10.2[mm]part.length$. At each update they are
 /// replaced by their values at the stage; the box sizes itself to the result while auto size is on, and connector lines
 /// tie it to what it annotates. A token that no source knows prints "???" and is tried again at every update.
+///
+/// While it sizes itself the box grows about its alignment point, by default its top left corner: setAlignmentOrigin
+/// places it. setOrigin does the same as long as the box has no size; from the first update on it means the centre.
 class LabelBase : public AreaBase
 {
 public:
@@ -35,7 +38,8 @@ public:
     /// No connector point. One coordinate of -1.0 is enough to make a point invalid.
     static constexpr BaVec2d<double> INVALID_POINT{-1.0, -1.0};
 
-    /// Rich text with unresolved tokens.
+    /// Rich text with unresolved tokens: HTML with the tags that Calculator and Painter know, "&lt;" for a '<' and "$$"
+    /// for a '$'. Values need no such care.
     QString const &getText() const { return text_; }
     void setText(QString const &text);
     ColorBar const &getColorBar() const { return colorBar_; }
@@ -124,6 +128,8 @@ private:
     static void blockFields(Archive &archive, Self &self);
     template <class Archive, class Self>
     static void textItems(Archive &archive, Self &self);
+    template <class Archive, class Self>
+    static void parameterItems(Archive &archive, Self &self);
     static int takeTextCacheId();
     void convertLoadedText(unsigned int version);
     std::vector<QString> const &getTokenNames() const;

@@ -68,6 +68,8 @@ private:
     static void blockFields(Archive &archive, Self &self);
     template <class Archive, class Self>
     static void textItems(Archive &archive, Self &self);
+    template <class Archive, class Self>
+    static void parameterItems(Archive &archive, Self &self);
     bool hasArrow(End end) const { return end == FIRST_END ? arrows_.first : arrows_.second; }
     Symbol const &symbolAt(End end) const { return end == FIRST_END ? symbols_.first : symbols_.second; }
     BaVec2d<double> const &pointAt(End end) const { return end == FIRST_END ? point1_ : point2_; }

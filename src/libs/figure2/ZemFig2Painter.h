@@ -35,6 +35,7 @@ public:
     /// including i.
     struct SymbolData
     {
+        /// The way from one point to the next.
         struct Step
         {
             double dx = 0.0;

@@ -59,10 +59,12 @@ public:
     void setColor(Color const &color) { color_ = color; }
     bool getShowValue() const { return showValue_; }
     void setShowValue(bool showValue) { showValue_ = showValue; }
+    /// Decimals of the value.
     unsigned int getDigits() const { return digits_; }
     void setDigits(unsigned int digits) { digits_ = digits; }
     Font const &getFont() const { return font_; }
     void setFont(Font const &font) { font_ = font; }
+    /// How many points of a curve have no symbol between two that have one.
     unsigned int getSpacing() const { return spacing_; }
     void setSpacing(unsigned int spacing) { spacing_ = spacing; }
 

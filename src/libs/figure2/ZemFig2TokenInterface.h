@@ -27,11 +27,14 @@ class Token_t;
 /// The data behind a figure: values by token name, and images, charts and snapshots that are borrowed by name.
 /// The application derives from it.
 ///
-/// A missing value is Value::UNKNOWN when no token of that name exists here, Value::INVALID when it exists, but not with
-/// this index or at this stage; callers go on to their next source in both cases.
+/// A missing value is Value::UNKNOWN when no token of that name exists here, Value::INVALID when it exists, but not
+/// with this index or at this stage; callers go on to their next source in both cases.
 ///
 /// getImage, getChart and getSnapshot borrow: a null result borrows nothing; any other must be given back with the
-/// matching release... and the same name.
+/// matching release... and the same name. Figures and elements borrow within a call of theirs only, often and nested.
+/// Between calls the data may change in place, together with the getModifiedCounter of their name.
+///
+/// Figures ask for tokens by the names that stand in their elements; getTokens is for the lists of the application.
 class FigureTokenInterface : public TokenInterface
 {
 public:
@@ -50,7 +53,8 @@ public:
     virtual QString getTokenGroupIconId(QString const &group) const;
 };
 
-/// A token interface that holds nothing. It never lends, so every release throws ProgError.
+/// A token interface that holds nothing. It never lends, so every release throws ProgError. Also a base for those that
+/// hold some kinds of data only: what a get... lends, its release... must then take back.
 class EmptyFigureTokenInterface : public FigureTokenInterface
 {
 public:

@@ -1,5 +1,6 @@
 // ZemFig2Tools.h: small functions that the whole library shares.
-// Layer: services. Pure functions; they may be called from any thread unless they take a figure.
+// Layer: services. Pure functions, which may be called from any thread; a figure, an element, a painter or a stream
+// that one takes stays on its own thread.
 #pragma once
 
 #include "ZemFig2LineStyle.h"
@@ -22,6 +23,7 @@ class Element;
 class Figure;
 class Painter;
 
+/// Persistent forms, texts, tokens and small geometry that belong to no class. Lengths are page millimetres.
 class Tools
 {
 public:
@@ -33,7 +35,8 @@ public:
     /// A block of a font. Throws IO::StreamException; then `font` is unchanged.
     static void load(IO::InStream *stream, Font *font);
     static void save(IO::OutStream *stream, Font const &font);
-    /// A block of a token's name. Blocks of older releases hold a type as well, which goes to `type` unless that is null.
+    /// A block of a token's name; load throws IO::StreamException. Blocks of older releases hold a type as well, which
+    /// goes to `type` unless that is null.
     static void saveToken(IO::OutStream *stream, QString const &token);
     static QString loadToken(IO::InStream *stream, Variable_t *type);
 
@@ -41,7 +44,7 @@ public:
     static Alignment_t getAlignment(QString &parameters, QString const &key);
     static QString createAlignment(QString const &key, Alignment_t alignment);
     static Alignment_t getV541Alignment(QString &parameters, QString const &key);
-    /// A token's name as a text parameter.
+    /// A token's name as a text parameter; a ParamError without one.
     static QString getToken(QString &parameters, QString const &key);
 
     /// `text` with all occurrences of `from` replaced from left to right, replacements not looked at again. An empty

@@ -5,8 +5,7 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
-
-#include <array>
+#include "fig_words.h"
 
 namespace Zem::Fig2 {
 
@@ -33,25 +32,9 @@ constexpr QLatin1StringView OLD_AUTO_MAX{"auto_max"};
 constexpr QLatin1StringView OLD_OPTIMUM_MIN{"optimum_min"};
 constexpr QLatin1StringView OLD_OPTIMUM_MAX{"optimum_max"};
 
-template <class Enum, std::size_t count>
-QString wordOf(std::array<char const *, count> const &words, Enum value)
-{
-    return value < count ? QString::fromLatin1(words[value]) : QString();
-}
-
-template <class Enum, std::size_t count>
-Enum valueOf(std::array<char const *, count> const &words, QString const &word, char const *context, char const *error)
-{
-    for (unsigned int value = 0; value < count; ++value) {
-        if (word == QLatin1StringView(words[value]))
-            return static_cast<Enum>(value);
-    }
-    throw ParamError(translate(context, error), -1);
-}
-
 Axis::Type typeFromName(QString const &name)
 {
-    return valueOf<Axis::Type>(TYPE_WORDS, name, "Figure_Axis_err", "unknown axis type");
+    return requireValueOf<Axis::Type>(TYPE_WORDS, name, "Figure_Axis_err", "unknown axis type");
 }
 
 /// The mode of an axis that only knew a number of decimals.
@@ -100,12 +83,12 @@ QString Axis::getDigitsModeName(DigitsMode mode)
 
 Axis::RangeMode Axis::getRangeModeFromName(QString const &name)
 {
-    return valueOf<RangeMode>(RANGE_MODE_WORDS, name, "Figure_err", "unknown axis range mode name");
+    return requireValueOf<RangeMode>(RANGE_MODE_WORDS, name, "Figure_err", "unknown axis range mode name");
 }
 
 Axis::DigitsMode Axis::getDigitsModeFromName(QString const &name)
 {
-    return valueOf<DigitsMode>(DIGITS_MODE_WORDS, name, "Figure_err", "unknown axis digits mode name");
+    return requireValueOf<DigitsMode>(DIGITS_MODE_WORDS, name, "Figure_err", "unknown axis digits mode name");
 }
 
 template <class Archive, class Self>

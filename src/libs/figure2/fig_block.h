@@ -29,6 +29,7 @@ public:
     void field(double) { bytes_ += 8; }
     void field(Color const &) { bytes_ += 4; }
     void field(BaVec2d<double> const &) { bytes_ += 16; }
+    void field(BaVec3d<double> const &) { bytes_ += 24; }
     void field(QString const &text) { bytes_ += IO::Stream::sizeOf(text); }
     template <class Enum>
     void list(Enum const &, unsigned int)
@@ -69,6 +70,7 @@ public:
     void field(double value) { stream_->writeDouble(value); }
     void field(Color const &value) { stream_->writeColor(value); }
     void field(BaVec2d<double> const &value) { IO::writeVec2d(stream_, value); }
+    void field(BaVec3d<double> const &value) { IO::writeVec3d(stream_, value); }
     void field(QString const &value) { stream_->writeString(value); }
     template <class Enum>
     void list(Enum const &value, unsigned int)
@@ -112,6 +114,7 @@ public:
     void field(double &value) { stream_->readDouble(&value); }
     void field(Color &value) { stream_->readColor(&value); }
     void field(BaVec2d<double> &value) { IO::readVec2d(stream_, &value); }
+    void field(BaVec3d<double> &value) { IO::readVec3d(stream_, &value); }
     void field(QString &value) { stream_->readString(&value); }
 
     /// An enumeration stored as an unsigned number: values from `count` on are refused.

@@ -102,19 +102,25 @@ std::istream &ChartBase::loadFromStream(std::istream &)
     throwNoTextForm("Zem::Fig2::ChartBase::loadFromStream", __LINE__);
 }
 
+template <class Archive, class Self>
+void ChartBase::parameterItems(Archive &archive, Self &self)
+{
+    archive.item(PARAM_SHOW_CURRENT_STAGE, self.showCurrentStage_);
+    archive.item(PARAM_SHOW_POINT_MARKERS, self.showPointMarkers_);
+    archive.item(PARAM_LEFT_MARGIN, self.leftMargin_);
+    archive.item(PARAM_RIGHT_MARGIN, self.rightMargin_);
+    archive.record(PARAM_AXIS_X, self.axisX_);
+    archive.record(PARAM_AXIS_Y, self.axisY_);
+    archive.record(PARAM_GRID, self.grid_);
+    archive.record(PARAM_INNER_BORDER, self.innerBorder_);
+    archive.record(PARAM_CURRENT_STAGE_STYLE, self.currentStageStyle_);
+}
+
 QString ChartBase::getParameterString() const
 {
     QString parameters = AreaBase::getParameterString();
     ParameterWriter writer(parameters);
-    writer.item(PARAM_SHOW_CURRENT_STAGE, showCurrentStage_);
-    writer.item(PARAM_SHOW_POINT_MARKERS, showPointMarkers_);
-    writer.item(PARAM_LEFT_MARGIN, leftMargin_);
-    writer.item(PARAM_RIGHT_MARGIN, rightMargin_);
-    writer.record(PARAM_AXIS_X, axisX_);
-    writer.record(PARAM_AXIS_Y, axisY_);
-    writer.record(PARAM_GRID, grid_);
-    writer.record(PARAM_INNER_BORDER, innerBorder_);
-    writer.record(PARAM_CURRENT_STAGE_STYLE, currentStageStyle_);
+    parameterItems(writer, *this);
     writer.record(PARAM_POINT_MARKER_SYMBOL, pointMarkerSymbol_);
     return parameters;
 }
@@ -123,15 +129,7 @@ void ChartBase::createFromParameterString(QString &parameters)
 {
     AreaBase::createFromParameterString(parameters);
     ParameterReader reader(parameters);
-    reader.item(PARAM_SHOW_CURRENT_STAGE, showCurrentStage_);
-    reader.item(PARAM_SHOW_POINT_MARKERS, showPointMarkers_);
-    reader.item(PARAM_LEFT_MARGIN, leftMargin_);
-    reader.item(PARAM_RIGHT_MARGIN, rightMargin_);
-    reader.record(PARAM_AXIS_X, axisX_);
-    reader.record(PARAM_AXIS_Y, axisY_);
-    reader.record(PARAM_GRID, grid_);
-    reader.record(PARAM_INNER_BORDER, innerBorder_);
-    reader.record(PARAM_CURRENT_STAGE_STYLE, currentStageStyle_);
+    parameterItems(reader, *this);
     readOldPointMarker(parameters);
     reader.record(PARAM_POINT_MARKER_SYMBOL, pointMarkerSymbol_);
 }

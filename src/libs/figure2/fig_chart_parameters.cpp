@@ -3,8 +3,8 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
+#include "fig_words.h"
 
-#include <array>
 #include <tuple>
 
 namespace Zem::Fig2 {
@@ -105,8 +105,7 @@ std::vector<ChartParameters::Style_t> ChartParameters::getAllStyles()
 
 QString ChartParameters::getStyleParameterName(Style_t style)
 {
-    auto const index = static_cast<unsigned int>(style);
-    return index < STYLE_WORDS.size() ? QString::fromLatin1(STYLE_WORDS[index]) : QString();
+    return wordOf(STYLE_WORDS, style);
 }
 
 QString ChartParameters::getStyleName(Style_t style)

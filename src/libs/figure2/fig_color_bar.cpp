@@ -4,9 +4,9 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
+#include "fig_words.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace Zem::Fig2 {
@@ -175,50 +175,33 @@ std::istream &operator>>(std::istream &stream, ColorBar &bar)
                       [](auto &archive, ColorBar &read) { ColorBar::textItems(archive, read); });
 }
 
+template <class Archive, class Self>
+void ColorBar::parameterItems(Archive &archive, Self &self)
+{
+    archive.item(PARAM_RANGE, self.range_);
+    archive.item(PARAM_VALUE, self.value_);
+    archive.item(PARAM_VALUE_VALID, self.valueValid_);
+    archive.item(PARAM_COLOR, self.color_);
+    archive.item(PARAM_WIDTH, self.width_);
+    archive.item(PARAM_VARIABLE_LENGTH, self.useVariableLength_);
+    archive.item(PARAM_MINIMUM_LENGTH, self.minimumLength_);
+    archive.word(PARAM_SIDE, self.side_, SIDE_WORDS, "Figure_ColorBar_err", "unknown color bar side");
+    archive.record(PARAM_BORDER, self.border_);
+    archive.record(PARAM_BACKGROUND, self.background_);
+}
+
 QString ColorBar::getParameterString(QString const &prefix) const
 {
     QString parameters;
     ParameterWriter writer(parameters, prefix);
-    writer.item(PARAM_RANGE, range_);
-    writer.item(PARAM_VALUE, value_);
-    writer.item(PARAM_VALUE_VALID, valueValid_);
-    writer.item(PARAM_COLOR, color_);
-    writer.item(PARAM_WIDTH, width_);
-    writer.item(PARAM_VARIABLE_LENGTH, useVariableLength_);
-    writer.item(PARAM_MINIMUM_LENGTH, minimumLength_);
-    writer.item(PARAM_SIDE, QString::fromLatin1(SIDE_WORDS[side_]));
-    writer.record(PARAM_BORDER, border_);
-    writer.record(PARAM_BACKGROUND, background_);
+    parameterItems(writer, *this);
     return parameters;
 }
-
-namespace {
-
-ColorBar::Side_t sideOf(QString const &word)
-{
-    for (unsigned int index = 0; index < SIDE_WORDS.size(); ++index) {
-        if (word == QLatin1StringView(SIDE_WORDS[index]))
-            return static_cast<ColorBar::Side_t>(index);
-    }
-    throw ParamError(translate("Figure_ColorBar_err", "unknown color bar side"), -1);
-}
-
-} // namespace
 
 void ColorBar::createFromParameterString(QString &parameters, QString const &prefix)
 {
     ParameterReader reader(parameters, prefix);
-    reader.item(PARAM_RANGE, range_);
-    reader.item(PARAM_VALUE, value_);
-    reader.item(PARAM_VALUE_VALID, valueValid_);
-    reader.item(PARAM_COLOR, color_);
-    reader.item(PARAM_WIDTH, width_);
-    reader.item(PARAM_VARIABLE_LENGTH, useVariableLength_);
-    reader.item(PARAM_MINIMUM_LENGTH, minimumLength_);
-    if (reader.exists(PARAM_SIDE))
-        side_ = sideOf(Parse::getString(parameters, reader.key(PARAM_SIDE)));
-    reader.record(PARAM_BORDER, border_);
-    reader.record(PARAM_BACKGROUND, background_);
+    parameterItems(reader, *this);
 }
 
 } // namespace Zem::Fig2

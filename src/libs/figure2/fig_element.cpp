@@ -32,21 +32,22 @@ struct TypeTexts
 
 // By Type_t. The blank in "image label" and the underscore in the display name "chart_legend" stand in files and
 // translations.
-constexpr std::array<TypeTexts, 15> TYPE_TEXTS{{{"line", "line", "line"},
-                                                {"rectangle", "rectangle", "rectangle"},
-                                                {"ellipse", "ellipse", "ellipse"},
-                                                {"polygon", "polygon", "polygon"},
-                                                {"label", "label", "label"},
-                                                {"chart", "chart", "chart"},
-                                                {"generic_chart", "generic chart", "generic_chart"},
-                                                {"legend", "legend", "legend"},
-                                                {"chart_legend", "chart_legend", "chart_legend"},
-                                                {"image", "image", "image"},
-                                                {"logo", "logo", "logo"},
-                                                {"group", "group", "group"},
-                                                {"snapshot", "snapshot", "snapshot"},
-                                                {"image label", "image label", "image_label"},
-                                                {"snapshot_frame", "snapshot frame", "snapshot_frame"}}};
+constexpr auto TYPE_TEXTS = std::to_array<TypeTexts>({{"line", "line", "line"},
+                                                      {"rectangle", "rectangle", "rectangle"},
+                                                      {"ellipse", "ellipse", "ellipse"},
+                                                      {"polygon", "polygon", "polygon"},
+                                                      {"label", "label", "label"},
+                                                      {"chart", "chart", "chart"},
+                                                      {"generic_chart", "generic chart", "generic_chart"},
+                                                      {"legend", "legend", "legend"},
+                                                      {"chart_legend", "chart_legend", "chart_legend"},
+                                                      {"image", "image", "image"},
+                                                      {"logo", "logo", "logo"},
+                                                      {"group", "group", "group"},
+                                                      {"snapshot", "snapshot", "snapshot"},
+                                                      {"image label", "image label", "image_label"},
+                                                      {"snapshot_frame", "snapshot frame", "snapshot_frame"}});
+static_assert(TYPE_TEXTS.size() == Element::NUMBER_OF_TYPES, "every type has its texts");
 
 TypeTexts const &textsOf(Element::Type_t type)
 {

@@ -40,9 +40,14 @@ Element *Element::create(Type_t type)
     case IMAGE_LABEL:
         throw ProgError("Zem::Fig2::Element::create", "fig_element", __LINE__,
                         "Image labels cannot be created this way");
-    default:
-        return nullptr;
+    // The application has classes for these, the library has none.
+    case IMAGE:
+    case LOGO:
+    case SNAPSHOT:
+    case SNAPSHOT_FRAME:
+        break;
     }
+    return nullptr;
 }
 
 } // namespace Zem::Fig2

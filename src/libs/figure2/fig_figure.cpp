@@ -261,7 +261,7 @@ void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
     for (auto it = getElementBegin(); it != getElementEnd(); ++it) {
         if (!it->getVisible())
             continue;
-        if (it->getType() < Element::LINE || it->getType() > Element::SNAPSHOT_FRAME)
+        if (it->getType() >= Element::NUMBER_OF_TYPES)
             throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
                             "type does not belong to a figure element");
         if (isImageOrFrame(it->getType()))

@@ -27,10 +27,10 @@ struct Group::ChildTable
 
 namespace {
 
-/// What load can make of a type; it reads nothing for any other.
+/// Of a number outside the enumeration the table keeps the number alone; load reads nothing for it.
 bool isKnown(Element const *child)
 {
-    return child->getType() <= Element::SNAPSHOT_FRAME;
+    return child->getType() < Element::NUMBER_OF_TYPES;
 }
 
 } // namespace

@@ -3,10 +3,7 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text.h"
-
-#include <ZemText.h>
-
-#include <array>
+#include "fig_words.h"
 
 namespace Zem::Fig2 {
 
@@ -18,11 +15,7 @@ constexpr std::array<char const *, 6> TYPE_WORDS{"normal", "lighten", "overexpos
 /// An unknown word selects the plain conversion: a picture is shown all the same.
 ImageConversion::Type typeOfWord(QString const &word)
 {
-    for (unsigned int index = 0; index < TYPE_WORDS.size(); ++index) {
-        if (word == QLatin1StringView(TYPE_WORDS[index]))
-            return static_cast<ImageConversion::Type>(index);
-    }
-    return ImageConversion::TYPE_NORMAL;
+    return valueOf<ImageConversion::Type>(TYPE_WORDS, word).value_or(ImageConversion::TYPE_NORMAL);
 }
 
 } // namespace
@@ -51,7 +44,7 @@ std::ostream &operator<<(std::ostream &stream, ImageConversion const &conversion
 {
     TextWriter writer(stream);
     writer.item(QStringLiteral("1"));
-    writer.item(QString::fromLatin1(TYPE_WORDS[static_cast<unsigned int>(conversion.type_)]));
+    writer.item(wordOf(TYPE_WORDS, conversion.type_));
     writer.item(QString::number(conversion.min_));
     writer.item(QString::number(conversion.max_));
     return stream;

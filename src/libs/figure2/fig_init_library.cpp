@@ -8,8 +8,8 @@ namespace Zem::Fig2 {
 
 void InitLibrary()
 {
+    installTranslator("ZemFigure2"); // each time: the first call may have come before the application object
     static bool const initialised = [] {
-        installTranslator("ZemFigure2");
         registerElementTokens();
         return true;
     }();

@@ -94,19 +94,25 @@ std::istream &LabelBase::loadFromStream(std::istream &stream)
     return AreaBase::loadFromStream(stream);
 }
 
+template <class Archive, class Self>
+void LabelBase::parameterItems(Archive &archive, Self &self)
+{
+    archive.item(PARAM_COLOR_BAR_VISIBLE, self.colorBarVisible_);
+    archive.item(PARAM_ALIGN_X, self.textAlignmentX_);
+    archive.item(PARAM_ALIGN_Y, self.textAlignmentY_);
+    archive.item(PARAM_EXPAND_WIDTH, self.expandWidth_);
+    archive.item(PARAM_CONNECTOR_POINT, self.connectorPoint_);
+    archive.record(PARAM_COLOR_BAR, self.colorBar_);
+    archive.record(PARAM_CONNECTOR_STYLE, self.connectorStyle_);
+    archive.item(PARAM_TEMPLATE_NAME, self.templateName_);
+}
+
 QString LabelBase::getParameterString() const
 {
     QString parameters = AreaBase::getParameterString();
     ParameterWriter writer(parameters);
     writer.item(PARAM_TEXT, text_);
-    writer.item(PARAM_COLOR_BAR_VISIBLE, colorBarVisible_);
-    writer.item(PARAM_ALIGN_X, textAlignmentX_);
-    writer.item(PARAM_ALIGN_Y, textAlignmentY_);
-    writer.item(PARAM_EXPAND_WIDTH, expandWidth_);
-    writer.item(PARAM_CONNECTOR_POINT, connectorPoint_);
-    writer.record(PARAM_COLOR_BAR, colorBar_);
-    writer.record(PARAM_CONNECTOR_STYLE, connectorStyle_);
-    writer.item(PARAM_TEMPLATE_NAME, templateName_);
+    parameterItems(writer, *this);
     return parameters;
 }
 
@@ -118,14 +124,7 @@ void LabelBase::createFromParameterString(QString &parameters)
         reader.item(PARAM_TEXT, text_);
         tokensParsed_ = false;
     }
-    reader.item(PARAM_COLOR_BAR_VISIBLE, colorBarVisible_);
-    reader.item(PARAM_ALIGN_X, textAlignmentX_);
-    reader.item(PARAM_ALIGN_Y, textAlignmentY_);
-    reader.item(PARAM_EXPAND_WIDTH, expandWidth_);
-    reader.item(PARAM_CONNECTOR_POINT, connectorPoint_);
-    reader.record(PARAM_COLOR_BAR, colorBar_);
-    reader.record(PARAM_CONNECTOR_STYLE, connectorStyle_);
-    reader.item(PARAM_TEMPLATE_NAME, templateName_);
+    parameterItems(reader, *this);
     invalidate();
 }
 

@@ -5,8 +5,8 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
+#include "fig_words.h"
 
-#include <array>
 #include <map>
 
 namespace Zem::Fig2 {
@@ -26,9 +26,10 @@ constexpr unsigned int NUMBER_OF_MODES = 5; ///< two more than there are words
 
 constexpr std::array<char const *, 3> MODE_WORDS{"element", "3d", "manual"};
 
-char const *wordOf(Legend::LegendDataMode mode)
+/// Modes beyond are written as the last one.
+QString wordOf(Legend::LegendDataMode mode)
 {
-    return MODE_WORDS[std::min<std::size_t>(mode, Legend::LEGEND_DATA_MODE_MANUAL)];
+    return wordOf(MODE_WORDS, std::min(mode, Legend::LEGEND_DATA_MODE_MANUAL));
 }
 
 /// The first legends carried an axis.
@@ -201,7 +202,7 @@ QString Legend::getParameterString(bool withData) const
     QString parameters = AreaBase::getParameterString();
     ParameterWriter writer(parameters);
     LocalScale const local = getLocalScale();
-    writer.item(PARAM_LEGEND_DATA_MODE, QString::fromLatin1(wordOf(legendDataMode_)));
+    writer.item(PARAM_LEGEND_DATA_MODE, wordOf(legendDataMode_));
     writer.item(PARAM_EQUAL_SIZED_BLOCKS, equalSizedBlocks_);
     writer.item(PARAM_BAR_WIDTH, barWidth_);
     writer.record(PARAM_TICK_BOX, tickBoxStyle_);
@@ -219,11 +220,10 @@ namespace {
 
 Legend::LegendDataMode modeOf(QString const &word)
 {
-    for (unsigned int mode = 0; mode < MODE_WORDS.size(); ++mode) {
-        if (word == QLatin1StringView(MODE_WORDS[mode]))
-            return static_cast<Legend::LegendDataMode>(mode);
-    }
-    throw ParamError(translate("Figure_err", "unknown legend data mode '%1'").arg(word), -1);
+    std::optional<Legend::LegendDataMode> const mode = valueOf<Legend::LegendDataMode>(MODE_WORDS, word);
+    if (!mode)
+        throw ParamError(translate("Figure_err", "unknown legend data mode '%1'").arg(word), -1);
+    return *mode;
 }
 
 } // namespace

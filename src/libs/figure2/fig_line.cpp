@@ -267,16 +267,22 @@ std::istream &Line::loadFromStream(std::istream &stream)
     return Element::loadFromStream(stream);
 }
 
+template <class Archive, class Self>
+void Line::parameterItems(Archive &archive, Self &self)
+{
+    archive.item(PARAM_POINT2, self.point2_);
+    archive.item(PARAM_ARROW_1, self.arrows_.first);
+    archive.item(PARAM_ARROW_2, self.arrows_.second);
+    archive.record(PARAM_SYMBOL_1, self.symbols_.first);
+    archive.record(PARAM_SYMBOL_2, self.symbols_.second);
+}
+
 QString Line::getParameterString() const
 {
     QString parameters = Element::getParameterString();
     ParameterWriter writer(parameters);
     writer.item(PARAM_POINT1, point1_);
-    writer.item(PARAM_POINT2, point2_);
-    writer.item(PARAM_ARROW_1, arrows_.first);
-    writer.item(PARAM_ARROW_2, arrows_.second);
-    writer.record(PARAM_SYMBOL_1, symbols_.first);
-    writer.record(PARAM_SYMBOL_2, symbols_.second);
+    parameterItems(writer, *this);
     return parameters;
 }
 
@@ -287,11 +293,7 @@ void Line::createFromParameterString(QString &parameters)
         reader.item(PARAM_POINT1, point1_);
         Element::setOrigin(point1_);
     }
-    reader.item(PARAM_POINT2, point2_);
-    reader.item(PARAM_ARROW_1, arrows_.first);
-    reader.item(PARAM_ARROW_2, arrows_.second);
-    reader.record(PARAM_SYMBOL_1, symbols_.first);
-    reader.record(PARAM_SYMBOL_2, symbols_.second);
+    parameterItems(reader, *this);
     if (reader.exists(PARAM_ORIGIN)) {
         BaVec2d<double> origin;
         reader.item(PARAM_ORIGIN, origin);

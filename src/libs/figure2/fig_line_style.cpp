@@ -3,8 +3,7 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
-
-#include <array>
+#include "fig_words.h"
 
 namespace Zem::Fig2 {
 
@@ -16,23 +15,6 @@ constexpr unsigned int TEXT_VERSION = 1;
 constexpr std::array<char const *, 5> STYLE_WORDS{"none", "full", "dotted", "dashed", "dash dotted"};
 constexpr std::array<char const *, 2> CAP_WORDS{"round", "sharp"};
 
-template <std::size_t count>
-QString wordAt(std::array<char const *, count> const &words, unsigned int index)
-{
-    return index < count ? QString::fromLatin1(words[index]) : QString();
-}
-
-/// The place of `word`; an unknown word is a ParamError with `error`.
-template <std::size_t count>
-unsigned int indexOfWord(std::array<char const *, count> const &words, QString const &word, char const *error)
-{
-    for (unsigned int index = 0; index < count; ++index) {
-        if (word == QLatin1StringView(words[index]))
-            return index;
-    }
-    throw ParamError(translate("Figure_Painter_err", error), -1);
-}
-
 } // namespace
 
 std::vector<LineStyle::Style> LineStyle::getAllStyles()
@@ -42,7 +24,7 @@ std::vector<LineStyle::Style> LineStyle::getAllStyles()
 
 QString LineStyle::getStyleParameterName(Style style)
 {
-    return wordAt(STYLE_WORDS, static_cast<unsigned int>(style));
+    return wordOf(STYLE_WORDS, style);
 }
 
 QString LineStyle::getStyleName(Style style)
@@ -52,7 +34,7 @@ QString LineStyle::getStyleName(Style style)
 
 QString LineStyle::getCapStyleParameterName(CapStyle capStyle)
 {
-    return wordAt(CAP_WORDS, static_cast<unsigned int>(capStyle));
+    return wordOf(CAP_WORDS, capStyle);
 }
 
 template <class Archive, class Self>
@@ -129,11 +111,11 @@ void LineStyle::createFromV541ParameterString(QString &parameters, QString const
     reader.item(PARAM_COLOR, color_);
     if (reader.exists(PARAM_STYLE)) {
         QString const word = V541Parser::getString(parameters, reader.key(PARAM_STYLE));
-        style_ = static_cast<Style>(indexOfWord(STYLE_WORDS, word, "unknown line style"));
+        style_ = requireValueOf<Style>(STYLE_WORDS, word, "Figure_Painter_err", "unknown line style");
     }
     if (reader.exists(PARAM_CAP_STYLE)) {
         QString const word = V541Parser::getString(parameters, reader.key(PARAM_CAP_STYLE));
-        capStyle_ = static_cast<CapStyle>(indexOfWord(CAP_WORDS, word, "unknown cap style"));
+        capStyle_ = requireValueOf<CapStyle>(CAP_WORDS, word, "Figure_Painter_err", "unknown cap style");
     }
 }
 

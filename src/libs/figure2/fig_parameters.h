@@ -2,6 +2,8 @@
 // Layer: streams. Internal to the library.
 #pragma once
 
+#include "fig_words.h"
+
 #include <ZemAlignment.h>
 #include <ZemParse.h>
 #include <ZemV541Parser.h>
@@ -48,11 +50,26 @@ public:
     {
         parameters_ += Parse::createVec2d(key(name), value);
     }
+    void item(QLatin1StringView name, BaVec3d<double> const &value)
+    {
+        parameters_ += Parse::createVec3dString(key(name), value);
+    }
+    void item(QLatin1StringView name, Font const &value)
+    {
+        parameters_ += Parse::getParameterString(key(name), value);
+    }
     void item(QLatin1StringView name, Alignment_t value);
     template <class Enum>
     void list(QLatin1StringView name, Enum value, std::span<char const *const> words)
     {
         parameters_ += Parse::createList(key(name), static_cast<unsigned int>(value), parameterWords(words));
+    }
+    /// An enumeration as one of its words.
+    template <class Enum, std::size_t count>
+    void word(QLatin1StringView name, Enum value, std::array<char const *, count> const &words, char const *,
+              char const *)
+    {
+        item(name, wordOf(words, value));
     }
     /// A record that writes its own entries under a prefix.
     template <class Record>
@@ -128,12 +145,29 @@ public:
         if (exists(name))
             value = Parse::getUInt(parameters_, key(name), 0, ANY_COUNT);
     }
+    void item(QLatin1StringView name, BaVec3d<double> &value)
+    {
+        if (exists(name))
+            value = Parse::getVec3dFromString(parameters_, key(name));
+    }
+    void item(QLatin1StringView name, Font &value)
+    {
+        Parse::createFromParameterString(parameters_, key(name), &value);
+    }
     void item(QLatin1StringView name, Alignment_t &value);
     template <class Enum>
     void list(QLatin1StringView name, Enum &value, std::span<char const *const> words)
     {
         if (exists(name))
             value = static_cast<Enum>(Parse::getList(parameters_, key(name), parameterWords(words)));
+    }
+    /// An unknown word is a ParamError with translate(context, error).
+    template <class Enum, std::size_t count>
+    void word(QLatin1StringView name, Enum &value, std::array<char const *, count> const &words, char const *context,
+              char const *error)
+    {
+        if (exists(name))
+            value = requireValueOf<Enum>(words, Parse::getString(parameters_, key(name)), context, error);
     }
     template <class Record>
     void record(QLatin1StringView name, Record &value)

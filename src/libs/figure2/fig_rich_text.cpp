@@ -4,8 +4,6 @@
 
 #include <ZemError.h>
 
-#include <vector>
-
 namespace Zem::Fig2 {
 
 RTFIterator::RTFIterator(QString const &text) : text_(text), nextPosition_(endOfElement(0))

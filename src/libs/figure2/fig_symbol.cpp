@@ -4,8 +4,7 @@
 #include "fig_block.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
-
-#include <array>
+#include "fig_words.h"
 
 namespace Zem::Fig2 {
 
@@ -35,8 +34,7 @@ std::vector<Symbol::Type> Symbol::getAllSymbols()
 
 QString Symbol::getTypeId(Type type)
 {
-    auto const index = static_cast<unsigned int>(type);
-    return index < TYPE_WORDS.size() ? QString::fromLatin1(TYPE_WORDS[index]) : QString();
+    return wordOf(TYPE_WORDS, type);
 }
 
 QString Symbol::getSymbolName(Type type)
@@ -46,11 +44,10 @@ QString Symbol::getSymbolName(Type type)
 
 Symbol::Type Symbol::getTypeFromId(QString const &id)
 {
-    for (unsigned int index = 0; index < TYPE_WORDS.size(); ++index) {
-        if (id == QLatin1StringView(TYPE_WORDS[index]))
-            return static_cast<Type>(index);
-    }
-    throw ParamError(translate("Figure_Painter_err", "unknown symbol type: %1").arg(id), -1);
+    std::optional<Type> const type = valueOf<Type>(TYPE_WORDS, id);
+    if (!type)
+        throw ParamError(translate("Figure_Painter_err", "unknown symbol type: %1").arg(id), -1);
+    return *type;
 }
 
 namespace {

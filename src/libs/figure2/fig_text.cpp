@@ -3,7 +3,6 @@
 #include <ZemText.h>
 
 #include <locale>
-#include <string>
 
 namespace Zem::Fig2 {
 
@@ -31,6 +30,13 @@ void TextWriter::item(BaVec2d<double> const &value)
 {
     write(value.x);
     write(value.y);
+}
+
+void TextWriter::item(BaVec3d<double> const &value)
+{
+    write(value.x);
+    write(value.y);
+    write(value.z);
 }
 
 void TextWriter::item(QString const &value)

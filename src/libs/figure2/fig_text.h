@@ -45,6 +45,7 @@ public:
     void item(Color const &value) { write(value); }
     void item(Font const &value) { write(value); }
     void item(BaVec2d<double> const &value);
+    void item(BaVec3d<double> const &value);
     /// A text as one word, in UTF-8.
     void item(QString const &value);
     template <class Enum>
@@ -101,6 +102,7 @@ public:
     void item(Color &value) { stream_ >> value; }
     void item(Font &value) { stream_ >> value; }
     void item(BaVec2d<double> &value) { stream_ >> value.x >> value.y; }
+    void item(BaVec3d<double> &value) { stream_ >> value.x >> value.y >> value.z; }
     void item(QString &value);
     template <class Enum>
     void list(Enum &value, unsigned int count)

@@ -5,8 +5,8 @@
 #include "ZemFig2Painter.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
+#include "fig_words.h"
 
-#include <array>
 #include <cmath>
 #include <iostream>
 
@@ -109,11 +109,7 @@ QString Tools::createAlignment(QString const &key, Alignment_t alignment)
 Alignment_t Tools::getV541Alignment(QString &parameters, QString const &key)
 {
     QString const word = V541Parser::getString(parameters, key);
-    for (unsigned int index = 0; index < ALIGNMENT_WORDS.size(); ++index) {
-        if (word == QLatin1StringView(ALIGNMENT_WORDS[index]))
-            return static_cast<Alignment_t>(index);
-    }
-    throw ParamError(translate("Figure_Tools_err", "unknown alignment type"), -1);
+    return requireValueOf<Alignment_t>(ALIGNMENT_WORDS, word, "Figure_Tools_err", "unknown alignment type");
 }
 
 QString Tools::getToken(QString &parameters, QString const &key)

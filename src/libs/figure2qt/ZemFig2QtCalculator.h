@@ -1,13 +1,14 @@
 // ZemFig2QtCalculator.h: QtCalculator, which measures text with the fonts that the painters of this library paint with.
-// Layer: Qt backend. One object for the process; needs a QGuiApplication, see ensureGuiApplication.
+// Layer: Qt backend. One object for the process, set up on one thread before use; then it measures on any thread. Needs
+// a QGuiApplication, see ensureGuiApplication.
 #pragma once
 
 #include <ZemFig2Calculator.h>
 
 namespace Zem::Fig2Qt {
 
-/// What is measured here is what is painted, on every output and at every resolution. Texts already measured or
-/// painted on the same thread are not laid out again; that memory is bounded.
+/// What is measured here is what is painted, on every output and at every resolution. Texts already measured or painted
+/// on the same thread are not laid out again; that memory is bounded.
 class QtCalculator : public Fig2::Calculator
 {
 public:

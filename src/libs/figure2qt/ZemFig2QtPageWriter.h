@@ -32,7 +32,8 @@ struct PageOptions
 
 /// Takes pages one after the other. The same drawing gives the same bytes: no file holds a time that was not given, or
 /// a random number. The file appears under its name in close(); without it, and after a failure, a file of that name
-/// stays as it was. Painters are in mode 0, which draws everything at once.
+/// stays as it was. Painters are in mode 0, which draws everything at once. What is wrong with the output is an
+/// OutputError, a page after close() or a cache id left on a painter's stack a ProgError.
 class PageWriter
 {
 public:

@@ -15,8 +15,8 @@ namespace Zem::Fig2Qt {
 class QtPainter : public PagePainter
 {
 public:
-    /// `painter` is active and stays so until this object is gone; not owned. `pageToDevice` takes page millimetres to
-    /// the coordinates of the painter.
+    /// `painter` is active, else ProgError, and stays so until this object is gone; not owned. `pageToDevice` takes
+    /// page millimetres to the coordinates of the painter.
     QtPainter(QPainter *painter, QTransform const &pageToDevice);
     /// The page from the top left corner of the device, at the resolution that the device says it has.
     explicit QtPainter(QPainter *painter);

@@ -7,7 +7,6 @@
 #include <QtGui/QColor>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace Zem::Fig2Qt {

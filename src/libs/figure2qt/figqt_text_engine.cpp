@@ -2,8 +2,6 @@
 
 #include "ZemFig2QtApplication.h"
 
-#include <QtCore/QCoreApplication>
-
 #include <algorithm>
 #include <cmath>
 

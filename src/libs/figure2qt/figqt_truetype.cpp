@@ -1,7 +1,6 @@
 #include "figqt_truetype.h"
 
 #include <algorithm>
-#include <array>
 
 namespace Zem::Fig2Qt {
 

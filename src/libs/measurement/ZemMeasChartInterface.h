@@ -13,7 +13,7 @@ namespace Zem::Measurement {
 /// point, or in that of its series. The data come from the ProjectTokenInterface, which keeps them as long as a chart
 /// token is registered here.
 ///
-/// To be used from the thread that made the project. All operations may throw ProjectError.
+/// All operations may throw ProjectError. To be used from the thread that made the project.
 class ProjectChartInterface : public Fig2::ChartInterface
 {
 public:

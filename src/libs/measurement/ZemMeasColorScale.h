@@ -1,4 +1,5 @@
 // ZemMeasColorScale.h: the colour scale of a project, and how a page comes to show it.
+// Operations with a project are called from the thread that made it.
 #pragma once
 
 #include <ZemLegend.h>
@@ -10,7 +11,7 @@ namespace Zem::Measurement {
 
 class Project;
 
-/// A colour scale with the tokens whose values it is for. A plain value.
+/// A colour scale with the tokens whose values it is for. A plain value; several threads may read it.
 struct ColorScale
 {
     /// Names with commas in between; one that ends with "*" stands for all names that begin so. The values of all of
@@ -30,6 +31,7 @@ struct ColorScale
 };
 
 /// Makes the scale that of the whole process (Legend2::ColorMap), without values: its tokens are not looked at.
+/// May be called from any thread.
 void applyColorScale(ColorScale const &scale);
 
 /// Makes the scale that of the whole process (Legend2::ColorMap), with limits, statistics and histogram taken from the

@@ -96,9 +96,9 @@ struct CsvTable
     CsvColumn const *findColumn(QString const &name) const;
 };
 
-/// Reads a whole file. Throws ImportError when the file cannot be read, is no table, or holds anything that cannot be
-/// taken over as it stands: ragged rows, broken quotes, NUL bytes, bytes foreign to the encoding, words among numbers.
-/// May be called from several threads at once.
+/// Reads a whole file. Throws ImportError when the file cannot be read, is larger than 1 GB, is no table, or holds
+/// anything that cannot be taken over as it stands: ragged rows, broken quotes, NUL bytes, bytes foreign to the
+/// encoding, words among numbers. May be called from several threads at once.
 CsvTable readCsv(QString const &fileName, CsvOptions const &options = {});
 
 /// The same for text in memory; `fileName` is for messages only.

@@ -16,7 +16,8 @@ enum class PointPlace_t {
     NUMBER ///< that of a stage or row
 };
 
-/// Wherever a chart shows the curve, the point is marked and its name stands beside it. A plain value.
+/// Wherever a chart shows the curve, the point is marked and its name stands beside it. A plain value;
+/// several threads may read it.
 struct NamedPoint
 {
     /// A circle of 2 mm and a font of 8 points.

@@ -20,8 +20,7 @@ class ProjectContents;
 ///
 /// Stages that were asked for lately are kept; what changes in the project, by this process or another one, is seen
 /// nevertheless. A token's counter moves when and only when one of its values has changed. Pictures and snapshots are
-/// not stored, so none is lent. To be used from the thread that made the project. All operations may throw
-/// ProjectError.
+/// not stored, so none is lent.
 ///
 /// Charts are lent by chart token, see ProjectChartInterface. Each known y is a dataset with the name of its token; y
 /// that do not belong to the same stages or rows as x are empty ones, and a token of which x or all y are unknown lends
@@ -31,6 +30,8 @@ class ProjectContents;
 ///
 /// A chart's counter moves when and only when what it shows has changed. Its data live as long as they are lent or
 /// their chart token is registered with a ProjectChartInterface; only its own tokens and series are read.
+///
+/// All operations may throw ProjectError. To be used from the thread that made the project.
 class ProjectTokenInterface : public Fig2::EmptyFigureTokenInterface
 {
 public:
@@ -46,6 +47,7 @@ public:
     /// 0 for a token that does not exist.
     unsigned int getModifiedCounter(QString const &name) const override;
     Fig2::ChartData const *getChart(QString const &token) const override;
+    /// Throws ProgError for a token that is not lent.
     void releaseChart(QString const &token) const override;
 
 private:

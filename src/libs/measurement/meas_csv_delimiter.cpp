@@ -3,7 +3,6 @@
 #include "meas_csv_cells.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 
 namespace Zem::Measurement {

@@ -140,11 +140,20 @@ line_style = { width = "wide" }
 )"),
               "p.toml:5: a curve wants a 'token', the name of what it shows\n"
               "p.toml:6: unknown key 'tokn' in a curve of generic chart 'c' (did you mean 'token'?)\n"
-              "p.toml:7: a curve wants a 'token', the name of what it shows\n"
               "p.toml:8: 'token' wants a text, not a number\n"
               "p.toml:11: a curve of generic chart 'c': unknown chart style: lines\n"
               "p.toml:12: 'groups' wants a list of texts\n"
               "p.toml:13: 'line_style_width' wants a number, not a text\n");
+}
+
+TEST(PageDocumentChart, takesACurveThatShowsNothing)
+{
+    PageDocument const document =
+        parse("[[element]]\ntype = \"generic_chart\"\nname = \"c\"\n[[element.curve]]\ntoken = \"\"\n");
+
+    EXPECT_TRUE(document.problems.empty());
+    ASSERT_NE(find(document, "c"), nullptr);
+    EXPECT_EQ(static_cast<GenericChart const *>(find(document, "c"))->getData().size(), 1U);
 }
 
 TEST(PageDocumentChart, otherElementsHaveNoCurves)

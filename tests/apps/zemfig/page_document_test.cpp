@@ -243,6 +243,29 @@ point2 = [0.1, 1e+300]
 )");
 }
 
+TEST(PageDocument, writesARecordOnceThoughItsKeysDoNotStandTogether)
+{
+    Figure figure;
+    auto *label = new Label;
+    label->setColorBarVisible(true);
+    label->setTextAlignmentX(ALIGN_CENTER);
+    ColorBar bar = label->getColorBar();
+    bar.setWidth(2.5);
+    label->setColorBar(bar);
+    figure.getRoot()->addChild(label);
+
+    EXPECT_EQ(writePageDocument(figure).toStdString(), R"([page]
+size = [210, 297]
+background = { filled = true, color = "#ffffff" }
+
+[[element]]
+type = "label"
+name = "label_0"
+color_bar = { visible = true, width = 2.5 }
+align_x = "center"
+)");
+}
+
 TEST(PageDocument, comesBackEqualWhateverItHolds)
 {
     Figure figure;
@@ -270,6 +293,39 @@ TEST(PageDocument, comesBackEqualWhateverItHolds)
     auto *readGroup = static_cast<Group *>(*read.figure->getRoot()->getChildBegin());
     EXPECT_EQ(readGroup->getMasterElement()->getType(), Element::POLYGON);
     EXPECT_EQ(writePageDocument(*read.figure), writePageDocument(figure));
+}
+
+TEST(PageDocument, writesThePartThatALabelIsConnectedTo)
+{
+    PageDocument const document = parse(R"(
+[[element]]
+type = "label"
+name = "l"
+connect = [{ to = "c", part = "force" }]
+[[element]]
+type = "chart"
+name = "c"
+)");
+    ASSERT_TRUE(document.problems.empty());
+
+    QString const written = writePageDocument(*document.figure, {}, document.scale);
+
+    EXPECT_TRUE(written.contains("connect = [{ to = \"c\", part = \"force\" }]\n")) << written.toStdString();
+}
+
+TEST(PageDocument, writesTheControlCharactersOfATextAsEscapes)
+{
+    PageDocument const document = parse(R"(
+[[element]]
+type = "label"
+name = "l"
+text = "a\u007f\u0001b"
+)");
+    ASSERT_TRUE(document.problems.empty());
+
+    QString const written = writePageDocument(*document.figure, {}, document.scale);
+
+    EXPECT_TRUE(written.contains("text = \"a\\u007f\\u0001b\"\n")) << written.toStdString();
 }
 
 TEST(PageDocument, keepsALegendThroughWriting)

@@ -30,6 +30,16 @@ TEST(PageSchema, knowsNoParametersOfATypeThatCannotBeMade)
     EXPECT_FALSE(findParameter(Element::LINE, QStringLiteral("size")));
 }
 
+TEST(PageSchema, hasNoParameterThatTheTablesOfADocumentTakeForTheirOwn)
+{
+    for (unsigned int type = 0; type < Element::NUMBER_OF_TYPES; ++type) {
+        for (Parameter const &parameter : parametersOf(static_cast<Element::Type_t>(type))) {
+            bool const isType = parameter.key == Element::PARAM_TYPE;
+            EXPECT_EQ(isStructureKey(parameter.key), isType) << type << ' ' << parameter.key.toStdString();
+        }
+    }
+}
+
 TEST(PageSchema, suggestsTheNearestWordOnly)
 {
     std::vector<QString> const words{"origin", "size", "angle"};

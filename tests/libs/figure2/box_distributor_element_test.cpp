@@ -15,6 +15,15 @@ protected:
         distributor.addTextBox(label);
         return label;
     }
+    /// Where the first of labels at these points goes.
+    std::string placeOfFirst(std::initializer_list<BaVec2d<double>> points)
+    {
+        std::vector<Label *> added;
+        for (BaVec2d<double> const &point : points)
+            added.push_back(add(point));
+        distributor.placeAtElement(stage);
+        return at(added.front());
+    }
     /// Takes the first place around (100, 50), so that the second tells the order: above the point for neighbours to
     /// the sides, else to the left of it.
     void blockFirstPlace() { distributor.addFixedBox(Rect(80, 43, 2, 1)); }
@@ -44,71 +53,47 @@ TEST_F(PlaceAtElement, keepsTheBoxDistanceAroundALabel)
 TEST_F(PlaceAtElement, goesToTheSideWithoutNeighbours)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    distributor.placeAtElement(stage);
-    EXPECT_EQ(at(label), LEFT);
+    EXPECT_EQ(placeOfFirst({{100, 50}}), LEFT);
 }
 
 TEST_F(PlaceAtElement, goesAboveBetweenNeighboursToTheSides)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({160, 50});
-    distributor.placeAtElement(stage);
-    EXPECT_EQ(at(label), ABOVE);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {160, 50}}), ABOVE);
 }
 
 TEST_F(PlaceAtElement, goesToTheSideBetweenNeighboursAboveAndBelow)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({110, 70});
-    distributor.placeAtElement(stage);
-    EXPECT_EQ(at(label), LEFT);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {110, 70}}), LEFT);
 }
 
 TEST_F(PlaceAtElement, goesToTheSideWhenTheNeighboursBalance)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({160, 50});
-    add({41, 51});
-    distributor.placeAtElement(stage);
     // Together the ways are (60 - 59, 0 + 1), not more sideways than upright.
-    EXPECT_EQ(at(label), LEFT);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {160, 50}, {41, 51}}), LEFT);
 }
 
 TEST_F(PlaceAtElement, takesTheFormerNearestAsSecondNeighbour)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({160, 50});
-    add({100, 70});
-    distributor.placeAtElement(stage);
     // (100, 70) replaced (160, 50): together 60 sideways and 20 upright.
-    EXPECT_EQ(at(label), ABOVE);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {160, 50}, {100, 70}}), ABOVE);
 }
 
 TEST_F(PlaceAtElement, doesNotLookForTheSecondNearest)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({100, 70});
-    add({160, 50});
-    distributor.placeAtElement(stage);
     // (100, 70) came first and was never replaced.
-    EXPECT_EQ(at(label), LEFT);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {100, 70}, {160, 50}}), LEFT);
 }
 
 TEST_F(PlaceAtElement, keepsTheEarlierOfEquallyNearNeighbours)
 {
     blockFirstPlace();
-    Label *label = add({100, 50});
-    add({140, 50});
-    add({100, 90});
-    distributor.placeAtElement(stage);
     // (100, 90) replaced nothing: 40 sideways alone.
-    EXPECT_EQ(at(label), ABOVE);
+    EXPECT_EQ(placeOfFirst({{100, 50}, {140, 50}, {100, 90}}), ABOVE);
 }
 
 TEST_F(PlaceAtElement, triesTheEightPlacesInTheirOrder)

@@ -1,4 +1,5 @@
 // Damaged figure files load or are refused with IO::StreamException, and take no more memory than their size allows.
+#include "generated_elements.h"
 #include "load_limit.h"
 
 #include <AllocationPeak.h>
@@ -54,6 +55,8 @@ std::string everything()
     group->addChild(inner);
     inner->addChild(new Rectangle);
     source->connect(polygon, "point");
+    for (Element::Type_t type : leafTypes())
+        figure.getRoot()->addChild(Element::create(type));
     return Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
 }
 

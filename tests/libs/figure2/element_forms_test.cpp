@@ -447,6 +447,8 @@ TEST(ElementOlderParameters, refuseWhatTheElementCannotHave)
               "unknown element type 'circle'");
     EXPECT_EQ(thrownText<ParamError>([&] { loadOlderParameters(rectangle, "pivot_align_x=middle;"); }),
               "unknown alignment type");
+    EXPECT_EQ(thrownText<ParamError>([&] { loadOlderParameters(rectangle, "font=\"nonsense\";"); }),
+              "illegal font 'nonsense'");
     EXPECT_THROW(loadOlderParameters(rectangle, "margin=-1;"), ParamError);
 }
 

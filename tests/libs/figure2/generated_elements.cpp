@@ -12,9 +12,17 @@
 
 #include <rapidcheck.h>
 
+#include <array>
+
 namespace Zem::Fig2 {
 
 namespace {
+
+/// Those with a text form first.
+constexpr std::array LEAF_TYPES{Element::LINE,         Element::RECTANGLE, Element::ELLIPSE,
+                                Element::POLYGON,      Element::LABEL,     Element::LEGEND,
+                                Element::CHART_LEGEND, Element::CHART,     Element::GENERIC_CHART};
+constexpr std::size_t NUMBER_OF_TEXT_TYPES = 7;
 
 double number()
 {
@@ -93,6 +101,7 @@ Symbol symbol()
     auto const type = static_cast<Symbol::Type>(below(14));
     Symbol symbol(type, notNegative(), flag());
     symbol.setColor(color());
+    symbol.setFont(font());
     symbol.setDigits(below(1000));
     symbol.setSpacing(below(1000));
     return symbol;
@@ -125,6 +134,8 @@ void fillCommon(Element &element)
         element.setFont(font());
         element.setUseSystemFont(flag());
     }
+    if (element.hasFontColor())
+        element.setFontColor(color());
     if (element.hasPivotAlignment()) {
         element.setPivotAlignmentX(alignment());
         element.setPivotAlignmentY(alignment());
@@ -153,8 +164,25 @@ void fill(Polygon &polygon)
     polygon.setPolygon(points);
 }
 
+ColorBar colorBar()
+{
+    ColorBar bar;
+    bar.setRange(vec());
+    double const value = number();
+    bar.setValue(value, flag());
+    bar.setColor(color());
+    bar.setWidth(notNegative());
+    bar.setUseVariableLength(flag());
+    bar.setMinimumLength(notNegative());
+    bar.setSide(static_cast<ColorBar::Side_t>(below(4)));
+    bar.setBorder(lineStyle());
+    bar.setBackground(fillStyle());
+    return bar;
+}
+
 void fill(LabelBase &label)
 {
+    label.setColorBar(colorBar());
     label.setText(word());
     label.setColorBarVisible(flag());
     label.setTextAlignmentX(alignment());
@@ -173,11 +201,46 @@ Legend2::Legend colorScale()
         scale.setFixedMinimum(number());
     if (flag())
         scale.setFixedMaximum(number());
+    scale.setDigits(static_cast<int>(below(Legend2::Legend::MAX_DIGITS + 2)) - 1);
+    scale.setMaxTicks(*rc::gen::inRange(-10, 1000));
+    scale.setColorMode(flag() ? Legend2::COLOR_MODE_LOGARITHMIC : Legend2::COLOR_MODE_LINEAR);
+    scale.setColorMapName(static_cast<Legend2::ColorMapName_t>(below(5)));
     scale.setScaleMode(flag() ? Legend2::SCALE_MODE_DISCRETE : Legend2::SCALE_MODE_CONTINUOUS);
     scale.setNumberOfClasses(1 + below(20));
     scale.setUseExtremaColors(flag());
     scale.setMinColor(color());
+    scale.setMaxColor(color());
+    if (flag())
+        scale.setMinColorInvalid();
+    if (flag())
+        scale.setMaxColorInvalid();
+    scale.setV602CompatibilityMode(flag());
     return scale;
+}
+
+Legend2::Data scaleData()
+{
+    Legend2::Data data;
+    data.setDynamicMinimum(number());
+    data.setDynamicMaximum(number());
+    data.setAverage(number());
+    data.setSigmaValue(number());
+    return data;
+}
+
+Legend2::ToleranceParams tolerance()
+{
+    Legend2::ToleranceParams tolerance;
+    tolerance.setTitle(word());
+    tolerance.setWarningShare(below(101) / 200.0);
+    for (unsigned int i = 0; i < Legend2::ToleranceParams::NUMBER_OF_PASS_TYPES; ++i) {
+        auto const type = static_cast<Legend2::TolerancePassType_t>(i);
+        tolerance.setText(type, word());
+        tolerance.setColor(type, color());
+        if (flag())
+            tolerance.setColorInvalid(type);
+    }
+    return tolerance;
 }
 
 void fill(Legend &legend)
@@ -188,16 +251,9 @@ void fill(Legend &legend)
     legend.setBarWidth(number());
     legend.setEqualSizedBlocks(flag());
     legend.setShowHistogram(flag());
-    Legend2::Data data;
-    data.setDynamicMinimum(number());
-    data.setDynamicMaximum(number());
-    data.setAverage(number());
     Legend2::Legend const scale = colorScale();
-    legend.setLocalLegendData(scale, data);
-    Legend2::ToleranceParams tolerance;
-    tolerance.setTitle(word());
-    tolerance.setText(Legend2::TOLERANCE_PASS, word());
-    legend.setLocalToleranceParams(flag(), tolerance);
+    legend.setLocalLegendData(scale, scaleData());
+    legend.setLocalToleranceParams(flag(), tolerance());
     Legend2::HistogramData histogram;
     double const value = number();
     histogram.addHistogram({{value, 1 + below(1000)}});
@@ -216,6 +272,9 @@ Axis axis(Axis::Type type)
     axis.setTicks(static_cast<int>(below(100)));
     axis.setDigitsMode(static_cast<Axis::DigitsMode>(below(3)));
     axis.setDigits(static_cast<int>(below(20)));
+    axis.setLength(notNegative());
+    axis.setFont(font());
+    axis.setFontColor(color());
     axis.setUnit(UnitData(flag() ? uForce : uLength));
     return axis;
 }
@@ -275,16 +334,24 @@ void fill(Group &group, int depth)
 
 } // namespace
 
+std::span<Element::Type_t const> textTypes()
+{
+    return std::span(LEAF_TYPES).first(NUMBER_OF_TEXT_TYPES);
+}
+
+std::span<Element::Type_t const> leafTypes()
+{
+    return LEAF_TYPES;
+}
+
 Element::Type_t generateLeafType()
 {
-    return flag() ? generateTextType()
-                  : *rc::gen::element(Element::CHART, Element::GENERIC_CHART, Element::CHART_LEGEND);
+    return flag() ? generateTextType() : leafTypes()[*rc::gen::inRange(NUMBER_OF_TEXT_TYPES, LEAF_TYPES.size())];
 }
 
 Element::Type_t generateTextType()
 {
-    return *rc::gen::element(Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
-                             Element::LEGEND);
+    return textTypes()[*rc::gen::inRange<std::size_t>(0, NUMBER_OF_TEXT_TYPES)];
 }
 
 std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)

@@ -2,7 +2,6 @@
 #include "generic_chart_fixture.h"
 #include "tree_builders.h"
 
-#include <chrono>
 
 namespace Zem::Fig2 {
 namespace {
@@ -372,7 +371,7 @@ TEST_F(GenericChartOffer, reachesChartsInGroups)
     expectChart("time", {"way"});
 }
 
-TEST_F(GenericChartOffer, comparesManyTokensQuickly)
+TEST_F(GenericChartOffer, comparesManyTokens)
 {
     std::vector<QString> names;
     offer->tokensY.clear();
@@ -382,13 +381,11 @@ TEST_F(GenericChartOffer, comparesManyTokensQuickly)
             offer->tokensY.emplace_back(names.back());
     }
     chart->setData(entriesOf(names));
-    auto const start = std::chrono::steady_clock::now();
 
     offer->tokenDeleted();
 
     EXPECT_EQ(chart->getData().size(), 5000U);
     EXPECT_EQ(chart->getData()[1].first.getName(), "token 2");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
 }
 
 class GenericChartEntries : public testing::Test
@@ -437,7 +434,6 @@ TEST_F(GenericChartEntries, areFoundQuicklyAmongMany)
     for (int i = 0; i < 10000; ++i)
         names.push_back(QStringLiteral("token %1").arg(i));
     chart.setData(entriesOf(names));
-    auto const start = std::chrono::steady_clock::now();
 
     for (QString const &name : names) {
         ChartDataset const dataset(name);
@@ -445,7 +441,6 @@ TEST_F(GenericChartEntries, areFoundQuicklyAmongMany)
         ASSERT_EQ(chart.getChartParameters(&dataset)->getName(), name + QLatin1Char('\''));
     }
 
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
 }
 
 TEST_F(GenericChartEntries, countInItsSize)

@@ -6,6 +6,8 @@
 
 #include <ZemParse.h>
 
+#include <sstream>
+
 namespace Zem::Fig2 {
 namespace {
 
@@ -186,6 +188,18 @@ TEST_F(LegendForms, ofTextWithABadScaleFail)
     std::size_t const place = form.find("legend_digits");
     ASSERT_NE(place, std::string::npos);
     form[form.find('1', place)] = 'x';
+
+    EXPECT_FALSE(loadText(legend, form));
+}
+
+TEST_F(LegendForms, ofTextWithMoreHistogramThanThereIsAreRefused)
+{
+    std::ostringstream area;
+    Legend().AreaBase::saveToStream(area);
+    std::string form = textForm(Legend());
+    form.erase(form.size() - area.str().size());
+    ASSERT_TRUE(form.ends_with(" 0 "));
+    form.replace(form.size() - 2, 1, "4294967295");
 
     EXPECT_FALSE(loadText(legend, form));
 }

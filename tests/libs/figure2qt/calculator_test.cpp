@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 
@@ -138,20 +137,6 @@ TEST_F(QtCalculatorTest, survivesFontsThatMakeNoSense)
         EXPECT_TRUE(std::isfinite(measured.x) && std::isfinite(measured.y)) << size;
         EXPECT_GT(plain("x", Font(QStringLiteral("no such family"), size, 0)).x, 0.0) << size;
     }
-}
-
-TEST_F(QtCalculatorTest, remembersWhatItHasMeasured)
-{
-    char const *text = "<table><tr><td>not a simple text</td><td>of two cells</td></tr></table>";
-    auto const timeOf = [&](int times) {
-        auto const start = std::chrono::steady_clock::now();
-        for (int i = 0; i < times; ++i)
-            rich(text, 37.0);
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    double const first = timeOf(1);
-
-    EXPECT_LT(timeOf(100), 10 * first);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 
 namespace Zem::Fig2Qt {
 namespace {

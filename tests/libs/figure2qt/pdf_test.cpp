@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QFontDatabase>
 
@@ -28,6 +29,22 @@ QString textOf(QString const &pdf)
 QString infoOf(QString const &pdf)
 {
     return run(QStringLiteral("pdfinfo"), {QStringLiteral("-l"), QStringLiteral("9"), pdf}).simplified();
+}
+
+/// What the pages draw, unpacked; fonts and all else left out.
+QByteArray pageContentsOf(QString const &pdf)
+{
+    QFile file(pdf);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray const bytes = file.readAll();
+    QByteArray const sizeHint(4, '\x01'); // of what is unpacked; qUncompress wants one
+    QByteArray contents;
+    for (qsizetype begin = bytes.indexOf("stream\n"); begin >= 0; begin = bytes.indexOf("\nstream\n", begin)) {
+        begin = bytes.indexOf('\n', begin + 1) + 1;
+        QByteArray const stream = qUncompress(sizeHint + bytes.mid(begin, bytes.indexOf("endstream", begin) - begin));
+        contents += stream.contains("BT") ? stream : QByteArray();
+    }
+    return contents;
 }
 
 TEST(Pdf, embedsItsFonts)
@@ -68,6 +85,28 @@ TEST(Pdf, tellsCharactersOfOneGlyphApart)
     writePage(folder.file("page.pdf"), {100, 50}, text("µ0μ"));
 
     EXPECT_EQ(textOf(folder.file("page.pdf")), QString::fromUtf8("µ0μ"));
+}
+
+TEST(Pdf, tellsAHundredGlyphsApart)
+{
+    // Glyphs are numbered as they come: among the numbers are those of brackets and the backslash.
+    QString const letters = QStringLiteral("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"
+                                           "ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞßàáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿ");
+    Folder const folder;
+    writePage(folder.file("page.pdf"), {400, 50}, text(letters.toUtf8().constData()));
+
+    EXPECT_EQ(textOf(folder.file("page.pdf")), letters);
+}
+
+TEST(Pdf, holdsNoLineEndWithinAText)
+{
+    // Readers may take a line end in a text for another one: glyph 13 is written as an escape.
+    Folder const folder;
+    writePage(folder.file("page.pdf"), {100, 50}, text("abcdefghijklmnopqrst"));
+    QByteArray const contents = pageContentsOf(folder.file("page.pdf"));
+
+    EXPECT_TRUE(contents.contains("\\r"));
+    EXPECT_FALSE(contents.contains('\r'));
 }
 
 TEST(Pdf, takesCharactersThatTheFontLacksFromAnother)

@@ -84,6 +84,7 @@ TEST(Svg, stillReadsAfterCharactersThatXmlForbids)
     });
 
     EXPECT_EQ(textsOf(svg, QLatin1StringView("text")).join(QString()).size(), 7);
+    EXPECT_TRUE(svg.contains(QLatin1StringView("font-family=\"'ab&quot;&lt;c',sans-serif\""))) << svg.toStdString();
 }
 
 TEST(Svg, nestsItsClippings)

@@ -8,7 +8,6 @@
 #include <QtCore/QFile>
 
 #include <cmath>
-#include <ctime>
 
 namespace Zem::Fig2Qt {
 namespace {
@@ -265,14 +264,10 @@ class Untrusted : public testing::TestWithParam<QString>
 {
 };
 
-TEST_P(Untrusted, isLaidOutInShortTime)
+TEST_P(Untrusted, isLaidOut)
 {
-    // The time of the processor: the machine may be busy with other things.
-    std::clock_t const start = std::clock();
     Layout const layout = layOut(GetParam(), 50.0);
-    double const seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 
-    EXPECT_LT(seconds, 20.0);
     EXPECT_TRUE(std::isfinite(layout->width));
     EXPECT_TRUE(std::isfinite(layout->height));
 }

@@ -202,6 +202,18 @@ TEST(CsvDates, outOfTheCalendarAreRefused)
               "a.csv:3:1: \"2019-02-29\" is no date, as column \"d\" holds");
 }
 
+TEST(CsvDates, withThePointsOfAYearInFrontAreRefused)
+{
+    EXPECT_EQ(errorOf("d,v\n2019-02-28,1\n2019.03.01,2\n"),
+              "a.csv:3:1: \"2019.03.01\" is no date, as column \"d\" holds");
+}
+
+TEST(CsvDates, areNoFurtherFromUtcThanFourteenHours)
+{
+    EXPECT_EQ(errorOf("d,v\n2019-02-28 10:00+14:00,1\n2019-02-28 10:00+15:00,2\n"),
+              "a.csv:3:1: \"2019-02-28 10:00+15:00\" is no date, as column \"d\" holds");
+}
+
 TEST(CsvDates, besideTimesStaySeparate)
 {
     CsvTable const table = parse("Date,Time,T\n3/10/2004,18:00:00,13.6\n");

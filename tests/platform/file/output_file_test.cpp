@@ -8,8 +8,26 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 
+#include <cerrno>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+namespace {
+
+int syncsBeforeFailure = -1; ///< none fails when negative
+
+} // namespace
+
+/// Takes the place of the system's, for a medium that accepts bytes and then cannot keep them.
+extern "C" int fsync(int file)
+{
+    if (syncsBeforeFailure-- == 0) {
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_fsync, file));
+}
 
 namespace Zem {
 namespace {
@@ -96,6 +114,27 @@ TEST_F(OutputFileTest, followsLinksToFilesThatNeedNotExist)
     EXPECT_EQ(read(path("target")), "new");
     EXPECT_TRUE(QFileInfo(path("first")).isSymLink());
     EXPECT_TRUE(QFileInfo(path("second")).isSymLink());
+}
+
+TEST_F(OutputFileTest, keepsTheOldFileWhenTheMediumDoesNotKeepTheNewOne)
+{
+    write(path("a"), "old");
+    OutputFile file(path("a"));
+    file.write("new");
+    syncsBeforeFailure = 0;
+
+    EXPECT_THROW(file.commit(), FileError);
+
+    EXPECT_EQ(read(path("a")), "old");
+}
+
+TEST_F(OutputFileTest, tellsThatTheFolderCouldNotBeSynchronised)
+{
+    OutputFile file(path("a"));
+    file.write("new");
+    syncsBeforeFailure = 1;
+
+    EXPECT_THROW(file.commit(), FileError);
 }
 
 TEST_F(OutputFileTest, namesFileStepAndReasonOfAFailure)

@@ -3,15 +3,34 @@
 
 #include <ZemStream.h>
 
+#include <cstdint>
 #include <functional>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 namespace Zem::IO::Test {
 
 inline QString const FILE_TYPE = QStringLiteral("Figure");
 constexpr unsigned int FILE_VERSION = 7;
 constexpr std::size_t HEADER_SIZE = 64;
+
+/// CRC-32 (polynomial 0xedb88320 reflected), least significant byte first.
+inline std::string checksumOf(std::string_view bytes)
+{
+    std::uint32_t crc = 0xffffffff;
+    for (char c : bytes) {
+        crc ^= static_cast<unsigned char>(c);
+        for (int bit = 0; bit < 8; ++bit) {
+            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xedb88320u : 0u);
+        }
+    }
+    std::string result;
+    for (unsigned int shift = 0; shift < 32; shift += 8) {
+        result += static_cast<char>(~crc >> shift & 0xff);
+    }
+    return result;
+}
 
 /// The bytes of a whole stream whose blocks `write` makes.
 inline std::string bytesOf(std::function<void(OutStream &)> const &write)

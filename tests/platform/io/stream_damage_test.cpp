@@ -225,6 +225,15 @@ TEST(InStreamOpening, tellsThatAFileIsNoBlockStream)
     EXPECT_EQ(streamError([&] { stream.openBlock(); }), stream.getError());
 }
 
+TEST(InStreamOpening, refusesATypeThatFillsTheHeaderWithoutAnEnd)
+{
+    std::string header = bytesOf([](OutStream &) {}).substr(0, HEADER_SIZE - 4);
+    header.replace(4, 52, 52, 'x');
+    std::istringstream source(header + checksumOf(header));
+    InStream const stream(&source);
+    EXPECT_EQ(stream.getError(), QStringLiteral("(stream): the header is damaged"));
+}
+
 TEST(InStreamOpening, refusesAFolder)
 {
     QTemporaryDir const folder;

@@ -5,14 +5,7 @@
 
 #include <gtest/gtest.h>
 
-// rapidcheck is not written for these warnings.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wconversion"
-#pragma GCC diagnostic ignored "-Wshadow"
-#pragma GCC diagnostic ignored "-Wsign-conversion"
-#pragma GCC diagnostic ignored "-Wpedantic"
 #include <rapidcheck/gtest.h>
-#pragma GCC diagnostic pop
 
 #include <bit>
 #include <cmath>

@@ -174,6 +174,7 @@ TEST(LogarithmicTicks, leaveOutPowersOfTenWhenThoseHaveNoRoom)
 {
     EXPECT_THAT(logTicks(1e-6, 1e6, 5), ElementsAre(1e-6, 1e-3, 1, 1e3, 1e6));
     EXPECT_THAT(logTicks(0.1, 10, 2), ElementsAre(0.1, 10));
+    EXPECT_THAT(logTicks(1e-5, 1e3, 3), ElementsAre(1e-3, 1, 1e3));
 }
 
 TEST(LogarithmicTicks, areLinearWithinOneStep)

@@ -150,6 +150,11 @@ TEST(ParameterString, keepsEveryText)
     }
 }
 
+TEST(ParameterString, holdsNoLineEndsOfATextAsTheyAre)
+{
+    EXPECT_EQ(Parse::createString(KEY, q("a\r\nb")), q("key = \"a\\r\\nb\"\n"));
+}
+
 TEST(ParameterString, keepsEveryTextInAList)
 {
     QString parameters = Parse::createStringVector(KEY, manyTexts());
@@ -327,7 +332,7 @@ TEST(ParameterStringErrors, leaveTheFontAlone)
 
 TEST(ParameterStringMisuse, isAProgramError)
 {
-    for (char const *bad : {"", " a", "a ", "a=b", "a\nb", "\"a"}) {
+    for (char const *bad : {"", " a", "a ", "a=b", "a\nb", "a\rb", "\"a"}) {
         EXPECT_THROW(Parse::createInt(q(bad), 1), ProgError) << bad;
     }
     EXPECT_THROW(Parse::createList(KEY, 2, {q("a"), q("b")}), ProgError);

@@ -48,6 +48,28 @@ std::vector<Value> oneOfEachType()
             Value::fromFormattedText(formattedText())};
 }
 
+/// A point in time as files hold it, on a day of 2023 as long as `dayHigh` is 0.
+struct StoredTime
+{
+    unsigned int dayHigh, milliseconds, kind;
+    int offset;
+};
+
+std::string bytesOfTime(StoredTime const &time)
+{
+    return savedBytes([&time](IO::OutStream *stream) {
+        stream->beginBlock(25, 1);
+        stream->writeUInt(Value::TYPE_DATE_TIME);
+        stream->writeBool(true);
+        stream->writeUInt(2460000);
+        stream->writeUInt(time.dayHigh);
+        stream->writeUInt(time.milliseconds);
+        stream->writeUInt(time.kind);
+        stream->writeInt(time.offset);
+        stream->endBlock();
+    });
+}
+
 } // namespace
 
 TEST(TokenValue, knowsItsTypeByNumber)
@@ -158,31 +180,31 @@ TEST(TokenValueInAStream, refusesAnUnknownTypeAndANewerBlock)
     EXPECT_THROW(loadFrom(newer, &value), IO::StreamException);
 }
 
-TEST(TokenValueInAStream, refusesAPointInTimeThatIsNone)
+TEST(TokenValueInAStream, numbersTheKindsOfTimeAsFilesHoldThem)
 {
     struct
     {
-        unsigned int dayHigh, milliseconds, kind;
-        int offset;
-    } const cases[] = {{0, 86400000, 1, 0},
-                       {0, 0, 3, 0},
-                       {0x7fffffff, 0, 1, 0},
-                       {0, 0, 2, 86400},
-                       {0, 0, 2, std::numeric_limits<int>::min()}};
-    for (auto const &test : cases) {
-        std::string const bytes = savedBytes([&](IO::OutStream *stream) {
-            stream->beginBlock(25, 1);
-            stream->writeUInt(Value::TYPE_DATE_TIME);
-            stream->writeBool(true);
-            stream->writeUInt(2460000);
-            stream->writeUInt(test.dayHigh);
-            stream->writeUInt(test.milliseconds);
-            stream->writeUInt(test.kind);
-            stream->writeInt(test.offset);
-            stream->endBlock();
-        });
+        unsigned int kind;
+        Qt::TimeSpec spec;
+    } const rows[] = {{0, Qt::LocalTime}, {1, Qt::UTC}, {2, Qt::OffsetFromUTC}};
+    for (auto const &row : rows) {
         Value value;
-        EXPECT_THROW(loadFrom(bytes, &value), IO::StreamException) << test.milliseconds << ' ' << test.offset;
+        loadFrom(bytesOfTime({0, 43200000, row.kind, 3600}), &value);
+        EXPECT_EQ(value.getDateTime().timeSpec(), row.spec) << row.kind;
+    }
+}
+
+TEST(TokenValueInAStream, refusesAPointInTimeThatIsNone)
+{
+    StoredTime const cases[] = {{0, 86400000, 1, 0},
+                                {0, 0, 3, 0},
+                                {0x7fffffff, 0, 1, 0},
+                                {0, 0, 2, 86400},
+                                {0, 0, 2, std::numeric_limits<int>::min()}};
+    for (StoredTime const &test : cases) {
+        Value value;
+        EXPECT_THROW(loadFrom(bytesOfTime(test), &value), IO::StreamException)
+            << test.milliseconds << ' ' << test.offset;
     }
 }
 
