@@ -36,6 +36,10 @@ public:
     void drawRichText(BaVec2d<double> const &, QString const &, Font const &, double, Rotation const &, int) override
     {
     }
+    void drawImage(BaVec2d<double> const &, BaVec2d<double> const &, Zem::Image const *, ImageColor const *,
+                   BaVec2d<double> const &, double, QString const &, ImageConversion const &, Rotation const &) override
+    {
+    }
     void drawColors(BaVec2d<double> const &, BaVec2d<double> const &, bool, std::vector<Color> const &,
                     Rotation const &) override
     {

@@ -1,5 +1,7 @@
 #include "RecordingPainter.h"
 
+#include <ZemImage.h>
+
 #include <cstdio>
 
 namespace Zem::Support {
@@ -56,6 +58,11 @@ std::string text(Font const &font)
            std::to_string(font.getStyle());
 }
 
+std::string sizeText(Zem::Image const *image)
+{
+    return std::to_string(image->getWidth()) + "x" + std::to_string(image->getHeight());
+}
+
 } // namespace
 
 void RecordingPainter::record(std::string const &call, Rotation const &rotation)
@@ -108,6 +115,18 @@ void RecordingPainter::drawRichText(BaVec2d<double> const &position, QString con
 {
     record("richtext " + Support::text(position) + " '" + content.toStdString() + "'" + text(font) + " width " +
                Support::text(width),
+           rotation);
+}
+
+void RecordingPainter::drawImage(BaVec2d<double> const &position, BaVec2d<double> const &size, Zem::Image const *image,
+                                 ImageColor const *overlay, BaVec2d<double> const &innerOrigin, double scaling,
+                                 QString const &cacheId, ImageConversion const &conversion, Rotation const &rotation)
+{
+    record("image " + Support::text(position) + " size " + Support::text(size) + " " + sizeText(image) +
+               (overlay ? " overlay " + sizeText(overlay) : "") + " from " + Support::text(innerOrigin) + " scaling " +
+               Support::text(scaling) + " id '" + cacheId.toStdString() + "' conversion " +
+               std::to_string(conversion.getType()) + " " + std::to_string(conversion.getMin()) + " " +
+               std::to_string(conversion.getMax()),
            rotation);
 }
 

@@ -9,7 +9,7 @@
 namespace Zem::Support {
 
 /// Numbers with up to six digits; a pen as "pen width style #rrggbbaa cap", "no pen" for style none; a fill as
-/// "fill #rrggbbaa" or "no fill"; a rotation only when its angle is not 0.
+/// "fill #rrggbbaa" or "no fill"; a picture as its width and height; a rotation only when its angle is not 0.
 class RecordingPainter : public Fig2::Painter
 {
 public:
@@ -27,6 +27,10 @@ public:
                   Fig2::Rotation const &rotation) override;
     void drawRichText(BaVec2d<double> const &position, QString const &text, Font const &font, double width,
                       Fig2::Rotation const &rotation, int cacheId) override;
+    void drawImage(BaVec2d<double> const &position, BaVec2d<double> const &size, Zem::Image const *image,
+                   ImageColor const *overlay, BaVec2d<double> const &innerOrigin, double scaling,
+                   QString const &cacheId, Fig2::ImageConversion const &conversion,
+                   Fig2::Rotation const &rotation) override;
     void drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                     std::vector<Color> const &colors, Fig2::Rotation const &rotation) override;
     bool getClipping(Polygon2d *area) override;

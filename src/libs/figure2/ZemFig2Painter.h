@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZemFig2FillStyle.h"
+#include "ZemFig2ImageConversion.h"
 #include "ZemFig2LineStyle.h"
 #include "ZemFig2Rotation.h"
 #include "ZemFig2Symbol.h"
@@ -16,6 +17,11 @@
 
 #include <array>
 #include <vector>
+
+namespace Zem {
+class Image;
+class ImageColor;
+} // namespace Zem
 
 namespace Zem::Fig2 {
 
@@ -73,6 +79,14 @@ public:
     /// `cacheId` always comes with the same text, font and width: a laid-out text may be kept under it.
     virtual void drawRichText(BaVec2d<double> const &position, QString const &text, Font const &font, double width,
                               Rotation const &rotation, int cacheId) = 0;
+    /// The part of a picture that shows within the rectangle: its pixel `innerOrigin`, which may lie between pixels,
+    /// comes to lie at `position`, and a pixel is `scaling` millimetres wide. `conversion` is for the picture alone;
+    /// `overlay`, which may be null, covers the whole picture whatever its own size, blended by its alpha. The same
+    /// `cacheId` always comes with the same picture and overlay: what was made of their pixels may be kept under it and
+    /// the conversion.
+    virtual void drawImage(BaVec2d<double> const &position, BaVec2d<double> const &size, Zem::Image const *image,
+                           ImageColor const *overlay, BaVec2d<double> const &innerOrigin, double scaling,
+                           QString const &cacheId, ImageConversion const &conversion, Rotation const &rotation) = 0;
     /// A continuous strip, the colours spread evenly along it from the top or from the left.
     virtual void drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                             std::vector<Color> const &colors, Rotation const &rotation) = 0;

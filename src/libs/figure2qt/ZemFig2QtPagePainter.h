@@ -38,6 +38,10 @@ public:
                   Fig2::Rotation const &rotation) override;
     void drawRichText(BaVec2d<double> const &position, QString const &text, Font const &font, double width,
                       Fig2::Rotation const &rotation, int cacheId) override;
+    void drawImage(BaVec2d<double> const &position, BaVec2d<double> const &size, Zem::Image const *image,
+                   ImageColor const *overlay, BaVec2d<double> const &innerOrigin, double scaling,
+                   QString const &cacheId, Fig2::ImageConversion const &conversion,
+                   Fig2::Rotation const &rotation) override;
     void drawColors(BaVec2d<double> const &position, BaVec2d<double> const &size, bool vertical,
                     std::vector<Color> const &colors, Fig2::Rotation const &rotation) override;
 

@@ -272,6 +272,11 @@ void PagePainter::drawRichText(Vec const &position, QString const &text, Font co
     drawLayout(*TextEngine::forThisThread().layOutRich(text, font, width), position, rotation);
 }
 
+void PagePainter::drawImage(Vec const &, Vec const &, Zem::Image const *, ImageColor const *, Vec const &, double,
+                            QString const &, Fig2::ImageConversion const &, Rotation const &)
+{
+}
+
 void PagePainter::drawColors(Vec const &position, Vec const &size, bool vertical, std::vector<Color> const &colors,
                              Rotation const &rotation)
 {
