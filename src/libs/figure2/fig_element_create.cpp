@@ -7,6 +7,7 @@
 #include "ZemFig2Label.h"
 #include "ZemFig2Legend.h"
 #include "ZemFig2Line.h"
+#include "ZemFig2Logo.h"
 #include "ZemFig2Polygon.h"
 #include "ZemFig2Rectangle.h"
 
@@ -35,6 +36,8 @@ Element *Element::create(Type_t type)
         return new Legend;
     case CHART_LEGEND:
         return new ChartLegend;
+    case LOGO:
+        return new Logo;
     case GROUP:
         return new Group;
     case IMAGE_LABEL:
@@ -42,7 +45,6 @@ Element *Element::create(Type_t type)
                         "Image labels cannot be created this way");
     // The application has classes for these, the library has none.
     case IMAGE:
-    case LOGO:
     case SNAPSHOT:
     case SNAPSHOT_FRAME:
         break;

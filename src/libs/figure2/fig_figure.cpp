@@ -2,6 +2,7 @@
 
 #include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
+#include "ZemFig2ImageInterface.h"
 #include "ZemFig2Invalidator.h"
 #include "ZemFig2LabelBase.h"
 #include "ZemFig2Painter.h"
@@ -87,18 +88,23 @@ Figure::Figure(FigureTokenInterface const *tokenInterface) : tokenInterface_(tok
 
 Figure::Figure(Figure const &other)
     : TObject(other), tokenInterface_(other.tokenInterface_), chartInterface_(other.chartInterface_),
-      size_(other.size_), background_(other.background_), invalidatePage_(other.invalidatePage_)
+      imageInterface_(other.imageInterface_), size_(other.size_), background_(other.background_),
+      invalidatePage_(other.invalidatePage_)
 {
     createScriptObjects();
     setRoot(other.root_->clone(nullptr));
     if (chartInterface_)
         chartInterface_->registerFigureForUpdate(this);
+    if (imageInterface_)
+        imageInterface_->registerFigureForUpdate(this);
 }
 
 Figure::~Figure()
 {
     if (chartInterface_)
         chartInterface_->unregisterFigureForUpdate(this);
+    if (imageInterface_)
+        imageInterface_->unregisterFigureForUpdate(this);
     // A receiver may unregister itself, or another, while the list is walked.
     std::vector<Invalidator *> const told = invalidators_;
     for (Invalidator *invalidator : told)
@@ -149,6 +155,15 @@ void Figure::setChartInterface(ChartInterface *chartInterface)
     chartInterface_ = chartInterface;
     if (chartInterface_)
         chartInterface_->registerFigureForUpdate(this);
+}
+
+void Figure::setImageInterface(ImageInterface *imageInterface)
+{
+    if (imageInterface_)
+        imageInterface_->unregisterFigureForUpdate(this);
+    imageInterface_ = imageInterface;
+    if (imageInterface_)
+        imageInterface_->registerFigureForUpdate(this);
 }
 
 void Figure::registerInvalidator(Invalidator *invalidator)

@@ -9,7 +9,7 @@
 #include "ZemFig2TokenInterface.h"
 #include "ZemFig2Tools.h"
 #include "fig_alignment.h"
-#include "fig_chart_loan.h"
+#include "fig_loan.h"
 #include "fig_value.h"
 
 #include <ZemError.h>
