@@ -128,6 +128,8 @@ private:
     };
     struct Block;
 
+    friend class ImageData; // a file's list of ids has the last word on them
+
     void loadElements(IO::InStream *stream, std::vector<ImageDataElement::Type_t> const &types);
     void loadTokens(IO::InStream *stream, Block const &block);
     void swap(ImageDataObject &other) noexcept;
