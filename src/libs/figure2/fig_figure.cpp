@@ -3,6 +3,7 @@
 #include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
 #include "ZemFig2ImageInterface.h"
+#include "ZemFig2ImageLabel.h"
 #include "ZemFig2Invalidator.h"
 #include "ZemFig2LabelBase.h"
 #include "ZemFig2Painter.h"
@@ -373,9 +374,12 @@ void Figure::forgetSelection(Element const *element, Group *group)
 
 namespace {
 
-/// Labels without connectors hide when they say so.
+/// Labels without connectors hide when they say so, image labels also when they are not drawn.
 bool isHittable(Element const *element, FigureTokenInterface const *tokens)
 {
+    auto const *imageLabel = dynamic_cast<ImageLabel const *>(element);
+    if (imageLabel && !imageLabel->isLabelDrawn(tokens))
+        return false;
     auto const *label = dynamic_cast<LabelBase const *>(element);
     if (!label || label->getDrawUnconnected() || label->getConnectorBegin() != label->getConnectorEnd())
         return true;
