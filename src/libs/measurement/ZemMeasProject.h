@@ -152,8 +152,8 @@ public:
     std::vector<ProjectPointSet> pointSets() const;
     /// The points of a set at a stage; none when the set has none then.
     PointField points(ProjectPointSet const &set, unsigned int stage) const;
-    /// The numbers of one of its columns in the base unit, one for each of points(); NaN is a missing value. `unit`
-    /// (may be null) receives the unit. Throws also when there is no such column.
+    /// The numbers of one of its columns by row, in the base unit; NaN is a missing value. `unit` (may be null)
+    /// receives the unit. None when the set has no points at the stage. Throws also when there is no such column.
     std::vector<double> pointNumbers(ProjectPointSet const &set, QString const &column, unsigned int stage,
                                      UnitData *unit) const;
 
@@ -187,8 +187,8 @@ public:
     void setCamera(QString const &view, CameraModel const &camera);
     /// Takes a table over as the points of a set at a stage, whole or not at all; those that the set has at the stage
     /// are replaced. All columns of numbers become series of the group "set.stage". Throws ImportError when a column
-    /// that is named is not there or holds no numbers, when x or y have none, or when another column has a role than at
-    /// the other stages of the set.
+    /// that is named is not there or holds no numbers, when x or y have none, when another column has a role than at
+    /// the other stages of the set, or when points to be painted between lie on no grid.
     PointResult importPoints(CsvTable const &table, PointOptions const &options = {});
 
 private:

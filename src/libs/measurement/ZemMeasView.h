@@ -34,10 +34,9 @@ struct PointColumns
     QString dx; ///< the vector at the point
     QString dy;
     QString dz;
-    QString id;      ///< whole numbers; else points count from 1
-    QString valid;   ///< points with a number above 0; the others are hidden
-    QString value;   ///< colours the vectors; else their length does
-    QString overlay; ///< colours the picture between the points, which lie on a grid
+    QString id;    ///< whole numbers; else points count from 1
+    QString valid; ///< points with a number above 0; the others are hidden
+    QString value; ///< colours the vectors; else their length does
 
     /// Entries of the same names, without those that are empty.
     QString getParameterString() const;
@@ -55,6 +54,7 @@ struct ProjectPointSet
     std::int64_t view = 0; ///< ProjectView::id
     PointColumns columns;  ///< by the last part of the names of their series
     bool moved = false;    ///< the pictures show the points where their vectors have taken them
+    bool painted = false;  ///< the value is painted between the points, which lie on a grid
     unsigned int modified = 0;
     std::map<unsigned int, QString> groups; ///< of series, by stage
 };
@@ -63,6 +63,7 @@ struct ProjectPointSet
 /// are left out.
 struct PointField
 {
+    std::vector<std::size_t> rows; ///< of their table, from 0
     std::vector<int> ids;
     std::vector<BaVec3d<double>> points;
     std::vector<BaVec3d<double>> vectors; ///< (0, 0, 0) where there is none
@@ -84,7 +85,8 @@ struct PointOptions
     QString view = QStringLiteral("camera"); ///< the one that shows the points; made when there is none of this name
     unsigned int stage = 1;
     PointColumns columns; ///< by their names in the file; what is empty is told by the names of the columns
-    bool moved = false;
+    bool moved = false;   ///< as in ProjectPointSet
+    bool painted = false; ///< the same
 };
 
 /// What has become of a table of points.

@@ -27,7 +27,6 @@ Role const ROLES[] = {
     {"id", &PointColumns::id, {"id", "pointid", "point", "subsetid"}},
     {"valid", &PointColumns::valid, {"valid", "chc"}},
     {"value", &PointColumns::value, {}},
-    {"overlay", &PointColumns::overlay, {}},
 };
 
 QString plainName(QString const &name)

@@ -1,18 +1,28 @@
 #include "meas_point_import.h"
 
 #include "meas_names.h"
+#include "meas_point_grid.h"
 #include "meas_records.h"
 #include "meas_series_import.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Zem::Measurement {
 
 namespace {
 
-constexpr QString PointColumns::*ROLES[] = {
-    &PointColumns::x,  &PointColumns::y,  &PointColumns::z,     &PointColumns::dx,    &PointColumns::dy,
-    &PointColumns::dz, &PointColumns::id, &PointColumns::valid, &PointColumns::value, &PointColumns::overlay};
+constexpr QString PointColumns::*ROLES[] = {&PointColumns::x,  &PointColumns::y,     &PointColumns::z,
+                                            &PointColumns::dx, &PointColumns::dy,    &PointColumns::dz,
+                                            &PointColumns::id, &PointColumns::valid, &PointColumns::value};
+
+double numberAt(CsvColumn const &column, std::size_t row)
+{
+    if (column.isMissing(row)) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    return column.type == ColumnType_t::NUMBER ? column.numbers[row] : static_cast<double>(column.integers[row]);
+}
 
 } // namespace
 
@@ -63,6 +73,7 @@ PointResult PointImport::run()
         parts_.*role = partOf(result_.columns.*role);
     }
     requireSameColumns();
+    requireGrid();
     unsigned int const change = nextChange(connection_);
     ProjectView view = findView(connection_, options_.view);
     view.modified = change;
@@ -70,6 +81,7 @@ PointResult PointImport::run()
     set_.view = view.id;
     set_.columns = parts_;
     set_.moved = options_.moved;
+    set_.painted = options_.painted;
     set_.modified = change;
     writePointSet(connection_, &set_);
     writePointStage(connection_, set_.id, options_.stage, result_.group);
@@ -117,6 +129,24 @@ void PointImport::findSet()
         }
     }
     set_.name = options_.set;
+}
+
+void PointImport::requireGrid() const
+{
+    if (!options_.painted) {
+        return;
+    }
+    CsvColumn const &x = *table_.findColumn(result_.columns.x);
+    CsvColumn const &y = *table_.findColumn(result_.columns.y);
+    std::vector<BaVec3d<double>> points(table_.rowCount());
+    for (std::size_t row = 0; row < points.size(); ++row) {
+        points[row] = {numberAt(x, row), numberAt(y, row), 0.0};
+    }
+    std::erase_if(points, [](BaVec3d<double> const &point) { return std::isnan(point.x + point.y); });
+    if (!PointGrid::find(points)) {
+        throw ImportError(QStringLiteral("%1: the points lie on no grid, so nothing can be painted between them")
+                              .arg(table_.fileName));
+    }
 }
 
 /// Stages that are read alike are shown alike; a set of one stage may become another one.

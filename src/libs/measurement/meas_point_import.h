@@ -20,6 +20,7 @@ private:
     QString partOf(QString const &column) const;
     void findSet();
     void requireSameColumns() const;
+    void requireGrid() const;
 
     SqlConnection const &connection_;
     CsvTable const &table_;

@@ -114,6 +114,7 @@ public:
                 continue;
             }
             bool const whole = !std::isnan(dx[i] + dy[i] + dz[i]);
+            field.rows.push_back(i);
             field.ids.push_back(idOf(ids[i], i));
             field.points.push_back({x[i], y[i], z[i]});
             field.vectors.push_back(whole ? BaVec3d<double>{dx[i], dy[i], dz[i]} : BaVec3d<double>());

@@ -36,7 +36,7 @@ constexpr char const *VIEW_TABLES[] = {
     "CREATE TABLE view_picture (\"view\" BIGINT NOT NULL, stage BIGINT NOT NULL, kind INTEGER NOT NULL, "
     "file TEXT NOT NULL, type INTEGER NOT NULL, pixels BYTEA NOT NULL, PRIMARY KEY (\"view\", stage, kind))",
     "CREATE TABLE point_set (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, \"view\" BIGINT NOT NULL, "
-    "roles TEXT NOT NULL, moved INTEGER NOT NULL, modified BIGINT NOT NULL)",
+    "roles TEXT NOT NULL, moved INTEGER NOT NULL, painted INTEGER NOT NULL, modified BIGINT NOT NULL)",
     "CREATE TABLE point_stage (point_set BIGINT NOT NULL, stage BIGINT NOT NULL, series_group TEXT NOT NULL, "
     "PRIMARY KEY (point_set, stage))",
 };

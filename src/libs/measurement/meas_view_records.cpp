@@ -99,7 +99,7 @@ std::vector<ProjectPointSet> readPointSets(SqlConnection const &connection)
         return sets;
     }
     QSqlQuery query = connection.execute(
-        QStringLiteral("SELECT id, name, \"view\", roles, moved, modified FROM point_set ORDER BY id"));
+        QStringLiteral("SELECT id, name, \"view\", roles, moved, painted, modified FROM point_set ORDER BY id"));
     while (query.next()) {
         ProjectPointSet set;
         set.id = readWhole(connection, query, 0);
@@ -108,7 +108,8 @@ std::vector<ProjectPointSet> readPointSets(SqlConnection const &connection)
         readParameters(connection, QStringLiteral("columns of '%1'").arg(set.name), query.value(3).toString(),
                        &set.columns);
         set.moved = readWhole(connection, query, 4) != 0;
-        set.modified = static_cast<unsigned int>(readWhole(connection, query, 5));
+        set.painted = readWhole(connection, query, 5) != 0;
+        set.modified = static_cast<unsigned int>(readWhole(connection, query, 6));
         sets.push_back(std::move(set));
     }
     for (ProjectPointSet &set : sets) {
@@ -140,14 +141,15 @@ void writePointSet(SqlConnection const &connection, ProjectPointSet *set)
         set->id = nextId(connection, "point_set");
     }
     QSqlQuery query = connection.prepare(
-        exists ? QStringLiteral("UPDATE point_set SET name = ?, \"view\" = ?, roles = ?, moved = ?, modified = ? "
-                                "WHERE id = ?")
-               : QStringLiteral("INSERT INTO point_set (name, \"view\", roles, moved, modified, id) "
-                                "VALUES (?, ?, ?, ?, ?, ?)"));
+        exists ? QStringLiteral("UPDATE point_set SET name = ?, \"view\" = ?, roles = ?, moved = ?, painted = ?, "
+                                "modified = ? WHERE id = ?")
+               : QStringLiteral("INSERT INTO point_set (name, \"view\", roles, moved, painted, modified, id) "
+                                "VALUES (?, ?, ?, ?, ?, ?, ?)"));
     query.addBindValue(set->name);
     query.addBindValue(static_cast<qlonglong>(set->view));
     query.addBindValue(set->columns.getParameterString());
     query.addBindValue(set->moved ? 1 : 0);
+    query.addBindValue(set->painted ? 1 : 0);
     query.addBindValue(static_cast<qlonglong>(set->modified));
     query.addBindValue(static_cast<qlonglong>(set->id));
     connection.run(query);
