@@ -14,7 +14,6 @@
 namespace Zem::Fig2 {
 
 class ImageBase;
-class ImageData;
 
 /// Takes points of space to points of the page, as the picture lies in an image element that is not turned: results
 /// are millimetres. Owns nothing, and lives for the length of one call.
@@ -23,6 +22,9 @@ class ImageLabelTransformation : public Transformation
 public:
     /// Neither is null.
     ImageLabelTransformation(ImageBase const *image, Transformation const *transformation);
+
+    /// From space to pixels of the picture.
+    Transformation const *getPictureTransformation() const { return transformation_; }
 
     /// Throws ProgError.
     Transformation *copy() const override;
@@ -138,13 +140,14 @@ protected:
 
 private:
     template <class Archive, class Self>
-    static void blockFields(Archive &archive, Self &self, bool &hasContainer, bool &visible);
+    static void blockFields(Archive &archive, Self &self, bool &hasContainer);
     template <class Archive, class Self>
     static void textItems(Archive &archive, Self &self);
     template <class Archive, class Self>
     static void parameterItems(Archive &archive, Self &self);
+    template <class Act>
+    bool onImage(FigureTokenInterface const *tokens, bool otherwise, Act const &act) const;
     TokenInterface const *getOwnSource() const;
-    bool resolveIn(TokenInterface const *source, StageIdentifier const &stage, QString const &name, Value *value) const;
     void addImageToUpdatePolygon(ImageBase const *image);
 
     ImageLabelCreator::Type_t labelType_;

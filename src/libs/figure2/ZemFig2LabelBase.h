@@ -118,6 +118,8 @@ protected:
     LabelBase(LabelBase const &other);
     LabelBase &operator=(LabelBase const &) = default;
 
+    /// Remembers that a value was found under its own name, and the counter that it had there.
+    void noteToken(QString const &name, unsigned int counter) { tokenCounters_[name] = {name, counter}; }
     QString resolveTokensInText(StageIdentifier const &stage, FigureTokenInterface const *tokens, QString const &text);
 
     /// Widens the update polygon by the lines to connected elements and to the connector point.

@@ -392,9 +392,12 @@ void Figure::forgetSelection(Element const *element, Group *group)
 
 namespace {
 
-/// Labels without connectors hide when they say so.
+/// Labels without connectors hide when they say so, image labels also when they are not drawn.
 bool isHittable(Element const *element, FigureTokenInterface const *tokens)
 {
+    auto const *imageLabel = dynamic_cast<ImageLabel const *>(element);
+    if (imageLabel && !imageLabel->isLabelDrawn(tokens))
+        return false;
     auto const *label = dynamic_cast<LabelBase const *>(element);
     if (!label || label->getDrawUnconnected() || label->getConnectorBegin() != label->getConnectorEnd())
         return true;

@@ -9,6 +9,7 @@
 #include "ZemFig2TranslationInterface.h"
 #include "fig_loan.h"
 
+#include <ZemImage.h>
 #include <ZemLegendHandler.h>
 #include <ZemLine2d.h>
 #include <ZemTranslate.h>

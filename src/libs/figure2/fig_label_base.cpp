@@ -199,7 +199,7 @@ bool LabelBase::resolveToken(StageIdentifier const &stage, FigureTokenInterface 
     if (tokens) {
         *value = tokens->getValue(name, IndexIdentifier::NO_INDEX, stage);
         if (hasValue(*value)) {
-            tokenCounters_[name] = {name, getTokenModifiedCounter(tokens, name)};
+            noteToken(name, getTokenModifiedCounter(tokens, name));
             return true;
         }
     }
