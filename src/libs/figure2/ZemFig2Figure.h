@@ -87,7 +87,8 @@ public:
     void drawBackground(Painter *painter) const;
     void drawConnectorLines(Painter *painter) const;
     /// For callers that draw element by element: replaces `order` by the visible elements in the order of drawing.
-    /// Throws ProgError for one that is an image or a snapshot frame, or of no known type.
+    /// Image labels stand behind their image and vanish with it. Throws ProgError for an element of no known type, and
+    /// for one named image or snapshot frame that is none.
     void computeRenderingOrder(std::vector<Element const *> *order) const;
 
     /// All elements below the root, groups before their children.

@@ -22,7 +22,6 @@ class ImageColor;
 namespace Zem::Fig2 {
 
 class ImageData;
-class ImageDataObject;
 class ImageLabel;
 class Label;
 class Legend;
@@ -161,12 +160,13 @@ private:
         Own(Own const &) {}
         Own &operator=(Own const &) = default;
     };
-    /// Where the steps of an object begin.
-    struct StepPlace
+    /// The drawing steps from `firstStep` on belong to the object.
+    struct StepPlan
     {
         QString object;
         unsigned int firstStep = 0;
     };
+    struct ShownPicture;
     class ObjectPainter;
 
     // The update.
@@ -176,8 +176,7 @@ private:
     void addLabelEnds(ImageData const &image, Polygon2d *polygon) const;
     void updateScale(ImageData const *image, SnapshotData const *snapshot);
     bool takeScaleOfLegends(bool *conflict);
-    bool takeScaleOfImage(ImageData const &image);
-    bool takeScaleOfSnapshot(SnapshotData const &snapshot);
+    bool takeScaleOfData(ImageData const *image, SnapshotData const *snapshot);
     void resetScale();
     std::vector<ImageLabel const *> collectLabelsWithScale() const;
     bool computeImageLabelLegendData(Legend2::Data *data) const;
@@ -185,27 +184,31 @@ private:
 
     // The drawing.
     Rect getImageRect() const;
+    QString getPlaceholder() const;
     void drawErrorMessage(QString const &text, Painter *painter) const;
     void drawMissing(QString const &text, Painter *painter) const;
     void drawMessage(QString const &text, Painter *painter) const;
-    QString getPlaceholder() const;
-    bool drawImage(FigureTokenInterface const *tokens, ImageData const *image, Painter *painter, int step) const;
-    void drawPicture(FigureTokenInterface const *tokens, Painter *painter, Zem::Image const *picture,
-                     ImageColor const *overlay, ImageConversion const &conversion) const;
-    bool drawObjects(ImageData const *image, Painter *painter, int step) const;
-    bool drawObjectStep(ImageData const *image, Painter *painter, unsigned int step) const;
-    void drawCoordinateSystem(ImageData const *image, Painter *painter) const;
-    bool drawSnapshot(SnapshotData const *snapshot, Painter *painter, int step) const;
-    Rect getSnapshotRect(BaVec2d<double> const &scaled) const;
-    bool drawFigure(Figure const *figure, Painter *painter, int step) const;
+    ShownPicture choosePicture(ImageData const &image) const;
+    bool drawImage(FigureTokenInterface const *tokens, ImageData const &image, Painter *painter, int step) const;
+    void drawPicture(FigureTokenInterface const *tokens, ShownPicture const &shown, Painter *painter) const;
+    bool drawObjects(ImageData const &image, Painter *painter, int step) const;
+    bool drawNextObject(ImageData const &image, Painter *painter, int step) const;
+    void planSteps(ImageData const &image) const;
+    void drawCoordinateSystem(ImageData const &image, Painter *painter) const;
+    bool drawSnapshot(SnapshotData const &snapshot, Painter *painter, int step) const;
+    bool drawNested(Figure const &figure, Rect const &rect, Painter *painter, int step) const;
 
     // The persistent forms.
-    struct Block;
     template <class Archive, class Self>
-    static void textItems(Archive &archive, Self &self);
-    void loadVisualisations(IO::InStream *stream);
-    void loadLabelConfigurations(IO::InStream *stream);
-    void readVisualisations(QString &parameters);
+    static void blockFields(Archive &archive, Self &self);
+    template <class Reader>
+    void readBlock(Reader &reader);
+    template <class Reader>
+    void readScale(Reader &reader);
+    void loadVisualisations(IO::InStream *stream, unsigned int version);
+    template <class Reader>
+    void readVisualisations(Reader &reader);
+    void takeVisualisations(std::vector<QString> const &entries);
 
     QString token_;
     CoordinateSystem coordinateSystem_;
@@ -222,7 +225,9 @@ private:
     Legend2::Legend computedLegend_{uLength};
     Legend2::Data computedLegendData_;
     BaVec2d<double> imageSize_{0.0, 0.0}; ///< pixels, or page millimetres of a snapshot
-    mutable StepPlace lastPlace_;         ///< of the drawing that has begun last
+    mutable std::vector<StepPlan> steps_; ///< of the drawing that has begun last
+    mutable unsigned int numberOfSteps_ = 0;
+    mutable bool drawsSnapshot_ = false;
 };
 
 /// The plain image element.

@@ -4,6 +4,7 @@
 #include "ZemFig2Chart.h"
 #include "ZemFig2ChartLegend.h"
 #include "ZemFig2Group.h"
+#include "ZemFig2Image.h"
 #include "ZemFig2Label.h"
 #include "ZemFig2Legend.h"
 #include "ZemFig2Line.h"
@@ -36,6 +37,8 @@ Element *Element::create(Type_t type)
         return new Legend;
     case CHART_LEGEND:
         return new ChartLegend;
+    case IMAGE:
+        return new Image;
     case LOGO:
         return new Logo;
     case GROUP:
@@ -44,7 +47,6 @@ Element *Element::create(Type_t type)
         throw ProgError("Zem::Fig2::Element::create", "fig_element", __LINE__,
                         "Image labels cannot be created this way");
     // The application has classes for these, the library has none.
-    case IMAGE:
     case SNAPSHOT:
     case SNAPSHOT_FRAME:
         break;

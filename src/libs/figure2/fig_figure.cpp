@@ -2,6 +2,7 @@
 
 #include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
+#include "ZemFig2Image.h"
 #include "ZemFig2ImageInterface.h"
 #include "ZemFig2ImageLabel.h"
 #include "ZemFig2Invalidator.h"
@@ -271,6 +272,25 @@ void Figure::draw(Painter *painter) const
     }
 }
 
+namespace {
+
+/// An image and the labels that belong to it, visible or not, those of the highest priority first.
+void appendImage(Element const *element, std::vector<Element const *> *order)
+{
+    auto const *image = dynamic_cast<ImageBase const *>(element);
+    if (!image)
+        throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                        "Image element cast failed");
+    order->push_back(image);
+    std::vector<ImageLabel *> labels;
+    image->collectImageLabels(&labels);
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](ImageLabel *a, ImageLabel *b) { return a->getDrawingPriority() > b->getDrawingPriority(); });
+    order->insert(order->end(), labels.begin(), labels.end());
+}
+
+} // namespace
+
 void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
 {
     order->clear();
@@ -281,10 +301,8 @@ void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
             throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
                             "type does not belong to a figure element");
         if (isImageOrFrame(it->getType()))
-            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
-                            "Image element cast failed");
-        // Image labels are reached through their image only.
-        if (!isImageLabel(it->getType()))
+            appendImage(*it, order);
+        else if (!isImageLabel(it->getType()))
             order->push_back(*it);
     }
 }
