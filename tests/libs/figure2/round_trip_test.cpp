@@ -5,6 +5,7 @@
 #include <ZemFig2Figure.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 
 #include <ZemScriptObject.h>
 
@@ -89,7 +90,8 @@ std::string blockFormWithoutId(Element const &element)
     return form.erase(place + payload + ID - sizeof(int), sizeof(std::uint32_t));
 }
 
-/// Deliberately no parameters: the name, the histogram of a legend, and switches for what the element cannot do.
+/// Deliberately no parameters: the name, the histogram of a legend, the picture of a logo, of which there is the file
+/// name, and switches for what the element cannot do.
 void dropWhatIsNoParameter(Element &element)
 {
     element.getScriptObject()->setName({});
@@ -101,6 +103,8 @@ void dropWhatIsNoParameter(Element &element)
         element.setMaximize(false);
     if (auto *legend = dynamic_cast<Legend *>(&element))
         legend->setLocalHistogramData({});
+    else if (auto *logo = dynamic_cast<Logo *>(&element))
+        logo->setImage(nullptr);
 }
 
 RC_GTEST_PROP(RoundTrip, ofParametersKeepsAllThatBlocksHold, ())
