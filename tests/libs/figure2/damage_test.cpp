@@ -53,10 +53,13 @@ std::string everything()
     legend->setLocalHistogramData(histogram);
     auto *logo = new Logo;
     logo->setImage(new ImageColor(3, 2));
+    auto *image = new Image;
+    image->setToken("camera");
+    image->setVisualisation("part", ImageDataVisualisation(false));
     for (Element *element :
          {static_cast<Element *>(source), static_cast<Element *>(new Line), static_cast<Element *>(new Ellipse),
           static_cast<Element *>(polygon), static_cast<Element *>(legend), static_cast<Element *>(logo),
-          static_cast<Element *>(group)})
+          static_cast<Element *>(image), static_cast<Element *>(group)})
         figure.getRoot()->addChild(element);
     group->addChild(label);
     group->addChild(inner);

@@ -3,6 +3,7 @@
 
 #include <ElementForms.h>
 #include <ZemFig2Figure.h>
+#include <ZemFig2Image.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Logo.h>
@@ -37,20 +38,23 @@ RC_GTEST_PROP(RoundTrip, ofGroupBlocksLosesNothing, ())
     RC_ASSERT(Support::blockForm(read) == Support::blockForm(*group));
 }
 
-/// Texts hold no fonts of symbols.
-void dropFontsOfSymbols(Line &line)
+/// The fonts of symbols, and the tokens of images.
+void dropWhatTextsLack(Element &element)
 {
-    auto [first, second] = line.getSymbolInfo();
-    first.setFont({});
-    second.setFont({});
-    line.setSymbolInfo({first, second});
+    if (auto *line = dynamic_cast<Line *>(&element)) {
+        auto [first, second] = line->getSymbolInfo();
+        first.setFont({});
+        second.setFont({});
+        line->setSymbolInfo({first, second});
+    }
+    if (auto *image = dynamic_cast<ImageBase *>(&element))
+        image->setToken(QString());
 }
 
 RC_GTEST_PROP(RoundTrip, ofTextLosesNothing, ())
 {
     std::unique_ptr<Element> const element = generateElement(generateTextType());
-    if (auto *line = dynamic_cast<Line *>(element.get()))
-        dropFontsOfSymbols(*line);
+    dropWhatTextsLack(*element);
     std::unique_ptr<Element> const read(Element::create(element->getType()));
     std::string const form = Support::textForm(*element);
 
