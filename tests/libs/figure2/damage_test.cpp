@@ -1,6 +1,7 @@
 // Damaged figure files load or are refused with IO::StreamException, and take no more memory than their size allows.
 #include "generated_elements.h"
 #include "load_limit.h"
+#include "measured_point.h"
 
 #include <AllocationPeak.h>
 #include <BlockCrafter.h>
@@ -64,14 +65,35 @@ std::string everything()
     group->addChild(inner);
     inner->addChild(new Rectangle);
     source->connect(polygon, "point");
+    auto *image = new Image;
+    auto *point = new MeasuredPoint;
+    point->setTokenContainer(new TokenContainer);
+    figure.getRoot()->addChild(image);
+    figure.getRoot()->addChild(point);
+    point->connect(image, "");
     for (Element::Type_t type : leafTypes())
         figure.getRoot()->addChild(Element::create(type));
     return Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
 }
 
+/// Creators of image labels of all types: to lack one is the application's mistake and not the file's.
+class AllCreators
+{
+public:
+    AllCreators()
+    {
+        for (unsigned int type = 0; type < ImageLabelCreator::NUMBER_OF_TYPES; ++type)
+            creators_.push_back(std::make_unique<MeasuredPointCreator>(static_cast<ImageLabelCreator::Type_t>(type)));
+    }
+
+private:
+    std::vector<std::unique_ptr<MeasuredPointCreator>> creators_;
+};
+
 /// Null when the file is refused. Whatever it claims, loading keeps to its limit.
 std::unique_ptr<Figure> load(std::string const &bytes)
 {
+    AllCreators const creators;
     std::istringstream input(bytes);
     auto figure = std::make_unique<Figure>();
     Support::AllocationPeak const peak;

@@ -6,6 +6,7 @@
 #include <ZemFig2Image.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 
 #include <ZemScriptObject.h>
 
@@ -93,7 +94,8 @@ std::string blockFormWithoutId(Element const &element)
     return form.erase(place + payload + ID - sizeof(int), sizeof(std::uint32_t));
 }
 
-/// Deliberately no parameters: the name, the histogram of a legend, and switches for what the element cannot do.
+/// Deliberately no parameters: the name, the histogram of a legend, the picture of a logo, of which there is the file
+/// name, and switches for what the element cannot do.
 void dropWhatIsNoParameter(Element &element)
 {
     element.getScriptObject()->setName({});
@@ -105,6 +107,8 @@ void dropWhatIsNoParameter(Element &element)
         element.setMaximize(false);
     if (auto *legend = dynamic_cast<Legend *>(&element))
         legend->setLocalHistogramData({});
+    else if (auto *logo = dynamic_cast<Logo *>(&element))
+        logo->setImage(nullptr);
 }
 
 RC_GTEST_PROP(RoundTrip, ofParametersKeepsAllThatBlocksHold, ())
