@@ -65,10 +65,8 @@ std::string everything()
     group->addChild(inner);
     inner->addChild(new Rectangle);
     source->connect(polygon, "point");
-    auto *image = new Image;
     auto *point = new MeasuredPoint;
     point->setTokenContainer(new TokenContainer);
-    figure.getRoot()->addChild(image);
     figure.getRoot()->addChild(point);
     point->connect(image, "");
     for (Element::Type_t type : leafTypes())
@@ -76,11 +74,11 @@ std::string everything()
     return Support::streamOf([&](IO::OutStream &stream) { figure.save(&stream, -1, -1); });
 }
 
-/// Creators of image labels of all types: to lack one is the application's mistake and not the file's.
-class AllCreators
+/// There are creators of image labels of all types: to lack one is the application's mistake and not the file's.
+class DamagedFigure : public testing::Test
 {
-public:
-    AllCreators()
+protected:
+    DamagedFigure()
     {
         for (unsigned int type = 0; type < ImageLabelCreator::NUMBER_OF_TYPES; ++type)
             creators_.push_back(std::make_unique<MeasuredPointCreator>(static_cast<ImageLabelCreator::Type_t>(type)));
@@ -93,7 +91,6 @@ private:
 /// Null when the file is refused. Whatever it claims, loading keeps to its limit.
 std::unique_ptr<Figure> load(std::string const &bytes)
 {
-    AllCreators const creators;
     std::istringstream input(bytes);
     auto figure = std::make_unique<Figure>();
     Support::AllocationPeak const peak;
@@ -148,19 +145,19 @@ void repairChecksum(std::string &bytes, std::size_t block)
     std::memcpy(bytes.data() + block + 8 + size, &checksum, sizeof checksum);
 }
 
-TEST(DamagedFigure, loadsUndamaged)
+TEST_F(DamagedFigure, loadsUndamaged)
 {
     EXPECT_TRUE(loads(everything()));
 }
 
-TEST(DamagedFigure, isRefusedAfterEveryTruncation)
+TEST_F(DamagedFigure, isRefusedAfterEveryTruncation)
 {
     std::string const bytes = everything();
     for (std::size_t length = 0; length < bytes.size(); ++length)
         EXPECT_FALSE(loads(bytes.substr(0, length))) << length;
 }
 
-TEST(DamagedFigure, loadsOrIsRefusedAfterAnyMutation)
+TEST_F(DamagedFigure, loadsOrIsRefusedAfterAnyMutation)
 {
     std::string const bytes = everything();
     std::mt19937 random(20240521);
@@ -185,7 +182,7 @@ void damageBlock(std::string &bytes, std::size_t block, std::mt19937 &random)
     repairChecksum(bytes, block);
 }
 
-TEST(DamagedFigure, loadsOrIsRefusedAfterAnyMutationWithARightChecksum)
+TEST_F(DamagedFigure, loadsOrIsRefusedAfterAnyMutationWithARightChecksum)
 {
     std::string const bytes = everything();
     std::vector<std::size_t> const blocks = blockPlaces(bytes);
@@ -202,7 +199,7 @@ TEST(DamagedFigure, loadsOrIsRefusedAfterAnyMutationWithARightChecksum)
     EXPECT_LT(loaded, 9000);
 }
 
-TEST(DamagedFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
+TEST_F(DamagedFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
 {
     std::string const bytes = everything();
     std::vector<std::size_t> const blocks = blockPlaces(bytes);
@@ -216,7 +213,7 @@ TEST(DamagedFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
     }
 }
 
-TEST(DamagedFigure, takesNoMemoryForWhatItOnlyClaims)
+TEST_F(DamagedFigure, takesNoMemoryForWhatItOnlyClaims)
 {
     std::string const bytes = everything();
     for (std::size_t block : blockPlaces(bytes)) {
@@ -230,7 +227,7 @@ TEST(DamagedFigure, takesNoMemoryForWhatItOnlyClaims)
     }
 }
 
-TEST(DamagedFigure, updatesOrIsRefused)
+TEST_F(DamagedFigure, updatesOrIsRefused)
 {
     std::string const bytes = everything();
     std::vector<std::size_t> const blocks = blockPlaces(bytes);
