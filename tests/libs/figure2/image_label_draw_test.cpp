@@ -3,6 +3,7 @@
 
 #include <ZemFig2ImageDataFixedShapes.h>
 #include <ZemFig2ImageDataObjectLabel.h>
+#include <ZemFig2Rectangle.h>
 
 namespace Zem::Fig2 {
 namespace {
@@ -159,6 +160,18 @@ TEST_F(ImageLabelDrawing, isWantedForAPointThatNeedsNoConnector)
     EXPECT_FALSE(isDrawn());
 }
 
+TEST_F(ImageLabelDrawing, ofAPointThatNeedsNoConnectorIsTheBox)
+{
+    label->point = ImageLabel::INVALID_CONNECTOR_POINT;
+    label->unconnected = true;
+    transformation->hide([](BaVec3d<double> const &) { return true; });
+
+    EXPECT_EQ(drawn(), std::string("-- 0\n") +
+                           "clip 10,20 90,20 90,80 10,80\n"
+                           "unclip\n" +
+                           BOX);
+}
+
 using ImageLabelConnector = ImageLabelDrawing;
 
 TEST_F(ImageLabelConnector, leadsFromTheOutlineToThePoint)
@@ -268,6 +281,52 @@ TEST_F(ImageLabelHit, ofTheBoxNeedsTheBoxToBeSeen)
     label->setLabelVisible(false);
     update();
     EXPECT_EQ(figure.getElementAt({120, 30}), nullptr);
+}
+
+/// The labels of the image and the rectangles in front of and behind them in the tree.
+class ImageLabelOrder : public ImageLabelTest
+{
+protected:
+    ImageLabelOrder()
+    {
+        connectLabel();
+        figure.getRoot()->addChild(above);
+        figure.getRoot()->addChild(second);
+        second->connect(image, "");
+    }
+
+    std::vector<Element const *> order() const
+    {
+        std::vector<Element const *> result;
+        figure.computeRenderingOrder(&result);
+        return result;
+    }
+
+    using Order = std::vector<Element const *>;
+    Rectangle *above = new Rectangle;
+    MeasuredPoint *second = new MeasuredPoint;
+};
+
+TEST_F(ImageLabelOrder, isDirectlyBehindTheImage)
+{
+    EXPECT_EQ(order(), (Order{image, label, second, above}));
+}
+
+TEST_F(ImageLabelOrder, beginsWithTheHighestPriority)
+{
+    second->priority = ImageLabel::DrawingPriority_t{501};
+
+    EXPECT_EQ(order(), (Order{image, second, label, above}));
+}
+
+TEST_F(ImageLabelOrder, knowsLabelsByTheirImageAlone)
+{
+    second->disconnect(image, "");
+    label->setVisible(false);
+    EXPECT_EQ(order(), (Order{image, label, above}));
+
+    image->setVisible(false);
+    EXPECT_EQ(order(), Order{above});
 }
 
 /// A label with a mark of its own in pixels: a line from 0,0 to 10,10.

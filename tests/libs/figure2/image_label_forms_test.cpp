@@ -302,8 +302,7 @@ TEST_F(FigureWithImageLabel, keepsTheMaster)
 
 TEST_F(FigureWithImageLabel, withoutCreatorIsAProgramError)
 {
-    EXPECT_EQ(progError([this] { load(saved()); }),
-              "fig_image_label: No image label creator found for element type 1");
+    EXPECT_EQ(progError([this] { load(saved()); }), "fig_image_label: No image label creator found for element type 1");
 }
 
 TEST_F(FigureWithImageLabel, isCopied)

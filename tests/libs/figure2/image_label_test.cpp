@@ -20,6 +20,7 @@ public:
     DrawingPriority_t getDrawingPriority() override { return ImageLabel::getDrawingPriority(); }
     TokenInterface const *getTokenInterface() const override { return ImageLabel::getTokenInterface(); }
     bool hasLabel() const override { return ImageLabel::hasLabel(); }
+    bool getDrawUnconnected() const override { return ImageLabel::getDrawUnconnected(); }
     bool hasLegendData() const override { return ImageLabel::hasLegendData(); }
     using ImageLabel::getLegendData;
     bool getLegendData(Legend2::Data *data) const override { return ImageLabel::getLegendData(data); }

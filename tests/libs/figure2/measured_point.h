@@ -22,6 +22,7 @@ public:
     BaVec3d<double> point = INVALID_POINT;
     int steps = 1;
     bool withLabel = true;
+    bool unconnected = false; ///< drawn without a visible connector
     TokenInterface const *further = nullptr; ///< not owned
     DrawingPriority_t priority = DEFAULT_DRAWING_PRIORITY;
     std::optional<Legend2::Data> legendData;
@@ -29,6 +30,7 @@ public:
 
     Element *copy() const override { return new MeasuredPoint(*this); }
     bool hasLabel() const override { return withLabel; }
+    bool getDrawUnconnected() const override { return unconnected; }
     bool intersectsElement(ImageLabelTransformation const &transformation, BaVec2d<double> const &where,
                            Rotation const &rotation) const override
     {
