@@ -2,6 +2,7 @@
 
 #include "figqt_dashes.h"
 #include "figqt_path_walk.h"
+#include "figqt_picture_ink.h"
 #include "figqt_stroker.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ struct PartCollector
 } // namespace
 
 ImageCanvas::ImageCanvas(QImage *image, double pixelsPerMillimetre)
-    : scale_(pixelsPerMillimetre), ink_(image), qPainter_(image),
+    : scale_(pixelsPerMillimetre), image_(image), ink_(image), qPainter_(image),
       painter_(&qPainter_, QTransform::fromScale(scale_, scale_)),
       coverage_(image->width(), image->height()), clips_{ClipArea(image->rect())}, marks_(&ink_, image->height())
 {
@@ -173,6 +174,17 @@ void ImageCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color
 {
     finish();
     painter_.drawStrip(rect, vertical, colors, toPage);
+}
+
+void ImageCanvas::drawPicture(PlacedPicture const &placed)
+{
+    finish();
+    QTransform const toPixels = placed.toPage * QTransform::fromScale(scale_, scale_);
+    bool const upright = toPixels.m12() == 0.0 && toPixels.m21() == 0.0 && toPixels.m11() > 0.0 && toPixels.m22() > 0.0;
+    if (upright)
+        layPicture(placed.picture, placed.part, toPixels, clips_.back(), image_);
+    else
+        painter_.drawPicture(placed);
 }
 
 void ImageCanvas::pushClip(QPainterPath const &area)

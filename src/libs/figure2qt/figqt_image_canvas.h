@@ -29,6 +29,7 @@ public:
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
                    QTransform const &toPage) override;
+    void drawPicture(PlacedPicture const &placed) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
     void finish() override;
@@ -41,6 +42,7 @@ private:
     bool isSmall(Mark const &mark) const;
 
     double const scale_;
+    QImage *image_;
     Ink ink_;
     QPainter qPainter_;
     QPainterCanvas painter_; // gone before its QPainter

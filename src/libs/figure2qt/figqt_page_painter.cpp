@@ -4,11 +4,13 @@
 #include "figqt_canvas.h"
 #include "figqt_line_collector.h"
 #include "figqt_mark_shape.h"
+#include "figqt_picture_cache.h"
 #include "figqt_stroke.h"
 #include "figqt_text_engine.h"
 #include "figqt_units.h"
 
 #include <ZemError.h>
+#include <ZemImage.h>
 
 #include <QtGui/QPolygonF>
 
@@ -114,6 +116,15 @@ Polygon2d polygonOf(QPainterPath const &path)
         result.addPolygon(part);
     }
     return result;
+}
+
+/// What of the part is not beyond all pages. Empty when none of it can be shown.
+QRectF shownPart(QRectF const &part, QTransform const &toPage)
+{
+    if (part.isEmpty() || !isUsable(toPage))
+        return {};
+    QRectF const page(QPointF(-FAR_AWAY, -FAR_AWAY), QPointF(FAR_AWAY, FAR_AWAY));
+    return part & toPage.inverted().mapRect(page);
 }
 
 } // namespace
@@ -272,9 +283,30 @@ void PagePainter::drawRichText(Vec const &position, QString const &text, Font co
     drawLayout(*TextEngine::forThisThread().layOutRich(text, font, width), position, rotation);
 }
 
-void PagePainter::drawImage(Vec const &, Vec const &, Zem::Image const *, ImageColor const *, Vec const &, double,
-                            QString const &, Fig2::ImageConversion const &, Rotation const &)
+void PagePainter::drawImage(Vec const &position, Vec const &size, Zem::Image const *image, ImageColor const *overlay,
+                            Vec const &innerOrigin, double scaling, QString const &cacheId,
+                            Fig2::ImageConversion const &conversion, Rotation const &rotation)
 {
+    if (!image || !isFinite(position) || !isFinite(size) || !isFinite(innerOrigin) || !isFinite(rotation) ||
+        !(scaling > 0.0 && size.x > 0.0 && size.y > 0.0))
+        return;
+    QTransform const toPage =
+        QTransform::fromTranslate(-innerOrigin.x, -innerOrigin.y) * QTransform::fromScale(scaling, scaling) *
+        QTransform::fromTranslate(position.x, position.y) * transformOf(rotation) * state_->toPage;
+    QSizeF const pixels(image->getWidth(), image->getHeight());
+    QRectF const wanted(innerOrigin.x, innerOrigin.y, size.x / scaling, size.y / scaling);
+    QRectF const part = shownPart(wanted & QRectF(QPointF(), pixels), toPage);
+    if (part.isEmpty())
+        return;
+    QString const id = pictureId(cacheId, *image, conversion);
+    canvas_->drawPicture({PictureCache::common().convert(id, *image, conversion), part, toPage, id});
+    if (!overlay || overlay->getWidth() == 0)
+        return;
+    QTransform const stretch =
+        QTransform::fromScale(pixels.width() / overlay->getWidth(), pixels.height() / overlay->getHeight());
+    Picture const colors = asPicture(*overlay);
+    canvas_->drawPicture({colors, stretch.inverted().mapRect(part) & colors.getRect(), stretch * toPage,
+                          pictureId(cacheId, *overlay, Fig2::ImageConversion::null)});
 }
 
 void PagePainter::drawColors(Vec const &position, Vec const &size, bool vertical, std::vector<Color> const &colors,

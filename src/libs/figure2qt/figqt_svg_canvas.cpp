@@ -2,6 +2,7 @@
 
 #include "figqt_number.h"
 #include "figqt_path_walk.h"
+#include "figqt_picture_scaler.h"
 #include "figqt_units.h"
 
 #include <algorithm>
@@ -232,6 +233,42 @@ QString SvgCanvas::symbolOf(Mark const &mark)
         xml_->writeEndElement();
     }
     return symbol->second;
+}
+
+QString SvgCanvas::symbolOf(Picture const &picture)
+{
+    auto const [symbol, isNew] = pictures_.try_emplace(fingerprintOf(picture));
+    if (isNew) {
+        QString const id = QStringLiteral("picture%1").arg(++lastId_);
+        symbol->second = QLatin1Char('#') + id;
+        std::string const png = pngOf(picture);
+        QByteArray const text = QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size())).toBase64();
+        xml_->writeStartElement(QStringLiteral("defs"));
+        xml_->writeEmptyElement(QStringLiteral("image"));
+        attribute("id", id);
+        attribute("width", picture.width);
+        attribute("height", picture.height);
+        attribute("preserveAspectRatio", QStringLiteral("none"));
+        attribute("href", QLatin1StringView("data:image/png;base64,") + QLatin1StringView(text));
+        xml_->writeEndElement();
+    }
+    return symbol->second;
+}
+
+void SvgCanvas::writePicture(PlacedPicture const &placed)
+{
+    Excerpt const excerpt = excerptOf(placed, dpi_);
+    QString const symbol = symbolOf(cutOut(placed.picture, excerpt));
+    QRectF const &part = excerpt.part;
+    QTransform const toPage = QTransform::fromScale(part.width() / excerpt.width, part.height() / excerpt.height) *
+                              QTransform::fromTranslate(part.left(), part.top()) * placed.toPage;
+    xml_->writeEmptyElement(QStringLiteral("use"));
+    attribute("href", symbol);
+    attribute("transform", matrixOf(toPage));
+    // As in a picture of this resolution.
+    double const enlarged = std::hypot(toPage.m11(), toPage.m12()) * dpi_ / MM_PER_INCH;
+    if (enlarged > PIXELS_ARE_SEEN)
+        attribute("image-rendering", QStringLiteral("optimizeSpeed"));
 }
 
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)

@@ -106,6 +106,21 @@ void VectorCanvas::drawMark(Mark const &mark, QPointF const &at, Color const &fi
     places_.push_back({at, fill});
 }
 
+void VectorCanvas::drawPicture(PlacedPicture const &placed)
+{
+    finish();
+    // A file has whole pixels, and often more of the picture than shows here.
+    bool const clipped = placed.part != placed.picture.getRect();
+    if (clipped) {
+        QPainterPath area;
+        area.addRect(placed.part);
+        pushClip(placed.toPage.map(area));
+    }
+    writePicture(placed);
+    if (clipped)
+        popClip();
+}
+
 void VectorCanvas::finish()
 {
     appendSliver();

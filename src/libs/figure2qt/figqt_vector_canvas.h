@@ -23,6 +23,7 @@ public:
     void drawPolyline(Polyline const &line, Stroke const &stroke) override;
     void drawMark(Mark const &mark, QPointF const &at, Color const &fill) override;
     void fillRect(QRectF const &rect, Color const &fill) override;
+    void drawPicture(PlacedPicture const &placed) override;
     /// To be called before anything else is written.
     void finish() override;
 
@@ -34,6 +35,7 @@ protected:
     virtual void writeLines(std::string const &path, bool dense, Stroke const &stroke) = 0;
     /// Filled by the non-zero rule.
     virtual void writeRects(std::string const &path, Color const &fill) = 0;
+    virtual void writePicture(PlacedPicture const &placed) = 0;
     virtual void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) = 0;
 
 private:
