@@ -265,10 +265,10 @@ void SvgCanvas::writePicture(PlacedPicture const &placed)
     xml_->writeEmptyElement(QStringLiteral("use"));
     attribute("href", symbol);
     attribute("transform", matrixOf(toPage));
-    // As in a picture of this resolution.
+    // As in a picture of this resolution, by programs that follow it.
     double const enlarged = std::hypot(toPage.m11(), toPage.m12()) * dpi_ / MM_PER_INCH;
     if (enlarged > PIXELS_ARE_SEEN)
-        attribute("image-rendering", QStringLiteral("optimizeSpeed"));
+        attribute("image-rendering", QStringLiteral("pixelated"));
 }
 
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
