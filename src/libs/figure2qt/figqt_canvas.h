@@ -73,6 +73,8 @@ public:
     virtual void drawPolyline(Polyline const &line, Stroke const &stroke);
     /// The mark filled, about `at`. May be put off likewise.
     virtual void drawMark(Mark const &mark, QPointF const &at, Color const &fill);
+    /// A filled convex area without curves, three corners at least. May be put off, but keeps its order.
+    virtual void fillConvex(std::span<QPointF const> corners, Color const &fill);
     /// A filled rectangle along the axes of the page, not empty. May be put off likewise.
     virtual void fillRect(QRectF const &rect, Color const &fill);
     /// `toPage` takes text units to the page: a turn, a scaling and a shift.

@@ -77,6 +77,21 @@ bool isUsable(QTransform const &transform)
            std::isfinite(transform.dy());
 }
 
+/// All four corners turn the same way.
+bool isConvex(std::array<QPointF, 4> const &corners)
+{
+    int left = 0;
+    int right = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        QPointF const side = corners[(i + 1) % 4] - corners[i];
+        QPointF const next = corners[(i + 2) % 4] - corners[(i + 1) % 4];
+        double const turn = side.x() * next.y() - side.y() * next.x();
+        left += turn < 0.0 ? 1 : 0;
+        right += turn > 0.0 ? 1 : 0;
+    }
+    return left == 0 || right == 0;
+}
+
 bool addParts(Polygon2d const &polygon, bool closed, QPainterPath *path)
 {
     path->reserve(static_cast<int>(polygon.size() + polygon.getNumberOfParts()));
@@ -173,7 +188,7 @@ void PagePainter::drawPolygon(Polygon2d const &polygon, LineStyle const &line, F
         return;
     if (!isVisible(fill))
         return drawOutline(polygon, line, rotation, closed);
-    if (!toStroke(line, state_->scale) && fillRect(polygon, fill, rotation))
+    if (!toStroke(line, state_->scale) && (fillRect(polygon, fill, rotation) || fillConvex(polygon, fill, rotation)))
         return;
     QPainterPath path;
     if (addParts(polygon, closed, &path))
@@ -216,6 +231,25 @@ bool PagePainter::fillRect(Polygon2d const &polygon, FillStyle const &fill, Rota
     return true;
 }
 
+/// False for what is not known to be convex.
+bool PagePainter::fillConvex(Polygon2d const &polygon, FillStyle const &fill, Rotation const &rotation)
+{
+    std::size_t const count = polygon.size();
+    if (count < 3 || count > 4 || polygon.getNumberOfParts() != 1 || !state_->usable)
+        return false;
+    QTransform const toPage = transformOf(rotation) * state_->toPage;
+    std::array<QPointF, 4> corners;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!isFinite(polygon[i]))
+            return false;
+        corners[i] = toPage.map(bounded(polygon[i]));
+    }
+    if (count == 4 && !isConvex(corners))
+        return false;
+    canvas_->fillConvex(std::span(corners).first(count), fill.getColor());
+    return true;
+}
+
 void PagePainter::drawSymbol(Vec const &position, Symbol const &symbol, LineStyle const &line, FillStyle const &fill,
                              Rotation const &rotation)
 {
@@ -234,10 +268,15 @@ void PagePainter::drawEllipse(Vec const &centre, Vec const &radii, double angle,
 {
     if (!isFinite(centre) || !isFinite(radii) || !std::isfinite(angle) || !isFinite(rotation))
         return;
-    QPointF const bound = bounded(radii);
+    QPointF const bound(std::abs(bounded(radii).x()), std::abs(bounded(radii).y()));
+    QTransform const toPage = turnAbout(centre, angle) * transformOf(rotation) * state_->toPage;
+    if (state_->usable && isVisible(fill) && !toStroke(line, state_->scale)) {
+        if (Mark const *dot = state_->mark.getEllipse(bound, toPage))
+            return canvas_->drawMark(*dot, toPage.map(bounded(centre)), fill.getColor());
+    }
     QPainterPath path;
-    path.addEllipse(bounded(centre), std::abs(bound.x()), std::abs(bound.y()));
-    drawOutlineAndFill((turnAbout(centre, angle) * transformOf(rotation) * state_->toPage).map(path), line, fill);
+    path.addEllipse(bounded(centre), bound.x(), bound.y());
+    drawOutlineAndFill(toPage.map(path), line, fill);
 }
 
 void PagePainter::drawEllipseSegment(Vec const &centre, Vec const &radii, double startAngle, double endAngle,
