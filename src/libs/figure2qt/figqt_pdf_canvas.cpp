@@ -182,7 +182,7 @@ void PdfCanvas::appendLine(Polyline const &line, bool dense, std::string *path) 
     double const scale = dense ? UNITS_PER_MM : 1.0;
     char const *op = "m\n";
     for (QPointF const &at : line.points) {
-        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 4, op);
+        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 3, op);
         op = "l\n";
     }
     if (line.closed)

@@ -163,9 +163,9 @@ void SvgCanvas::appendLine(Polyline const &line, bool dense, std::string *path) 
             at = {std::round(at.x()), std::round(at.y())};
         *path += i == 0 ? 'M' : dense ? 'l' : 'L';
         QPointF const written = dense && i > 0 ? at - last : at;
-        appendNumber(path, written.x(), 4);
+        appendNumber(path, written.x(), 3);
         *path += ' ';
-        appendNumber(path, written.y(), 4);
+        appendNumber(path, written.y(), 3);
         last = at;
     }
     if (line.closed)
