@@ -1,5 +1,7 @@
 #include "figqt_ink_batch.h"
 
+#include "figqt_share_work.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -10,7 +12,8 @@ namespace {
 
 constexpr std::size_t MOST = 1U << 18U;
 constexpr std::size_t MOST_EDGES = 1U << 22U;
-constexpr int BAND = 64; // rows
+constexpr int BAND = 64;           // rows
+constexpr std::size_t MANY = 4096; // are worth a thread
 constexpr int REACH = static_cast<int>(SmallShape::LARGEST) + 2;
 constexpr double FAR_AWAY = 1e6;
 
@@ -66,32 +69,50 @@ void InkBatch::sortIntoBands()
     }
 }
 
+/// So that none is made while several threads look for them.
+void InkBatch::makeSprites()
+{
+    for (Item const &item : items_) {
+        if (item.edges == 0)
+            sprites_->get(static_cast<unsigned>(item.x & 15), static_cast<unsigned>(item.y & 15));
+    }
+}
+
 void InkBatch::paint(ClipArea const &clip)
 {
     if (items_.empty())
         return;
     sortIntoBands();
-    std::size_t next = 0;
-    for (std::size_t band = 0; band + 1 < bandEnds_.size(); ++band) {
-        auto const top = static_cast<int>(band) * BAND;
-        ClipArea const rows = next < bandEnds_[band] ? clip.rows(top, top + BAND) : clip;
-        for (; next < bandEnds_[band]; ++next)
-            paintItem(items_[sorted_[next]], rows);
-    }
+    makeSprites();
+    Pieces bands(bandEnds_.size() - 1);
+    shareWork(items_.size() / MANY + 1, [this, &clip, &bands] {
+        Ink ink(*ink_);
+        SmallShape shape;
+        for (std::size_t band = 0; bands.take(&band);)
+            paintBand(band, clip, &ink, &shape);
+    });
     items_.clear();
     edges_.clear();
 }
 
-void InkBatch::paintItem(Item const &item, ClipArea const &clip)
+void InkBatch::paintBand(std::size_t band, ClipArea const &clip, Ink *ink, SmallShape *shape) const
 {
-    ink_->setColor(item.color);
-    if (item.edges > 0)
-        shape_.paint(std::span(edges_).subspan(item.firstEdge, item.edges), *ink_, clip);
-    else
-        paintMark(item, clip);
+    std::size_t const first = band == 0 ? 0 : bandEnds_[band - 1];
+    if (first == bandEnds_[band])
+        return;
+    auto const top = static_cast<int>(band) * BAND;
+    ClipArea const rows = clip.rows(top, top + BAND);
+    for (std::size_t i = first; i < bandEnds_[band]; ++i) {
+        Item const &item = items_[sorted_[i]];
+        ink->setColor(item.color);
+        if (item.edges > 0)
+            shape->paint(std::span(edges_).subspan(item.firstEdge, item.edges), *ink, rows);
+        else
+            paintMark(item, rows, *ink);
+    }
 }
 
-void InkBatch::paintMark(Item const &item, ClipArea const &clip)
+void InkBatch::paintMark(Item const &item, ClipArea const &clip, Ink const &ink) const
 {
     MarkSprites::Sprite const &sprite =
         sprites_->get(static_cast<unsigned>(item.x & 15), static_cast<unsigned>(item.y & 15));
@@ -101,7 +122,7 @@ void InkBatch::paintMark(Item const &item, ClipArea const &clip)
     int const first = std::max(0, open.top() - top);
     int const end = std::min(static_cast<int>(sprite.height), open.bottom() + 1 - top);
     for (int row = first; row < end; ++row)
-        ink_->paint(left, top + row, sprites_->getRow(sprite, row), clip);
+        ink.paint(left, top + row, sprites_->getRow(sprite, row), clip);
 }
 
 } // namespace Zem::Fig2Qt

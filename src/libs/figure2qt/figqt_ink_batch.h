@@ -10,7 +10,8 @@
 namespace Zem::Fig2Qt {
 
 /// Gathers marks of one shape, and small shapes, and paints them in their order, one band of the picture after the
-/// other: what is strewn all over it would else wait for memory most of the time. Holds a limited number.
+/// other, the bands on all cores: what is strewn all over the picture would else wait for memory most of the time.
+/// Holds a limited number.
 class InkBatch
 {
 public:
@@ -42,13 +43,13 @@ private:
 
     int bandOf(int row) const;
     void sortIntoBands();
-    void paintItem(Item const &item, ClipArea const &clip);
-    void paintMark(Item const &item, ClipArea const &clip);
+    void makeSprites();
+    void paintBand(std::size_t band, ClipArea const &clip, Ink *ink, SmallShape *shape) const;
+    void paintMark(Item const &item, ClipArea const &clip, Ink const &ink) const;
 
     Ink *ink_;
     int const height_;
     std::unique_ptr<MarkSprites> sprites_;
-    SmallShape shape_;
     std::vector<Edge> edges_; // of all shapes
     std::vector<Item> items_;
     std::vector<std::uint32_t> sorted_; // items, band by band

@@ -27,7 +27,9 @@ std::uint32_t numberOf(Color const &color)
 
 int cellOf(double place)
 {
-    return static_cast<int>(std::floor(place / CELL));
+    double const cells = place / CELL;
+    auto const whole = static_cast<int>(cells);
+    return whole > cells ? whole - 1 : whole;
 }
 
 } // namespace
