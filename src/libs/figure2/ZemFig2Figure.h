@@ -28,6 +28,7 @@ namespace Zem::Fig2 {
 
 class ChartInterface;
 class FigureTokenInterface;
+class ImageInterface;
 class Invalidator;
 class Painter;
 
@@ -62,6 +63,9 @@ public:
     /// Not owned, and may be destroyed before the figure. The figure registers with it; a copy does so too.
     ChartInterface *getChartInterface() const { return chartInterface_; }
     void setChartInterface(ChartInterface *chartInterface);
+    /// The same for what image labels show.
+    ImageInterface *getImageInterface() const { return imageInterface_; }
+    void setImageInterface(ImageInterface *imageInterface);
     /// The parent of the script objects of all elements. Owned by the figure.
     ScriptObject *getElementsScriptObject() const { return elementsScriptObject_.get(); }
 
@@ -83,7 +87,8 @@ public:
     void drawBackground(Painter *painter) const;
     void drawConnectorLines(Painter *painter) const;
     /// For callers that draw element by element: replaces `order` by the visible elements in the order of drawing.
-    /// Throws ProgError for one that is an image or a snapshot frame, or of no known type.
+    /// Image labels stand behind their image and vanish with it. Throws ProgError for an element of no known type, and
+    /// for one named image or snapshot frame that is none.
     void computeRenderingOrder(std::vector<Element const *> *order) const;
 
     /// All elements below the root, groups before their children.
@@ -152,6 +157,7 @@ private:
 
     FigureTokenInterface const *tokenInterface_ = nullptr;
     ChartInterface *chartInterface_ = nullptr;
+    ImageInterface *imageInterface_ = nullptr;
     Group *root_ = nullptr;
     BaVec2d<double> size_{210.0, 297.0};
     FillStyle background_{Color(255, 255, 255)};

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -124,6 +125,8 @@ private:
     std::size_t requireLayerChild(Element const *element, char const *function) const;
     void swapLayers(std::size_t lower);
     void requireDepth() const;
+    std::unique_ptr<Element> loadChild(IO::InStream *stream, Type_t type, int a, int b);
+    std::unique_ptr<Element> loadImageLabel(IO::InStream *stream);
     void loadChildren(IO::InStream *stream, int a, int b);
     ChildTable loadChildTable(IO::InStream *stream);
     bool dragLeaf(Element *leaf, DragScale const &scale, std::map<Element *, QString> *before);

@@ -37,6 +37,10 @@ public:
         TYPE_FIXED_POLYGON = 9,
         TYPE_FIXED_GRID = 10
     };
+    static constexpr unsigned int NUMBER_OF_TYPES = TYPE_FIXED_GRID + 1;
+
+    /// An empty element of the type, owned by the caller; null for an unknown type.
+    static ImageDataElement *create(Type_t type);
 
     virtual ~ImageDataElement();
     /// The caller owns the copy.

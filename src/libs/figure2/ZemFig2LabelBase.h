@@ -14,6 +14,9 @@
 
 namespace Zem::Fig2 {
 
+class ChartBase;
+class ImageBase;
+
 /// Tokens stand in the text between two '$', format first, as in $+10.2[mm]part.length$. At each update they are
 /// replaced by their values at the stage; the box sizes itself to the result while auto size is on, and connector lines
 /// tie it to what it annotates. A token that no source knows prints "???" and is tried again at every update.
@@ -115,6 +118,8 @@ protected:
     LabelBase(LabelBase const &other);
     LabelBase &operator=(LabelBase const &) = default;
 
+    /// Remembers that a value was found under its own name, and the counter that it had there.
+    void noteToken(QString const &name, unsigned int counter) { tokenCounters_[name] = {name, counter}; }
     QString resolveTokensInText(StageIdentifier const &stage, FigureTokenInterface const *tokens, QString const &text);
 
     /// Widens the update polygon by the lines to connected elements and to the connector point.
@@ -133,8 +138,12 @@ private:
     static int takeTextCacheId();
     void convertLoadedText(unsigned int version);
     std::vector<QString> const &getTokenNames() const;
-    bool resolveInTarget(StageIdentifier const &stage, FigureTokenInterface const *tokens, Element const *target,
+    bool resolveInTarget(StageIdentifier const &stage, FigureTokenInterface const *tokens, Connector const &connector,
                          QString const &name, Value *value);
+    bool resolveInChart(StageIdentifier const &stage, FigureTokenInterface const *tokens, ChartBase const &chart,
+                        QString const &name, Value *value);
+    bool resolveInImage(StageIdentifier const &stage, FigureTokenInterface const *tokens, ImageBase const &image,
+                        QString const &object, QString const &name, Value *value);
     QString resolveTokenText(StageIdentifier const &stage, FigureTokenInterface const *tokens, QString const &inner);
     void measureText();
     void renewTextCacheId();

@@ -17,6 +17,10 @@
 #include <iosfwd>
 #include <vector>
 
+namespace Zem {
+class Image;
+} // namespace Zem
+
 namespace Zem::Fig2 {
 
 class Element;
@@ -39,6 +43,10 @@ public:
     /// goes to `type` unless that is null.
     static void saveToken(IO::OutStream *stream, QString const &token);
     static QString loadToken(IO::InStream *stream, Variable_t *type);
+
+    /// A block of a picture, which is not null. What loadImage makes is the caller's; it throws IO::StreamException.
+    static void saveImage(IO::OutStream *stream, Zem::Image const *image);
+    static Zem::Image *loadImage(IO::InStream *stream);
 
     /// Parameters of one of the words "begin", "center", "end"; anything else is a ParamError.
     static Alignment_t getAlignment(QString &parameters, QString const &key);

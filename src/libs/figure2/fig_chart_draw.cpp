@@ -2,7 +2,7 @@
 #include "ZemFig2Chart.h"
 
 #include "ZemFig2Painter.h"
-#include "fig_chart_loan.h"
+#include "fig_loan.h"
 
 #include <ZemError.h>
 #include <ZemTranslate.h>

@@ -4,8 +4,8 @@
 #include "ZemFig2Connector.h"
 #include "ZemFig2LabelBase.h"
 #include "ZemFig2Legend.h"
-#include "fig_chart_loan.h"
 #include "fig_chart_projection.h"
+#include "fig_loan.h"
 
 #include <ZemColorMap.h>
 #include <ZemError.h>

@@ -6,7 +6,7 @@
 #include "ZemFig2Painter.h"
 #include "ZemFig2Tools.h"
 #include "fig_alignment.h"
-#include "fig_chart_loan.h"
+#include "fig_loan.h"
 
 #include <algorithm>
 

@@ -4,9 +4,11 @@
 #include "ZemFig2Chart.h"
 #include "ZemFig2ChartLegend.h"
 #include "ZemFig2Group.h"
+#include "ZemFig2Image.h"
 #include "ZemFig2Label.h"
 #include "ZemFig2Legend.h"
 #include "ZemFig2Line.h"
+#include "ZemFig2Logo.h"
 #include "ZemFig2Polygon.h"
 #include "ZemFig2Rectangle.h"
 
@@ -35,14 +37,16 @@ Element *Element::create(Type_t type)
         return new Legend;
     case CHART_LEGEND:
         return new ChartLegend;
+    case IMAGE:
+        return new Image;
+    case LOGO:
+        return new Logo;
     case GROUP:
         return new Group;
     case IMAGE_LABEL:
         throw ProgError("Zem::Fig2::Element::create", "fig_element", __LINE__,
                         "Image labels cannot be created this way");
     // The application has classes for these, the library has none.
-    case IMAGE:
-    case LOGO:
     case SNAPSHOT:
     case SNAPSHOT_FRAME:
         break;

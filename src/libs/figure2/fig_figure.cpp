@@ -2,6 +2,9 @@
 
 #include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
+#include "ZemFig2Image.h"
+#include "ZemFig2ImageInterface.h"
+#include "ZemFig2ImageLabel.h"
 #include "ZemFig2Invalidator.h"
 #include "ZemFig2LabelBase.h"
 #include "ZemFig2Painter.h"
@@ -87,18 +90,23 @@ Figure::Figure(FigureTokenInterface const *tokenInterface) : tokenInterface_(tok
 
 Figure::Figure(Figure const &other)
     : TObject(other), tokenInterface_(other.tokenInterface_), chartInterface_(other.chartInterface_),
-      size_(other.size_), background_(other.background_), invalidatePage_(other.invalidatePage_)
+      imageInterface_(other.imageInterface_), size_(other.size_), background_(other.background_),
+      invalidatePage_(other.invalidatePage_)
 {
     createScriptObjects();
     setRoot(other.root_->clone(nullptr));
     if (chartInterface_)
         chartInterface_->registerFigureForUpdate(this);
+    if (imageInterface_)
+        imageInterface_->registerFigureForUpdate(this);
 }
 
 Figure::~Figure()
 {
     if (chartInterface_)
         chartInterface_->unregisterFigureForUpdate(this);
+    if (imageInterface_)
+        imageInterface_->unregisterFigureForUpdate(this);
     // A receiver may unregister itself, or another, while the list is walked.
     std::vector<Invalidator *> const told = invalidators_;
     for (Invalidator *invalidator : told)
@@ -149,6 +157,15 @@ void Figure::setChartInterface(ChartInterface *chartInterface)
     chartInterface_ = chartInterface;
     if (chartInterface_)
         chartInterface_->registerFigureForUpdate(this);
+}
+
+void Figure::setImageInterface(ImageInterface *imageInterface)
+{
+    if (imageInterface_)
+        imageInterface_->unregisterFigureForUpdate(this);
+    imageInterface_ = imageInterface;
+    if (imageInterface_)
+        imageInterface_->registerFigureForUpdate(this);
 }
 
 void Figure::registerInvalidator(Invalidator *invalidator)
@@ -255,6 +272,25 @@ void Figure::draw(Painter *painter) const
     }
 }
 
+namespace {
+
+/// An image and the labels that belong to it, visible or not, those of the highest priority first.
+void appendImage(Element const *element, std::vector<Element const *> *order)
+{
+    auto const *image = dynamic_cast<ImageBase const *>(element);
+    if (!image)
+        throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
+                        "Image element cast failed");
+    order->push_back(image);
+    std::vector<ImageLabel *> labels;
+    image->collectImageLabels(&labels);
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](ImageLabel *a, ImageLabel *b) { return a->getDrawingPriority() > b->getDrawingPriority(); });
+    order->insert(order->end(), labels.begin(), labels.end());
+}
+
+} // namespace
+
 void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
 {
     order->clear();
@@ -265,10 +301,8 @@ void Figure::computeRenderingOrder(std::vector<Element const *> *order) const
             throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
                             "type does not belong to a figure element");
         if (isImageOrFrame(it->getType()))
-            throw ProgError("Zem::Fig2::Figure::computeRenderingOrder", "fig_figure", __LINE__,
-                            "Image element cast failed");
-        // Image labels are reached through their image only.
-        if (!isImageLabel(it->getType()))
+            appendImage(*it, order);
+        else if (!isImageLabel(it->getType()))
             order->push_back(*it);
     }
 }
@@ -358,9 +392,12 @@ void Figure::forgetSelection(Element const *element, Group *group)
 
 namespace {
 
-/// Labels without connectors hide when they say so.
+/// Labels without connectors hide when they say so, image labels also when they are not drawn.
 bool isHittable(Element const *element, FigureTokenInterface const *tokens)
 {
+    auto const *imageLabel = dynamic_cast<ImageLabel const *>(element);
+    if (imageLabel && !imageLabel->isLabelDrawn(tokens))
+        return false;
     auto const *label = dynamic_cast<LabelBase const *>(element);
     if (!label || label->getDrawUnconnected() || label->getConnectorBegin() != label->getConnectorEnd())
         return true;

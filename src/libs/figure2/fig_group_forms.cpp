@@ -2,6 +2,7 @@
 #include "ZemFig2Group.h"
 
 #include "ZemFig2Figure.h"
+#include "ZemFig2ImageLabel.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
 
@@ -33,6 +34,15 @@ bool isKnown(Element const *child)
     return child->getType() < Element::NUMBER_OF_TYPES;
 }
 
+/// Any element can be given the type; only of an image label there are the blocks that load expects.
+ImageLabel const *requireImageLabel(Element const *child)
+{
+    auto const *label = dynamic_cast<ImageLabel const *>(child);
+    if (!label)
+        throw ProgError("Zem::Fig2::Group::save", "fig_group", __LINE__, "Image label cast failed");
+    return label;
+}
+
 } // namespace
 
 void Group::save(IO::OutStream *stream, int a, int b) const
@@ -48,7 +58,9 @@ void Group::save(IO::OutStream *stream, int a, int b) const
         archive.field(masterElement_ ? masterElement_->getId() : 0);
     });
     for (Element const *child : children_) {
-        if (isKnown(child))
+        if (child->getType() == IMAGE_LABEL)
+            ImageLabelCreator::save(stream, requireImageLabel(child));
+        else if (isKnown(child))
             child->save(stream, a, b);
     }
 }
@@ -89,19 +101,36 @@ void Group::load(IO::InStream *stream, int a, int b)
     });
 }
 
+std::unique_ptr<Element> Group::loadChild(IO::InStream *stream, Type_t type, int a, int b)
+{
+    std::unique_ptr<Element> child(Element::create(type));
+    if (!child)
+        return child;
+    child->setParent(this);
+    // Named by what it loads: a name made now would only be looked for in vain among those that come.
+    child->joinFigure(getFigure());
+    child->load(stream, a, b);
+    return child;
+}
+
+std::unique_ptr<Element> Group::loadImageLabel(IO::InStream *stream)
+{
+    std::unique_ptr<Element> label(ImageLabelCreator::load(stream));
+    label->setParent(this);
+    label->joinFigure(getFigure());
+    return label;
+}
+
 void Group::loadChildren(IO::InStream *stream, int a, int b)
 {
     deleteChildren();
     ChildTable const table = loadChildTable(stream);
     for (unsigned int type : table.types) {
+        std::unique_ptr<Element> child =
+            type == IMAGE_LABEL ? loadImageLabel(stream) : loadChild(stream, static_cast<Type_t>(type), a, b);
         // A type that this release does not know has left nothing in the stream to read.
-        std::unique_ptr<Element> child(type == IMAGE_LABEL ? nullptr : Element::create(static_cast<Type_t>(type)));
         if (!child)
             continue;
-        child->setParent(this);
-        // Named by what it loads: a name made now would only be looked for in vain among those that come.
-        child->joinFigure(getFigure());
-        child->load(stream, a, b);
         if (table.hasMaster && child->getId() == table.masterId)
             masterElement_ = child.get();
         children_.push_back(child.get());

@@ -1,5 +1,8 @@
 #include "ZemFig2ImageDataElement.h"
 
+#include "ZemFig2ImageDataFixedShapes.h"
+#include "ZemFig2ImageDataPoints.h"
+#include "ZemFig2ImageDataShapes.h"
 #include "fig_block.h"
 
 namespace Zem::Fig2 {
@@ -7,9 +10,37 @@ namespace Zem::Fig2 {
 namespace {
 
 constexpr unsigned int BLOCK_VERSION = 2; // 2: the type instead of a colour
-constexpr unsigned int TYPES = 11;
 
 } // namespace
+
+ImageDataElement *ImageDataElement::create(Type_t type)
+{
+    switch (type) {
+    case TYPE_POINT_MARKER:
+        return new ImageDataPointMarker;
+    case TYPE_LINE:
+        return new ImageDataLine;
+    case TYPE_ELLIPSE:
+        return new ImageDataEllipse;
+    case TYPE_TEXT:
+        return new ImageDataText;
+    case TYPE_POINTS:
+        return new ImageDataPoints;
+    case TYPE_POLYGON:
+        return new ImageDataPolygon;
+    case TYPE_FIXED_LINE:
+        return new ImageDataFixedLine;
+    case TYPE_FIXED_ELLIPSE:
+        return new ImageDataFixedEllipse;
+    case TYPE_FIXED_TEXT:
+        return new ImageDataFixedText;
+    case TYPE_FIXED_POLYGON:
+        return new ImageDataFixedPolygon;
+    case TYPE_FIXED_GRID:
+        return new ImageDataFixedGrid;
+    }
+    return nullptr;
+}
 
 ImageDataElement::~ImageDataElement() = default;
 
@@ -25,7 +56,7 @@ unsigned int ImageDataElement::getNumberOfDrawSteps() const
 
 void ImageDataElement::save(IO::OutStream *stream) const
 {
-    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) { archive.list(type_, TYPES); });
+    saveBlock(stream, BLOCK_VERSION, [this](auto &archive) { archive.list(type_, NUMBER_OF_TYPES); });
 }
 
 void ImageDataElement::load(IO::InStream *stream)

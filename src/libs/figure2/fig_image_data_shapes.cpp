@@ -3,9 +3,9 @@
 #include "ZemFig2Painter.h"
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
+#include "fig_image_arrow.h"
 #include "fig_items.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -21,31 +21,9 @@ constexpr unsigned int TEXT_VERSION = 1;
 constexpr unsigned int POLYGON_VERSION = 2; // 2: closed flag
 constexpr unsigned int ARROW_MODES = 4;
 
-constexpr double ARROW_WIDTHS = 5.0;               // length of an arrow head in widths of its line
-constexpr double LEAST_ARROW = 0.3;                // page millimetres
-constexpr double ARROW_ANGLE = 0.3490658503988659; // 20 degrees
-
 bool isSameAngle(double a, double b)
 {
     return std::abs(a - b) < 1e-50;
-}
-
-/// The smallest head is deliberately not limited by the length of the line.
-double arrowLength(double lineWidth, double length)
-{
-    double const head = lineWidth * ARROW_WIDTHS;
-    return head < LEAST_ARROW ? LEAST_ARROW : std::min(head, length);
-}
-
-/// Draws the head at `tip`. The result is where the line is to end.
-BaVec2d<double> drawArrow(Painter *painter, BaVec2d<double> const &tip, BaVec2d<double> const &other, double length,
-                          Color const &color, Rotation const &rotation)
-{
-    Polygon2d head;
-    BaVec2d<double> lineEnd;
-    Tools::getArrowHead(tip, other, length, ARROW_ANGLE, &head, &lineEnd);
-    painter->drawPolygon(head, LineStyle::null, FillStyle(color), rotation, true);
-    return lineEnd;
 }
 
 bool hasArrowAt(ImageDataVisualisation::ArrowMode_t mode, ImageDataVisualisation::ArrowMode_t end)
@@ -116,11 +94,13 @@ void ImageDataLine::drawShape(Painter *painter, ImagePlacement const &placement,
     BaVec2d<double> lineStart = a;
     BaVec2d<double> lineEnd = b;
     if (visualisation.getDrawArrows() != ImageDataVisualisation::ARROW_NONE) {
-        double const length = arrowLength(line.getWidth(), (b - a).length());
+        double const length = arrowHeadLength(line.getWidth(), (b - a).length());
+        FillStyle const fill(line.getColor());
+        Polygon2d head;
         if (hasArrowAt(arrows_, ImageDataVisualisation::ARROW_FIRST))
-            lineStart = drawArrow(painter, a, b, length, line.getColor(), placement.rotation);
+            lineStart = drawArrowHead(painter, a, b, length, fill, placement.rotation, &head);
         if (hasArrowAt(arrows_, ImageDataVisualisation::ARROW_SECOND))
-            lineEnd = drawArrow(painter, b, a, length, line.getColor(), placement.rotation);
+            lineEnd = drawArrowHead(painter, b, a, length, fill, placement.rotation, &head);
     }
     painter->drawLine(lineStart, lineEnd, line, placement.rotation);
 }

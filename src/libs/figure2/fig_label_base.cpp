@@ -3,13 +3,15 @@
 #include "ZemFig2Calculator.h"
 #include "ZemFig2Chart.h"
 #include "ZemFig2Connector.h"
+#include "ZemFig2Image.h"
+#include "ZemFig2ImageData.h"
 #include "ZemFig2Painter.h"
 #include "ZemFig2RichText.h"
 #include "ZemFig2Rotation.h"
 #include "ZemFig2TokenInterface.h"
 #include "ZemFig2Tools.h"
 #include "fig_alignment.h"
-#include "fig_chart_loan.h"
+#include "fig_loan.h"
 #include "fig_value.h"
 
 #include <ZemError.h>
@@ -42,6 +44,22 @@ bool isAnnotatable(Element const *element)
     }
 }
 
+/// The place before the target's rotation that a connector leads to: a chart's origin; of an image the object that the
+/// connector names. False, and `point` is left alone, when the data have no such object.
+bool findAnnotatedPoint(Connector const &connector, FigureTokenInterface const *tokens, BaVec2d<double> *point)
+{
+    if (auto const *image = dynamic_cast<ImageBase const *>(connector.getTarget())) {
+        if (ImageLoan const data(tokens, image->getToken()); data) {
+            ImageDataObject const *object = data->getObject(connector.getTargetName());
+            if (object)
+                *point = image->getFigurePoint(object->getConnectorPoint());
+            return object != nullptr;
+        }
+    }
+    *point = connector.getTarget()->getOrigin();
+    return true;
+}
+
 } // namespace
 
 constinit int LabelBase::_text_cache_id_counter = 0;
@@ -54,9 +72,9 @@ LabelBase::LabelBase(Type_t type) : AreaBase(type), textCacheId_(takeTextCacheId
 
 LabelBase::LabelBase(LabelBase const &other)
     : AreaBase(other), text_(other.text_), colorBarVisible_(other.colorBarVisible_), colorBar_(other.colorBar_),
-      textAlignmentX_(other.textAlignmentX_), textAlignmentY_(other.textAlignmentY_),
-      expandWidth_(other.expandWidth_), connectorPoint_(other.connectorPoint_),
-      connectorStyle_(other.connectorStyle_), templateName_(other.templateName_), resolvedText_(other.resolvedText_),
+      textAlignmentX_(other.textAlignmentX_), textAlignmentY_(other.textAlignmentY_), expandWidth_(other.expandWidth_),
+      connectorPoint_(other.connectorPoint_), connectorStyle_(other.connectorStyle_),
+      templateName_(other.templateName_), resolvedText_(other.resolvedText_),
       resolvedTextOffset_(other.resolvedTextOffset_), resolvedTextSize_(other.resolvedTextSize_),
       lastText_(other.lastText_), lastFont_(other.lastFont_), lastWidth_(other.lastWidth_),
       measuredWidth_(other.measuredWidth_), colorBarSize_(other.colorBarSize_), textCacheId_(other.textCacheId_)
@@ -135,8 +153,7 @@ QString LabelBase::getRTFStyleAttribute(Font const &font, Color const &color)
 unsigned int LabelBase::getEstimatedObjectSize() const
 {
     qsizetype const characters = text_.size() + resolvedText_.size() + lastText_.size() + templateName_.size();
-    return AreaBase::getEstimatedObjectSize() +
-           static_cast<unsigned int>(sizeof(LabelBase) - sizeof(AreaBase)) +
+    return AreaBase::getEstimatedObjectSize() + static_cast<unsigned int>(sizeof(LabelBase) - sizeof(AreaBase)) +
            static_cast<unsigned int>(characters) * static_cast<unsigned int>(sizeof(QChar));
 }
 
@@ -165,8 +182,7 @@ bool LabelBase::isDataValid(StageIdentifier const &stage, FigureTokenInterface c
     for (QString const &name : getTokenNames()) {
         auto const seen = tokenCounters_.find(name);
         // A token that was never found keeps the label stale, so that it is tried again.
-        if (seen == tokenCounters_.end() ||
-            getTokenModifiedCounter(tokens, seen->second.first) != seen->second.second)
+        if (seen == tokenCounters_.end() || getTokenModifiedCounter(tokens, seen->second.first) != seen->second.second)
             return false;
     }
     return true;
@@ -183,32 +199,56 @@ bool LabelBase::resolveToken(StageIdentifier const &stage, FigureTokenInterface 
     if (tokens) {
         *value = tokens->getValue(name, IndexIdentifier::NO_INDEX, stage);
         if (hasValue(*value)) {
-            tokenCounters_[name] = {name, getTokenModifiedCounter(tokens, name)};
+            noteToken(name, getTokenModifiedCounter(tokens, name));
             return true;
         }
     }
     return std::any_of(getConnectorBegin(), getConnectorEnd(), [&](Connector const *connector) {
-        return resolveInTarget(stage, tokens, connector->getTarget(), name, value);
+        return resolveInTarget(stage, tokens, *connector, name, value);
     });
 }
 
 /// Looks for the value in what the label annotates.
 bool LabelBase::resolveInTarget(StageIdentifier const &stage, FigureTokenInterface const *tokens,
-                                Element const *target, QString const &name, Value *value)
+                                Connector const &connector, QString const &name, Value *value)
 {
+    Element const *target = connector.getTarget();
     if (!isAnnotatable(target)) {
         QString const text = QStringLiteral("Illegal connector target: %1").arg(target->getTypeName());
         throw ProgError("Zem::Fig2::LabelBase::resolveToken", "fig_label", __LINE__, text.toLatin1().constData());
     }
-    auto const *chart = dynamic_cast<ChartBase const *>(target);
-    if (!chart || !tokens)
+    if (!tokens)
         return false;
-    QString const token = chart->getToken();
-    *value = chart->getValue(stage, ChartLoan(tokens, token).get(), name);
+    if (auto const *chart = dynamic_cast<ChartBase const *>(target))
+        return resolveInChart(stage, tokens, *chart, name, value);
+    auto const *image = dynamic_cast<ImageBase const *>(target);
+    return image && resolveInImage(stage, tokens, *image, connector.getTargetName(), name, value);
+}
+
+bool LabelBase::resolveInChart(StageIdentifier const &stage, FigureTokenInterface const *tokens, ChartBase const &chart,
+                               QString const &name, Value *value)
+{
+    QString const token = chart.getToken();
+    *value = chart.getValue(stage, ChartLoan(tokens, token).get(), name);
     if (!hasValue(*value))
         return false;
     tokenCounters_[name] = {token, tokens->getModifiedCounter(token)};
     return true;
+}
+
+/// The values are those of the object that the connector leads to. Unlike with charts, the label follows the image also
+/// when there is no value.
+bool LabelBase::resolveInImage(StageIdentifier const &stage, FigureTokenInterface const *tokens, ImageBase const &image,
+                               QString const &object, QString const &name, Value *value)
+{
+    QString const token = image.getToken();
+    tokenCounters_[name] = {token, tokens->getModifiedCounter(token)};
+    ImageLoan const data(tokens, token);
+    ImageDataObject const *found = data ? data->getObject(object) : nullptr;
+    if (!found || !found->getTokenInterface())
+        return false;
+    *value = found->getTokenInterface()->getValue(name, IndexIdentifier::NO_INDEX, stage);
+    return hasValue(*value);
 }
 
 namespace {
@@ -429,7 +469,7 @@ bool LabelBase::canConnectTo(Element const *target, QString const &) const
     return isAnnotatable(target);
 }
 
-bool LabelBase::computeConnectorPoints(Connector const *connector, FigureTokenInterface const *,
+bool LabelBase::computeConnectorPoints(Connector const *connector, FigureTokenInterface const *tokens,
                                        BaVec2d<double> *from, BaVec2d<double> *to) const
 {
     if (connector->getSource() != this)
@@ -438,7 +478,8 @@ bool LabelBase::computeConnectorPoints(Connector const *connector, FigureTokenIn
     if (!isAnnotatable(target))
         throw ProgError("Zem::Fig2::LabelBase::computeConnectorPoints", "fig_label", __LINE__,
                         "Unhandled connector target type");
-    *to = target->getOrigin();
+    if (!findAnnotatedPoint(*connector, tokens, to))
+        return false;
     if (target->hasAngle() && std::abs(target->getAngle()) > TOLERANCE)
         *to = Rotation(target).applyTo(*to);
     return getDragPolygon().intersect(LineSegment2d(Rotation(this).applyTo(getOrigin()), *to), from);
@@ -474,8 +515,8 @@ void LabelBase::drawConnectorLine(Painter *painter) const
     if (length >= TOLERANCE)
         towards = towards * (CONNECTOR_POINT_RADIUS / length);
     painter->drawLine(crossing, connectorPoint_ - towards, style, Rotation::null);
-    painter->drawEllipse(connectorPoint_, {CONNECTOR_POINT_RADIUS, CONNECTOR_POINT_RADIUS}, 0.0, style,
-                         FillStyle::null, Rotation::null);
+    painter->drawEllipse(connectorPoint_, {CONNECTOR_POINT_RADIUS, CONNECTOR_POINT_RADIUS}, 0.0, style, FillStyle::null,
+                         Rotation::null);
 }
 
 void LabelBase::drawConnectors(FigureTokenInterface const *tokens, Painter *painter) const

@@ -5,6 +5,7 @@
 #include "ZemFig2Painter.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
+#include "fig_picture.h"
 #include "fig_words.h"
 
 #include <cmath>
@@ -17,6 +18,7 @@ namespace {
 constexpr unsigned int POLYGON_BLOCK_VERSION = 1;
 constexpr unsigned int FONT_BLOCK_VERSION = 1;
 constexpr unsigned int TOKEN_BLOCK_VERSION = 3; // 3: no type any more
+constexpr PictureBlockRules PICTURE_RULES{4, [](unsigned int version) { return version == 2; }, 4, false};
 
 constexpr std::array<char const *, 3> ALIGNMENT_WORDS{"begin", "center", "end"};
 
@@ -74,6 +76,16 @@ void Tools::load(IO::InStream *stream, Font *font)
         throw IO::StreamException(
             translate("Figure_Tools_err", "cannot load figure font: %1").arg(cause.getText()));
     }
+}
+
+void Tools::saveImage(IO::OutStream *stream, Zem::Image const *image)
+{
+    savePicture(stream, PICTURE_RULES, *image);
+}
+
+Zem::Image *Tools::loadImage(IO::InStream *stream)
+{
+    return loadPicture(stream, PICTURE_RULES).release();
 }
 
 void Tools::saveToken(IO::OutStream *stream, QString const &token)

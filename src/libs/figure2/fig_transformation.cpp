@@ -1,6 +1,7 @@
 #include "ZemFig2Transformation.h"
 
 #include "fig_block.h"
+#include "fig_camera_record.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,29 +60,12 @@ std::unique_ptr<Transformation> createTransformation(unsigned int type)
     }
 }
 
-/// The numbers of a camera's own block.
-struct CameraRecord
+template <class Archive, class Record>
+void cameraBlock(Archive &archive, Record &record)
 {
-    double r0 = 0.0;
-    int offsetX = 0;
-    int offsetY = 0;
-    unsigned int imageWidth = 0;
-    unsigned int imageHeight = 0;
-    BaVec3d<double> translation;
-    BaVec3d<double> angles;
-
-    template <class Archive, class Self>
-    static void blockFields(Archive &archive, Self &self)
-    {
-        archive.field(self.r0);
-        archive.field(self.offsetX);
-        archive.field(self.offsetY);
-        archive.field(self.imageWidth);
-        archive.field(self.imageHeight);
-        archive.field(self.translation);
-        archive.field(self.angles);
-    }
-};
+    CameraRecord::cameraFields(archive, record);
+    CameraRecord::motionFields(archive, record);
+}
 
 } // namespace
 
@@ -167,7 +151,7 @@ void CameraTransformation::save(IO::OutStream *stream) const
     CameraRecord const record{
         camera_.getR0(),          camera_.getHPXOffset(),           camera_.getHPYOffset(),     camera_.getImageWidth(),
         camera_.getImageHeight(), transformation_.getTranslation(), transformation_.getAngles()};
-    saveBlock(stream, CAMERA_BLOCK_VERSION, [&record](auto &archive) { CameraRecord::blockFields(archive, record); });
+    saveBlock(stream, CAMERA_BLOCK_VERSION, [&record](auto &archive) { cameraBlock(archive, record); });
     camera_.getOrientation().save(stream);
     coordinateTransformation_.writeBlock(stream);
 }
@@ -176,21 +160,15 @@ void CameraTransformation::load(IO::InStream *stream)
 {
     Transformation::load(stream);
     CameraRecord record;
-    unsigned int const version = loadBlock(stream, CAMERA_BLOCK_VERSION,
-                                           [&record](auto &archive) { CameraRecord::blockFields(archive, record); });
+    unsigned int const version =
+        loadBlock(stream, CAMERA_BLOCK_VERSION, [&record](auto &archive) { cameraBlock(archive, record); });
     Cal::InternalOrientation orientation;
     orientation.load(stream);
     FG::CoordinateTransformation coordinateTransformation;
     if (version >= 4)
         coordinateTransformation.readBlock(stream);
 
-    Cal::Camera camera(nullptr);
-    camera.setOrientation(orientation);
-    camera.setR0(record.r0);
-    camera.setHPOffset(record.offsetX, record.offsetY);
-    camera.setImageSize(record.imageWidth, record.imageHeight);
-    *this = CameraTransformation(camera, Zem::Transformation(record.translation, record.angles, 1.0),
-                                 coordinateTransformation);
+    *this = CameraTransformation(record.camera(orientation), record.motion(), coordinateTransformation);
 }
 
 ScaledImageTransformation::ScaledImageTransformation()

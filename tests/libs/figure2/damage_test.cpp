@@ -9,9 +9,11 @@
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
 
+#include <ZemImage.h>
 #include <ZemScriptObject.h>
 
 #include <gtest/gtest.h>
@@ -47,9 +49,12 @@ std::string everything()
     Legend2::HistogramData histogram;
     histogram.addHistogram({{1.0, 2}, {2.0, 3}});
     legend->setLocalHistogramData(histogram);
+    auto *logo = new Logo;
+    logo->setImage(new ImageColor(3, 2));
     for (Element *element :
          {static_cast<Element *>(source), static_cast<Element *>(new Line), static_cast<Element *>(new Ellipse),
-          static_cast<Element *>(polygon), static_cast<Element *>(legend), static_cast<Element *>(group)})
+          static_cast<Element *>(polygon), static_cast<Element *>(legend), static_cast<Element *>(logo),
+          static_cast<Element *>(group)})
         figure.getRoot()->addChild(element);
     group->addChild(label);
     group->addChild(inner);

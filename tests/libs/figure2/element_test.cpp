@@ -4,6 +4,7 @@
 #include <ZemFig2Group.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 #include <ZemFig2Polygon.h>
 
 #include <ZemScriptObject.h>
@@ -134,7 +135,8 @@ TEST(ElementTypes, settingOneClearsValid)
 TEST(ElementCreate, makesAnEmptyElementOfEachShape)
 {
     for (Element::Type_t type :
-         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL, Element::GROUP}) {
+         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL, Element::LOGO,
+          Element::GROUP}) {
         std::unique_ptr<Element> const element(Element::create(type));
         ASSERT_NE(element, nullptr);
         EXPECT_EQ(element->getType(), type);
@@ -187,6 +189,7 @@ TEST(ElementAbilities, followTheFamily)
     EXPECT_EQ(abilitiesOf(Polygon()), polygon);
     EXPECT_EQ(abilitiesOf(Group()), group);
     EXPECT_EQ(abilitiesOf(Label()), label);
+    EXPECT_EQ(abilitiesOf(Logo()), area);
 }
 
 TEST(ElementAbilities, ofShapesHoldNoTokensAndNoHandles)

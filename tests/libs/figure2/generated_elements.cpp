@@ -6,8 +6,10 @@
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 #include <ZemFig2Polygon.h>
 
+#include <ZemImage.h>
 #include <ZemScriptObject.h>
 
 #include <rapidcheck.h>
@@ -21,8 +23,9 @@ namespace {
 /// Those with a text form first.
 constexpr std::array LEAF_TYPES{Element::LINE,         Element::RECTANGLE, Element::ELLIPSE,
                                 Element::POLYGON,      Element::LABEL,     Element::LEGEND,
-                                Element::CHART_LEGEND, Element::CHART,     Element::GENERIC_CHART};
-constexpr std::size_t NUMBER_OF_TEXT_TYPES = 7;
+                                Element::CHART_LEGEND, Element::LOGO,      Element::CHART,
+                                Element::GENERIC_CHART};
+constexpr std::size_t NUMBER_OF_TEXT_TYPES = 8;
 
 double number()
 {
@@ -162,6 +165,30 @@ void fill(Polygon &polygon)
     for (unsigned int i = 0, count = 3 + below(6); i < count; ++i)
         points.addPoint(vec());
     polygon.setPolygon(points);
+}
+
+void fill(AlignedElement &element)
+{
+    element.setAutoScale(flag());
+    element.setScaling(number());
+    element.setAlignmentX(alignment());
+    element.setAlignmentY(alignment());
+    element.setInnerOrigin(vec());
+}
+
+Zem::Image *picture()
+{
+    unsigned int const width = 1 + below(3);
+    auto *picture = new ImageColor(width, 1 + below(3));
+    picture->setPixel(width - 1, 0, color());
+    picture->setHasAlphaChannel(flag());
+    return picture;
+}
+
+void fillPicture(Logo &logo)
+{
+    logo.setFileName(word());
+    logo.setImage(flag() ? picture() : nullptr);
 }
 
 ColorBar colorBar()
@@ -362,6 +389,8 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
         fill(*line);
     else if (auto *polygon = dynamic_cast<Polygon *>(element.get()))
         fill(*polygon);
+    else if (auto *aligned = dynamic_cast<AlignedElement *>(element.get()))
+        fill(*aligned);
     else if (auto *label = dynamic_cast<LabelBase *>(element.get()))
         fill(*label);
     else if (auto *legend = dynamic_cast<Legend *>(element.get()))
@@ -370,7 +399,9 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
         fill(*base);
     else if (auto *group = dynamic_cast<Group *>(element.get()))
         fill(*group, depth);
-    if (auto *chart = dynamic_cast<Chart *>(element.get()))
+    if (auto *logo = dynamic_cast<Logo *>(element.get()))
+        fillPicture(*logo);
+    else if (auto *chart = dynamic_cast<Chart *>(element.get()))
         chart->setToken(word());
     else if (auto *generic = dynamic_cast<GenericChart *>(element.get()))
         fillData(*generic);

@@ -1,0 +1,24 @@
+// meas_field.h: what is computed of the points of a set.
+#pragma once
+
+#include "meas_contents.h"
+
+namespace Zem::Measurement {
+
+/// The lengths of the vectors: a column that every set has unless it has its own of that name.
+inline constexpr QLatin1StringView LENGTH_COLUMN{"length"};
+
+/// Where the pictures show the points.
+std::vector<BaVec3d<double>> shownPlaces(ProjectPointSet const &set, PointField const &field);
+
+/// The numbers of a column by point of the field; NaN for those that are missing, and for points that are not valid.
+std::vector<double> numbersOf(Project const &project, ProjectPointSet const &set, PointField const &field,
+                              QString const &column, unsigned int stage, UnitData *unit);
+
+/// The column that colours the vectors.
+QString coloringColumn(ProjectPointSet const &set);
+
+/// All columns of numbers that a set has, `LENGTH_COLUMN` among them where it has vectors.
+QStringList columnsOf(ProjectContents const &contents, ProjectPointSet const &set);
+
+} // namespace Zem::Measurement
