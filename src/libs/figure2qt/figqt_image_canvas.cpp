@@ -94,13 +94,15 @@ bool ImageCanvas::joinFew(Polyline const &line, Stroke const &stroke)
 {
     if (gathered_ && *gathered_ == stroke.color && stroke.color.getAlpha() == 255)
         return false;
+    if (gathered_)
+        finish();
     if (few_.add(line, stroke, scale_))
         return true;
     // Of the same colour they are gathered, and the line with them.
     if (!few_.isEmpty() && few_.getStroke().color == stroke.color && stroke.color.getAlpha() == 255)
         return false;
     settleFew();
-    if (gathered_ || batch_.isFull())
+    if (batch_.isFull())
         finish();
     return few_.add(line, stroke, scale_);
 }

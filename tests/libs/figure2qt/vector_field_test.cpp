@@ -148,6 +148,31 @@ TEST_P(VectorsOn, lookAsIfEachWerePaintedByItself)
     EXPECT_GT(difference(image, paint(PAGE, [](Painter &) {}), 100), 0.1);
 }
 
+TEST_P(VectorsOn, shortLinesLieBetweenWhatComesBeforeAndAfter)
+{
+    QImage const image = painted([](Painter &painter) {
+        painter.drawLine({2, 5}, {28, 5}, fullLine(1.0, RED), Rotation::null);
+        painter.drawLine({4, 4}, {6, 6}, fullLine(0.5, BLUE), Rotation::null);
+        painter.drawLine({4, 6}, {6, 4}, fullLine(0.5, GREEN), Rotation::null);
+        painter.drawLine({2, 4.7}, {28, 4.7}, fullLine(0.2, BLACK), Rotation::null);
+        painter.drawLine({12, 4}, {14, 6}, fullLine(0.5, BLUE), Rotation::null);
+        painter.drawRect({12.5, 4.5}, {1, 1}, LineStyle::null, FillStyle(BLUE), Rotation::null);
+        painter.drawRect({12.8, 4.8}, {0.4, 0.4}, LineStyle::null, FillStyle(RED), Rotation::null);
+        for (int i = 0; i < 12; ++i)
+            painter.drawLine({20.0 + 0.1 * i, 4}, {20.4 + 0.1 * i, 6}, fullLine(0.2, GREEN), Rotation::null);
+    });
+
+    EXPECT_EQ(colorAt(image, 3.05, 5.25), "red");
+    EXPECT_EQ(colorAt(image, 5.35, 5.35), "blue");
+    EXPECT_EQ(colorAt(image, 5.05, 5.05), "#00ff00");
+    EXPECT_EQ(colorAt(image, 5.35, 4.7), "black");
+    EXPECT_EQ(colorAt(image, 12.35, 4.35), "blue");
+    EXPECT_EQ(colorAt(image, 12.65, 5.35), "blue");
+    EXPECT_EQ(colorAt(image, 13.05, 5.05), "red");
+    EXPECT_EQ(colorAt(image, 20.75, 5.05), "#00ff00");
+    EXPECT_EQ(colorAt(image, 20.75, 4.7), "#00ff00");
+}
+
 TEST_P(VectorsOn, crossesOfChangingColoursKeepTheirs)
 {
     QImage const image = painted([](Painter &painter) {
