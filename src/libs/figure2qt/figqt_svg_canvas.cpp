@@ -152,20 +152,19 @@ void SvgCanvas::writeStroke(Stroke const &stroke)
         attribute("stroke-dasharray", dashes.join(QLatin1Char(' ')));
 }
 
-/// Dense lines as the steps from point to point, which are short numbers.
+/// As the steps from point to point, which are short numbers; of points that are rounded, so that nothing adds up.
 void SvgCanvas::appendLine(Polyline const &line, bool dense, std::string *path) const
 {
-    double const scale = dense ? UNITS_PER_MM : 1.0;
+    constexpr double FINEST = 1000.0; // to the millimetre
+    double const grid = dense ? UNITS_PER_MM : FINEST;
+    double const unit = dense ? 1.0 : FINEST;
     QPointF last;
     for (std::size_t i = 0; i < line.points.size(); ++i) {
-        QPointF at = line.points[i] * scale;
-        if (dense)
-            at = {std::round(at.x()), std::round(at.y())};
-        *path += i == 0 ? 'M' : dense ? 'l' : 'L';
-        QPointF const written = dense && i > 0 ? at - last : at;
-        appendNumber(path, written.x(), 3);
+        QPointF const at(std::round(line.points[i].x() * grid), std::round(line.points[i].y() * grid));
+        *path += i == 0 ? 'M' : 'l';
+        appendNumber(path, (at.x() - last.x()) / unit, 3);
         *path += ' ';
-        appendNumber(path, written.y(), 3);
+        appendNumber(path, (at.y() - last.y()) / unit, 3);
         last = at;
     }
     if (line.closed)
