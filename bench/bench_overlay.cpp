@@ -28,18 +28,17 @@ constexpr double SCALING = 186.27 / SIDE; // 2200 pixels at 300 to the inch
 Vec const PAGE(210.0, 297.0);
 Vec const CORNER(11.85, 25.4);
 
-/// Speckles on a soft light, and noise of the sensor.
+/// A soft light, and noise of the sensor.
 Image16 const &cameraPicture()
 {
     static Image16 const picture = [] {
         Image16 image(SIDE, SIDE);
-        std::mt19937 engine(5);
-        std::normal_distribution<double> noise(0.0, 2500.0);
+        std::mt19937 engine(7);
+        std::normal_distribution<double> noise(0.0, 6000.0);
         for (unsigned int y = 0; y < SIDE; ++y) {
             for (unsigned int x = 0; x < SIDE; ++x) {
-                double const light = 30000.0 + 12000.0 * std::sin(x / 300.0) * std::cos(y / 250.0);
-                double const value = light + 9000.0 * std::sin(x * 0.9 + std::sin(y * 0.31) * 3.0) + noise(engine);
-                image.getRow(y)[x] = static_cast<std::uint16_t>(std::clamp(value, 0.0, 65535.0));
+                double const light = 30000.0 + 14000.0 * std::sin(x / 97.0) * std::cos(y / 61.0);
+                image.getRow(y)[x] = static_cast<std::uint16_t>(std::clamp(light + noise(engine), 0.0, 65535.0));
             }
         }
         return image;
