@@ -27,8 +27,8 @@ public:
 
     bool isEmpty() const { return count_ == 0; }
     bool isFull() const;
-    /// The group for something opaque that lies within a convex area of the page, three corners at least. False for an
-    /// area too large. Valid until the next call.
+    /// The group for something opaque, valid until the next call; null for what is too large, or far away. An area is
+    /// convex and has three corners at least.
     Group *addLine(QPointF const &from, QPointF const &to, Stroke const &stroke);
     Group *addArea(std::span<QPointF const> corners, Color const &color);
     /// `box` is about the mark.

@@ -20,8 +20,7 @@ class PictureAxis
 {
 public:
     /// A place `p` of the picture, which has `size` pixels, lies at `offset + p * scale` of the output; `scale` is
-    /// above 0. Shown is what lies from `from` to `to` of the output, within the picture and within the whole pixels
-    /// `first` to before `end`. No number may be so large that it cannot be counted in whole ones.
+    /// above 0. Shown is what lies from `from` to `to` of the output, and within the picture.
     struct Place
     {
         int size;
@@ -30,6 +29,7 @@ public:
         double from;
         double to;
     };
+    /// Only for the pixels of the output from `first` to before `end`.
     PictureAxis(Place const &place, int first, int end);
 
     int getFirst() const { return first_; }
