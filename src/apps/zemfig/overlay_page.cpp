@@ -97,6 +97,7 @@ private:
     static constexpr double PICTURE_WIDTH = 152.0;
     static constexpr double PICTURE_BOTTOM = 228.0;
     static constexpr double LEGEND_GAP = 4.0;
+    static constexpr double LEGEND_TITLE_GAP = 2.0;
     static constexpr double LEGEND_WIDTH = 24.0;
     static constexpr double LONGEST_LEGEND = 120.0;
     static constexpr double ARROW_GAP = 6.0;
@@ -128,7 +129,7 @@ private:
         double const height = view_.camera.height;
         pixelSize_ = std::min(PICTURE_WIDTH / width, (PICTURE_BOTTOM - TOP) / height);
         size_ = {width * pixelSize_, height * pixelSize_};
-        auto *image = add<Image>(QStringLiteral("picture"));
+        auto *image = add<Fig2::Image>(QStringLiteral("picture"));
         image->setToken(wish_.view);
         image->setSize(size_);
         image->setOrigin({LEFT + size_.x / 2.0, TOP + size_.y / 2.0});
@@ -137,12 +138,22 @@ private:
         look.setVectorLineWidth(VECTOR_WIDTH);
         look.setDrawHiddenPoints(false);
         image->setVisualisation(wish_.set, look);
+        addLegend(image);
+    }
+
+    void addLegend(Element *image)
+    {
+        double const left = LEFT + size_.x + LEGEND_GAP;
+        QString const quantity = set_.columns.value.isEmpty() ? QStringLiteral("length") : set_.columns.value;
+        addText(QStringLiteral("title of the scale"), left, TOP + ROW_HEIGHT / 2.0, 8.0,
+                QStringLiteral("<b>%1</b>").arg(escaped(titleOf(quantity))));
         auto *legend = add<Legend>(QStringLiteral("scale"));
-        double const legendHeight = std::min(size_.y, LONGEST_LEGEND);
+        double const legendTop = TOP + ROW_HEIGHT + LEGEND_TITLE_GAP;
+        double const legendHeight = std::min(size_.y - (legendTop - TOP), LONGEST_LEGEND);
         legend->setFont(Font(Font::DEFAULT_FONT_SANS, 8.0, 0));
         legend->setBarWidth(5.0);
         legend->setSize({LEGEND_WIDTH, legendHeight});
-        legend->setOrigin({LEFT + size_.x + LEGEND_GAP + LEGEND_WIDTH / 2.0, TOP + legendHeight / 2.0});
+        legend->setOrigin({left + LEGEND_WIDTH / 2.0, legendTop + legendHeight / 2.0});
         legend->connect(image, QString());
     }
 
@@ -225,6 +236,14 @@ private:
         return names;
     }
 
+    QString titleOf(QString const &quantity) const
+    {
+        ProjectSeries const *const series = seriesOf(quantity);
+        QString const unit = unitTextOf(series ? quantity : set_.columns.dx);
+        QString const title = series ? series->title : QStringLiteral("length");
+        return unit.isEmpty() ? title : QStringLiteral("%1 [%2]").arg(title, unit);
+    }
+
     double sizeOf(QString const &quantity) const
     {
         if (!seriesOf(quantity))
@@ -237,11 +256,7 @@ private:
 
     void addRow(QString const &quantity, int row, double y)
     {
-        ProjectSeries const *const series = seriesOf(quantity);
-        QString const unit = unitTextOf(series ? quantity : set_.columns.dx);
-        QString const title = series ? series->title : QStringLiteral("length of the vectors");
-        addText(QStringLiteral("quantity %1").arg(row), LEFT, y, 8.0,
-                escaped(unit.isEmpty() ? title : QStringLiteral("%1 [%2]").arg(title, unit)));
+        addText(QStringLiteral("quantity %1").arg(row), LEFT, y, 8.0, escaped(titleOf(quantity)));
         int const decimals = decimalsFor(sizeOf(quantity));
         for (Column const &column : COLUMNS) {
             QString const statistic = QLatin1StringView(column.statistic);

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 
 namespace Zem::Zemfig {
 
@@ -50,7 +51,7 @@ QString numberForm(QString const &number)
                                                                                 : number;
 }
 
-/// "(1, 2)" and "[(1, 2), (3, 4)]" as TOML lists.
+/// "(1, 2)", "(1, 2, 3)" and "[(1, 2), (3, 4)]" as TOML lists.
 QString vectorForm(QString const &value)
 {
     static QRegularExpression const number(QStringLiteral("[^\\s,()\\[\\]]+"));
@@ -89,6 +90,16 @@ QString fontForm(QString const &text)
     return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
 }
 
+QString textListForm(Parameter const &parameter)
+{
+    QString entry = parameter.key + QLatin1StringView(" = ") + parameter.value + QLatin1Char('\n');
+    QStringList texts;
+    for (QString const &text :
+         Parse::getStringVector(entry, parameter.key, 0, std::numeric_limits<unsigned int>::max()))
+        texts << quoted(text);
+    return QLatin1Char('[') + texts.join(QLatin1StringView(", ")) + QLatin1Char(']');
+}
+
 QString valueForm(Parameter const &parameter)
 {
     switch (parameter.kind) {
@@ -100,8 +111,11 @@ QString valueForm(Parameter const &parameter)
                           ? parameter.value.left(7)
                           : parameter.value);
     case ParameterKind::Vector:
+    case ParameterKind::SpaceVector:
     case ParameterKind::VectorList:
         return vectorForm(parameter.value);
+    case ParameterKind::TextList:
+        return textListForm(parameter);
     case ParameterKind::Number:
         return numberForm(parameter.value);
     case ParameterKind::Bool:
@@ -255,8 +269,7 @@ private:
 
     static std::vector<Parameter> changedParameters(Element const &element)
     {
-        std::vector<Parameter> changed =
-            changedFrom(parametersOf(element), entriesOf(element.getParameterString()));
+        std::vector<Parameter> changed = changedFrom(parametersOf(element), entriesOf(element.getParameterString()));
         bool const derivedOrigin = element.getType() == Element::GROUP || element.getType() == Element::LINE;
         std::erase_if(changed, [derivedOrigin](Parameter const &parameter) {
             return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN) ||
