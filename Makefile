@@ -9,8 +9,8 @@ all: setup
 
 report: setup
 	cmake --preset release
-	cmake --build --preset release -j$(JOBS) --target zemfig
-	examples/render.sh build/release/bin/zemfig out
+	cmake --build --preset release -j$(JOBS) --target zemfig speckle
+	examples/render.sh build/release/bin out
 
 test: all
 	cmake --build --preset release -j$(JOBS) --target all_verify_interface_header_sets

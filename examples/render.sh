@@ -1,8 +1,9 @@
 #!/bin/sh
-# Renders every example page: render.sh ZEMFIG OUT. Each as a PDF, of several stages where it has them, and one stage as
+# Renders every example page: render.sh BIN OUT, the folders of the programs and of the pages. Each as a PDF, of several stages where it has them, and one stage as
 # PNG and SVG.
 set -eu
-zemfig=$1
+bin=$1
+zemfig=$bin/zemfig
 out=$2
 here=$(dirname "$0")
 mkdir -p "$out"
@@ -28,7 +29,7 @@ write_samples() { # target
 }
 
 for page in "$here"/tensile/*.figure.toml "$here"/fatigue/*.figure.toml "$here"/openhole/*.figure.toml \
-    "$here"/streamflow/*.figure.toml "$here"/styles/*.figure.toml; do
+    "$here"/streamflow/*.figure.toml "$here"/styles/*.figure.toml "$here"/soapfilm/*.figure.toml; do
     "$zemfig" check "$page"
 done
 
@@ -54,4 +55,21 @@ cp "$here/airquality/airquality.csv" "$out/"
 cmp "$out/airquality.png" "$out/airquality-again.png"
 "$zemfig" render "$out/airquality.figure.toml" -o "$out/airquality.pdf"
 "$zemfig" render "$out/airquality.figure.toml" -o "$out/airquality.svg"
+# Pictures: a field on a blank one, and a page whose pictures are made here.
+render soapfilm/soapfilm.figure.toml all 2
+mkdir -p "$out/speckle"
+"$bin/speckle" "$out/speckle"
+cp "$here/speckle/speckle.figure.toml" "$out/speckle/"
+"$zemfig" check "$out/speckle/speckle.figure.toml"
+for ending in pdf png svg; do
+    "$zemfig" render "$out/speckle/speckle.figure.toml" --stage 3 -o "$out/speckle.$ending"
+done
+
+# A page that nobody laid out, of a picture and its field.
+"$zemfig" overlay "$out/speckle/speckle_3.tif" --points "$out/speckle/field_3.csv" --moved --title "Stretched plate" \
+    -o "$out/overlay.png" --save "$out/speckle/overlay.figure.toml"
+"$zemfig" render "$out/speckle/overlay.figure.toml" -o "$out/overlay-again.png"
+cmp "$out/overlay.png" "$out/overlay-again.png"
+"$zemfig" render "$out/speckle/overlay.figure.toml" -o "$out/overlay.pdf"
+"$zemfig" render "$out/speckle/overlay.figure.toml" -o "$out/overlay.svg"
 echo "the pages are in $out/"

@@ -60,9 +60,6 @@ PointColumns fromOrder(CsvTable const &table)
 
 PointColumns detectPointColumns(CsvTable const &table)
 {
-    if (table.used.headerRow == false && table.used.columnNames.isEmpty()) {
-        return fromOrder(table);
-    }
     PointColumns columns;
     for (CsvColumn const &column : table.columns) {
         QString const name = plainName(column.name);
@@ -74,7 +71,8 @@ PointColumns detectPointColumns(CsvTable const &table)
             }
         }
     }
-    return columns;
+    bool const hasNames = !columns.x.isEmpty() || table.used.headerRow != false;
+    return hasNames ? columns : fromOrder(table);
 }
 
 QString PointColumns::getParameterString() const

@@ -340,7 +340,7 @@ TEST_F(SeriesPage, isToldWhereItIsNoListOfTables)
         << oneTable.output;
 
     CommandResult const number = check("series = [\n  5]\n");
-    EXPECT_NE(number.output.find("page.figure.toml:2: a series wants a table, not a number"), std::string::npos)
+    EXPECT_NE(number.output.find("page.figure.toml:2: [[series]] wants a table, not a number"), std::string::npos)
         << number.output;
 }
 
