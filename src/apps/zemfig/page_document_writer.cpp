@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 
 namespace Zem::Zemfig {
 
@@ -48,7 +49,7 @@ QString numberForm(QString const &number)
                                                                                 : number;
 }
 
-/// "(1, 2)" and "[(1, 2), (3, 4)]" as TOML lists.
+/// "(1, 2)", "(1, 2, 3)" and "[(1, 2), (3, 4)]" as TOML lists.
 QString vectorForm(QString const &value)
 {
     static QRegularExpression const number(QStringLiteral("[^\\s,()\\[\\]]+"));
@@ -87,6 +88,16 @@ QString fontForm(QString const &text)
     return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
 }
 
+QString textListForm(Parameter const &parameter)
+{
+    QString entry = parameter.key + QLatin1StringView(" = ") + parameter.value + QLatin1Char('\n');
+    QStringList texts;
+    for (QString const &text :
+         Parse::getStringVector(entry, parameter.key, 0, std::numeric_limits<unsigned int>::max()))
+        texts << quoted(text);
+    return QLatin1Char('[') + texts.join(QLatin1StringView(", ")) + QLatin1Char(']');
+}
+
 QString valueForm(Parameter const &parameter)
 {
     switch (parameter.kind) {
@@ -98,8 +109,11 @@ QString valueForm(Parameter const &parameter)
                           ? parameter.value.left(7)
                           : parameter.value);
     case ParameterKind::Vector:
+    case ParameterKind::SpaceVector:
     case ParameterKind::VectorList:
         return vectorForm(parameter.value);
+    case ParameterKind::TextList:
+        return textListForm(parameter);
     case ParameterKind::Number:
         return numberForm(parameter.value);
     case ParameterKind::Bool:
@@ -109,7 +123,7 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 17> RECORDS{"border",
+constexpr std::array<char const *, 19> RECORDS{"border",
                                                "background",
                                                "connector_style",
                                                "color_bar",
@@ -125,7 +139,9 @@ constexpr std::array<char const *, 17> RECORDS{"border",
                                                "grid",
                                                "inner_border",
                                                "current_stage_style",
-                                               "point_marker_symbol"};
+                                               "point_marker_symbol",
+                                               "image_conversion",
+                                               "image_cs"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)

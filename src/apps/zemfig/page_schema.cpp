@@ -1,5 +1,6 @@
 #include "page_schema.h"
 
+#include <ZemFig2Image.h>
 #include <ZemScriptObject.h>
 
 #include <QtCore/QStringList>
@@ -13,7 +14,7 @@ namespace Zem::Zemfig {
 
 namespace {
 
-ParameterKind kindOf(QString const &value)
+ParameterKind kindOf(QString const &key, QString const &value)
 {
     if (value.startsWith(QLatin1Char('"')))
         return ParameterKind::Text;
@@ -22,9 +23,9 @@ ParameterKind kindOf(QString const &value)
     if (value.startsWith(QLatin1Char('#')))
         return ParameterKind::Color;
     if (value.startsWith(QLatin1Char('(')))
-        return ParameterKind::Vector;
+        return value.count(QLatin1Char(',')) > 1 ? ParameterKind::SpaceVector : ParameterKind::Vector;
     if (value.startsWith(QLatin1Char('[')))
-        return ParameterKind::VectorList;
+        return isTextListKey(key) ? ParameterKind::TextList : ParameterKind::VectorList;
     return ParameterKind::Number;
 }
 
@@ -75,8 +76,9 @@ std::vector<Parameter> entriesOf(QString const &parameters)
         qsizetype const equals = line.indexOf(QLatin1StringView(" = "));
         if (equals < 0)
             continue;
+        QString const key = line.left(equals);
         QString const value = line.mid(equals + 3);
-        entries.push_back({line.left(equals), kindOf(value), value});
+        entries.push_back({key, kindOf(key, value), value});
     }
     return entries;
 }
@@ -126,6 +128,11 @@ bool isStructureKey(QString const &key)
 bool isFontKey(QString const &key)
 {
     return key == Fig2::Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
+}
+
+bool isTextListKey(QString const &key)
+{
+    return key == Fig2::ImageBase::PARAM_VISUALISATIONS;
 }
 
 QString describe(Fig2::Element const &element)

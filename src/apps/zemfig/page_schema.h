@@ -14,7 +14,7 @@
 namespace Zem::Zemfig {
 
 /// What a parameter holds, told from the form that the library itself writes.
-enum class ParameterKind { Bool, Number, Text, Color, Vector, VectorList };
+enum class ParameterKind { Bool, Number, Text, Color, Vector, SpaceVector, VectorList, TextList };
 
 struct Parameter
 {
@@ -42,6 +42,9 @@ bool isStructureKey(QString const &key);
 
 /// Whether the text of the key is a font, which may stand as a table.
 bool isFontKey(QString const &key);
+
+/// Whether the list of the key holds texts; an empty one does not tell.
+bool isTextListKey(QString const &key);
 
 /// The words for the style bits of a font, in the order in which they are written.
 struct FontStyle
