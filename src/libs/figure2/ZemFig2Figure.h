@@ -119,15 +119,16 @@ public:
     QString toString() const;
 
     virtual unsigned int getEstimatedObjectSize() const;
-    /// The stream blocks of a figure. load throws IO::StreamException; the elements of before are gone then and the
-    /// page is empty. `a` and `b` are handed on to the elements.
+    /// The stream blocks of a figure. load throws IO::StreamException, and ProgError for an image label of a type without
+    /// ImageLabelCreator; the elements of before are gone then and the page is empty. `a` and `b` are handed on to the
+    /// elements.
     virtual void load(IO::InStream *stream, int a, int b);
     virtual void save(IO::OutStream *stream, int a, int b) const;
 
     /// Whether a file that begins with these bytes is one for loadFigure.
     static bool canOpenFile(std::vector<char> const &head);
     /// Null when the file cannot be read; the reason goes to `log`, which is not null. Owned by the caller. Interfaces
-    /// are the caller's to set, and the figure is to be updated before it is drawn.
+    /// are the caller's to set, and the figure is to be updated before it is drawn. Throws ProgError as load does.
     static Figure *loadFigure(QString const &fileName, ErrorLog *log);
     /// Stores page, elements and connectors, no data of the interfaces. False when the file cannot be written, which
     /// leaves an old file as it was; the reason goes to `log`, which is not null. A file that cannot even be opened is

@@ -117,6 +117,8 @@ public:
                                   Rotation const &rotation, ImageBase const *image, int step) const = 0;
 
     unsigned int getEstimatedObjectSize() const override;
+    /// A hidden label has no data: it must not keep its image from being up to date.
+    bool isDataValid(StageIdentifier const &stage, FigureTokenInterface const *tokens) const override;
     void load(IO::InStream *stream, int a, int b) override;
     void save(IO::OutStream *stream, int a, int b) const override;
     std::istream &loadFromStream(std::istream &stream) override;

@@ -123,6 +123,11 @@ unsigned int ImageLabel::getEstimatedObjectSize() const
     return LabelBase::getEstimatedObjectSize() + ESTIMATED_SIZE;
 }
 
+bool ImageLabel::isDataValid(StageIdentifier const &stage, FigureTokenInterface const *tokens) const
+{
+    return !getVisible() || LabelBase::isDataValid(stage, tokens);
+}
+
 ImageBase *ImageLabel::getConnectedImage() const
 {
     for (auto it = getConnectorBegin(); it != getConnectorEnd(); ++it) {

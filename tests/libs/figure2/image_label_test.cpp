@@ -288,6 +288,18 @@ TEST_F(ImageLabelUpdate, redrawsATurnedImageAsItLies)
     EXPECT_EQ(sortedCorners(label->getUpdatePolygon()), "20,10 20,90 80,10 80,90 ");
 }
 
+TEST_F(ImageLabelUpdate, ofAHiddenLabelWithUnknownTokensIsDoneOnce)
+{
+    connectLabel();
+    label->setText("$unknown$");
+    EXPECT_TRUE(figure.update(stage, false));
+    EXPECT_TRUE(figure.update(stage, false));
+
+    label->setVisible(false);
+    EXPECT_TRUE(figure.update(stage, false));
+    EXPECT_FALSE(figure.update(stage, false));
+}
+
 /// The text "$x$" of the label, with x from one source or another.
 class ImageLabelValues : public ImageLabelUpdate
 {
