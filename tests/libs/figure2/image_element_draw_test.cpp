@@ -140,6 +140,17 @@ TEST_F(ImageDrawing, isATextWithoutAPicture)
     }
 }
 
+TEST_F(ImageDrawing, hasNoRoomForAnOverlayWithoutAPicture)
+{
+    data.setImage(nullptr);
+    data.setOverlay(&overlay);
+    image.setOverlayMode(ImageBase::OVERLAY_ONLY);
+    update();
+    std::string const point = "clip 60,50 60,50 60,50 60,50\n";
+    EXPECT_EQ(drawn(), BACKGROUND + point + "image 60,50 size 0,0 20x15 from 0,0 scaling 1 id 'camera//1/overlay" +
+                           NORMAL + UNCLIP + point + UNCLIP);
+}
+
 TEST_F(ImageDrawing, drawsMarksWithoutAPictureOnlyAllAtOnce)
 {
     auto *object = new ImageDataObject("part");
@@ -245,6 +256,37 @@ TEST_F(ImageMarks, comeOneStepAfterTheOther)
     EXPECT_TRUE(finished);
     EXPECT_EQ(dots(drawn(0, 0)), 1200U);
     EXPECT_TRUE(finished);
+}
+
+/// Counts how often it is asked for its steps.
+class CountedMarker : public ImageDataPointMarker
+{
+public:
+    explicit CountedMarker(int *questions) : questions_(questions) {}
+    unsigned int getNumberOfDrawSteps() const override
+    {
+        ++*questions_;
+        return 1;
+    }
+
+private:
+    int *questions_;
+};
+
+TEST_F(ImageMarks, areCountedOnceForAllSteps)
+{
+    constexpr int OBJECTS = 200;
+    int questions = 0;
+    for (int i = 0; i < OBJECTS; ++i) {
+        auto *object = new ImageDataObject(QString::number(i));
+        object->addElement(new CountedMarker(&questions));
+        data.addObject(object);
+    }
+    int steps = 0;
+    for (finished = false; !finished; ++steps)
+        drawn(steps, 1);
+    EXPECT_EQ(steps, OBJECTS + 2);
+    EXPECT_EQ(questions, OBJECTS);
 }
 
 TEST_F(ImageMarks, thatVanishBetweenTwoStepsAreLeftOut)

@@ -152,6 +152,8 @@ TEST(ImageBlocks, ofEveryOlderVersionAreRead)
         EXPECT_EQ(image.getImportedMeasurements(),
                   version >= 2 && version <= 5 ? (std::vector<QString>{"m1", "m2"}) : none);
         EXPECT_EQ(image.getImportedVectorFields(), version >= 3 && version <= 5 ? std::vector<QString>{"f1"} : none);
+        EXPECT_EQ(std::unique_ptr<Image>(image.copy())->getImportedMeasurements(), none);
+        EXPECT_EQ(std::unique_ptr<Image>(image.copy())->getImportedVectorFields(), none);
         EXPECT_EQ(image.getVisualisations().size(), version >= 5 ? 2U : 1U);
         EXPECT_EQ(contentOf(image.getVisualisation(version >= 5 ? "part" : "")), contentOf(unusualLook()));
     }
@@ -166,6 +168,16 @@ TEST(ImageBlocks, below7AreAlignedAsTheElementIs)
     ASSERT_EQ(loadError(image, crafted(7, 10).bytes()), "nothing thrown");
     EXPECT_EQ(image.getAlignmentX(), ALIGN_BEGIN);
     EXPECT_EQ(image.getAlignmentY(), ALIGN_END);
+}
+
+TEST(ImageBlocks, countTheirImportedTextsInTheirSize)
+{
+    Image old;
+    Image image;
+    ASSERT_EQ(loadError(old, crafted(5, 7).bytes()), "nothing thrown");
+    ASSERT_EQ(loadError(image, crafted(6, 7).bytes()), "nothing thrown");
+    // Three texts of two letters.
+    EXPECT_EQ(old.getEstimatedObjectSize(), image.getEstimatedObjectSize() + 12);
 }
 
 TEST(ImageBlocks, takeTokensWithAStoredType)
