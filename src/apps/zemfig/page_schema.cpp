@@ -1,6 +1,7 @@
 #include "page_schema.h"
 
 #include <ZemFig2Image.h>
+#include <ZemFig2ImageLabel.h>
 #include <ZemScriptObject.h>
 
 #include <QtCore/QStringList>
@@ -94,6 +95,20 @@ std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type)
     return tables[type] = prototype ? entriesOf(prototype->getParameterString()) : std::vector<Parameter>();
 }
 
+std::vector<Parameter> const &parametersOf(Fig2::Element const &element)
+{
+    static std::map<Fig2::ImageLabelCreator::Type_t, std::vector<Parameter>> tables;
+    auto const *label = dynamic_cast<Fig2::ImageLabel const *>(&element);
+    if (!label)
+        return parametersOf(element.getType());
+    auto const [table, isNew] = tables.try_emplace(label->getLabelType());
+    if (isNew) {
+        std::unique_ptr<Fig2::Element> const prototype(Fig2::ImageLabelCreator::create(label->getLabelType()));
+        table->second = entriesOf(prototype->getParameterString());
+    }
+    return table->second;
+}
+
 std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key)
 {
     return findParameter(parametersOf(type), key);
@@ -116,7 +131,7 @@ std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters,
 
 std::vector<QString> const &structureKeys()
 {
-    static std::vector<QString> const keys{"type", "name", "children", "connect", "master", "curve"};
+    static std::vector<QString> const keys{"type", "label", "name", "children", "connect", "master", "curve", "look"};
     return keys;
 }
 

@@ -26,8 +26,11 @@ struct Parameter
 /// The entries of a parameter string in their order.
 std::vector<Parameter> entriesOf(QString const &parameters);
 
-/// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made.
+/// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made, and for
+/// image labels, whose parameters depend on what they are labels of.
 std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type);
+/// Those of an element, image labels included.
+std::vector<Parameter> const &parametersOf(Fig2::Element const &element);
 
 /// The parameter of this key; none when there is none, or when the type does not have it.
 std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters, QString const &key);

@@ -75,6 +75,7 @@ private:
     void drawOutline(Polygon2d const &polygon, Fig2::LineStyle const &line, Fig2::Rotation const &rotation,
                      bool closed);
     bool fillRect(Polygon2d const &polygon, Fig2::FillStyle const &fill, Fig2::Rotation const &rotation);
+    bool fillConvex(Polygon2d const &polygon, Fig2::FillStyle const &fill, Fig2::Rotation const &rotation);
     void drawLayout(TextLayout const &layout, BaVec2d<double> const &position, Fig2::Rotation const &rotation);
 
     std::unique_ptr<Canvas> canvas_;

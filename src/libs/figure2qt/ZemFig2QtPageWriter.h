@@ -26,6 +26,7 @@ using OutputError = FileError;
 struct PageOptions
 {
     double dpi = 300.0;                    ///< of PNG
+    double pictureDpi = 300.0;             ///< of PDF and SVG: pictures get no more pixels to an inch
     QString title;                         ///< of PDF and SVG; left out when empty
     std::optional<QDateTime> creationDate; ///< of PDF; left out when not given
 };

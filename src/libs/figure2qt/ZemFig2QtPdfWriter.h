@@ -11,7 +11,7 @@ namespace Zem::Fig2Qt {
 class PdfWriter : public PageWriter
 {
 public:
-    /// Throws OutputError when the file cannot be written.
+    /// Throws OutputError when the file cannot be written, or PageOptions::pictureDpi is not positive and finite.
     explicit PdfWriter(QString const &fileName, PageOptions const &options = {});
     ~PdfWriter() override;
 

@@ -18,6 +18,15 @@ void Canvas::drawMark(Mark const &mark, QPointF const &at, Color const &fill)
     drawPath(mark.path.translated(at), nullptr, &fill);
 }
 
+void Canvas::fillConvex(std::span<QPointF const> corners, Color const &fill)
+{
+    QPainterPath path(corners.front());
+    for (QPointF const &corner : corners.subspan(1))
+        path.lineTo(corner);
+    path.closeSubpath();
+    drawPath(path, nullptr, &fill);
+}
+
 void Canvas::fillRect(QRectF const &rect, Color const &fill)
 {
     QPainterPath path;

@@ -1,6 +1,7 @@
 // figqt_canvas.h: what an output device must be able to paint.
 #pragma once
 
+#include "figqt_picture.h"
 #include "figqt_text_layout.h"
 
 #include <ZemColor.h>
@@ -45,6 +46,15 @@ struct Mark
     std::uint64_t id;  ///< the same only for the same path
 };
 
+/// A picture that comes to the page.
+struct PlacedPicture
+{
+    Picture picture;
+    QRectF part;       ///< what shows of it, in its pixels, not empty and within it
+    QTransform toPage; ///< its pixels to the page: a turn, a stretching and a shift
+    QString id;        ///< the same only for the same picture; empty for an unknown one
+};
+
 /// A page that can be painted on, in page millimetres, y down. All numbers that come here are finite.
 class Canvas
 {
@@ -63,6 +73,8 @@ public:
     virtual void drawPolyline(Polyline const &line, Stroke const &stroke);
     /// The mark filled, about `at`. May be put off likewise.
     virtual void drawMark(Mark const &mark, QPointF const &at, Color const &fill);
+    /// A filled convex area without curves, three corners at least. May be put off, but keeps its order.
+    virtual void fillConvex(std::span<QPointF const> corners, Color const &fill);
     /// A filled rectangle along the axes of the page, not empty. May be put off likewise.
     virtual void fillRect(QRectF const &rect, Color const &fill);
     /// `toPage` takes text units to the page: a turn, a scaling and a shift.
@@ -70,6 +82,8 @@ public:
     /// The colours run evenly along the rectangle, from its top or left. `toPage` as above.
     virtual void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
                            QTransform const &toPage) = 0;
+    /// Enlarged pixels are seen as such from PIXELS_ARE_SEEN on.
+    virtual void drawPicture(PlacedPicture const &placed) = 0;
     /// Narrows what follows to the area, by its fill rule, until the matching popClip.
     virtual void pushClip(QPainterPath const &area) = 0;
     virtual void popClip() = 0;

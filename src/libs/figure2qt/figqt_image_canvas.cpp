@@ -2,6 +2,7 @@
 
 #include "figqt_dashes.h"
 #include "figqt_path_walk.h"
+#include "figqt_picture_ink.h"
 #include "figqt_stroker.h"
 
 #include <algorithm>
@@ -34,9 +35,9 @@ struct PartCollector
 } // namespace
 
 ImageCanvas::ImageCanvas(QImage *image, double pixelsPerMillimetre)
-    : scale_(pixelsPerMillimetre), ink_(image), qPainter_(image),
+    : scale_(pixelsPerMillimetre), image_(image), ink_(image), qPainter_(image),
       painter_(&qPainter_, QTransform::fromScale(scale_, scale_)),
-      coverage_(image->width(), image->height()), clips_{ClipArea(image->rect())}, marks_(&ink_, image->height())
+      coverage_(image->width(), image->height()), clips_{ClipArea(image->rect())}, batch_(&ink_, image->height())
 {
 }
 
@@ -47,7 +48,8 @@ double ImageCanvas::getCellSize() const
 
 void ImageCanvas::finish()
 {
-    marks_.paint(clips_.back());
+    settleFew();
+    batch_.paint(clips_.back());
     if (!gathered_)
         return;
     ink_.setColor(*gathered_);
@@ -59,9 +61,50 @@ void ImageCanvas::finish()
 /// Makes the coverage ready for more of a colour. What is translucent must not become one with what came before.
 void ImageCanvas::gather(Color const &color)
 {
-    if (!marks_.isEmpty() || (gathered_ && (*gathered_ != color || color.getAlpha() != 255)))
+    if (!few_.isEmpty() && few_.getStroke().color == color && color.getAlpha() == 255)
+        return gatherFew();
+    if (!few_.isEmpty() || !batch_.isEmpty() || (gathered_ && (*gathered_ != color || color.getAlpha() != 255)))
         finish();
     gathered_ = color;
+}
+
+/// They turn out to be more than a few.
+void ImageCanvas::gatherFew()
+{
+    ShortLines const lines = std::exchange(few_, {});
+    finish();
+    gathered_ = lines.getStroke().color;
+    double const width = std::min(lines.getStroke().width * scale_, FAR_AWAY);
+    Stroker stroker(width, lines.getStroke().round, &coverage_);
+    for (std::span<QPointF const> ends = lines.getEnds(); !ends.empty(); ends = ends.subspan(2))
+        stroker.add(ends.first(2), false);
+}
+
+/// They stay a few, since something else follows.
+void ImageCanvas::settleFew()
+{
+    if (few_.isEmpty())
+        return;
+    batch_.addShape(few_.getEdges(), few_.getStroke().color);
+    few_.clear();
+}
+
+/// True if the line is one of a few so far.
+bool ImageCanvas::joinFew(Polyline const &line, Stroke const &stroke)
+{
+    if (gathered_ && *gathered_ == stroke.color && stroke.color.getAlpha() == 255)
+        return false;
+    if (gathered_)
+        finish();
+    if (few_.add(line, stroke, scale_))
+        return true;
+    // Of the same colour they are gathered, and the line with them.
+    if (!few_.isEmpty() && few_.getStroke().color == stroke.color && stroke.color.getAlpha() == 255)
+        return false;
+    settleFew();
+    if (batch_.isFull())
+        finish();
+    return few_.add(line, stroke, scale_);
 }
 
 void ImageCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)
@@ -90,6 +133,8 @@ void ImageCanvas::strokeParts(QPainterPath const &path, Stroke const &stroke)
 
 void ImageCanvas::drawPolyline(Polyline const &line, Stroke const &stroke)
 {
+    if (joinFew(line, stroke))
+        return;
     // A QPainter is quicker where nothing can be gathered, and exact where nothing overlaps.
     if (line.points.size() == 2 && stroke.color.getAlpha() != 255) {
         finish();
@@ -147,12 +192,32 @@ void ImageCanvas::drawMark(Mark const &mark, QPointF const &at, Color const &fil
 {
     if (!isSmall(mark))
         return Canvas::drawMark(mark, at, fill);
-    if (gathered_ || mark.id != markId_ || marks_.isFull())
+    settleFew();
+    if (gathered_ || mark.id != markId_ || batch_.isFull())
         finish();
     if (mark.id != markId_)
-        marks_.setShape(QTransform::fromScale(scale_, scale_).map(mark.path));
+        batch_.setMark(QTransform::fromScale(scale_, scale_).map(mark.path));
     markId_ = mark.id;
-    marks_.add(at * scale_, fill);
+    batch_.addMark(at * scale_, fill);
+}
+
+void ImageCanvas::fillConvex(std::span<QPointF const> corners, Color const &fill)
+{
+    pixels_.clear();
+    for (QPointF const &corner : corners)
+        pixels_.push_back(corner * scale_);
+    auto const [left, right] = std::minmax_element(pixels_.begin(), pixels_.end(),
+                                                   [](QPointF const &a, QPointF const &b) { return a.x() < b.x(); });
+    auto const [top, bottom] = std::minmax_element(pixels_.begin(), pixels_.end(),
+                                                   [](QPointF const &a, QPointF const &b) { return a.y() < b.y(); });
+    if (std::max(right->x() - left->x(), bottom->y() - top->y()) > SmallShape::LARGEST)
+        return Canvas::fillConvex(corners, fill);
+    settleFew();
+    if (gathered_ || batch_.isFull())
+        finish();
+    edges_.clear();
+    appendEdges(pixels_, &edges_);
+    batch_.addShape(edges_, fill);
 }
 
 bool ImageCanvas::isSmall(Mark const &mark) const
@@ -173,6 +238,17 @@ void ImageCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Color
 {
     finish();
     painter_.drawStrip(rect, vertical, colors, toPage);
+}
+
+void ImageCanvas::drawPicture(PlacedPicture const &placed)
+{
+    finish();
+    QTransform const toPixels = placed.toPage * QTransform::fromScale(scale_, scale_);
+    bool const upright = toPixels.m12() == 0.0 && toPixels.m21() == 0.0 && toPixels.m11() > 0.0 && toPixels.m22() > 0.0;
+    if (upright)
+        layPicture(placed.picture, placed.part, toPixels, clips_.back(), image_);
+    else
+        painter_.drawPicture(placed);
 }
 
 void ImageCanvas::pushClip(QPainterPath const &area)

@@ -4,11 +4,13 @@
 #include "figqt_canvas.h"
 #include "figqt_line_collector.h"
 #include "figqt_mark_shape.h"
+#include "figqt_picture_cache.h"
 #include "figqt_stroke.h"
 #include "figqt_text_engine.h"
 #include "figqt_units.h"
 
 #include <ZemError.h>
+#include <ZemImage.h>
 
 #include <QtGui/QPolygonF>
 
@@ -75,6 +77,21 @@ bool isUsable(QTransform const &transform)
            std::isfinite(transform.dy());
 }
 
+/// All four corners turn the same way.
+bool isConvex(std::array<QPointF, 4> const &corners)
+{
+    int left = 0;
+    int right = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        QPointF const side = corners[(i + 1) % 4] - corners[i];
+        QPointF const next = corners[(i + 2) % 4] - corners[(i + 1) % 4];
+        double const turn = side.x() * next.y() - side.y() * next.x();
+        left += turn < 0.0 ? 1 : 0;
+        right += turn > 0.0 ? 1 : 0;
+    }
+    return left == 0 || right == 0;
+}
+
 bool addParts(Polygon2d const &polygon, bool closed, QPainterPath *path)
 {
     path->reserve(static_cast<int>(polygon.size() + polygon.getNumberOfParts()));
@@ -114,6 +131,15 @@ Polygon2d polygonOf(QPainterPath const &path)
         result.addPolygon(part);
     }
     return result;
+}
+
+/// What of the part is not beyond all pages. Empty when none of it can be shown.
+QRectF shownPart(QRectF const &part, QTransform const &toPage)
+{
+    if (part.isEmpty() || !isUsable(toPage))
+        return {};
+    QRectF const page(QPointF(-FAR_AWAY, -FAR_AWAY), QPointF(FAR_AWAY, FAR_AWAY));
+    return part & toPage.inverted().mapRect(page);
 }
 
 } // namespace
@@ -162,7 +188,7 @@ void PagePainter::drawPolygon(Polygon2d const &polygon, LineStyle const &line, F
         return;
     if (!isVisible(fill))
         return drawOutline(polygon, line, rotation, closed);
-    if (!toStroke(line, state_->scale) && fillRect(polygon, fill, rotation))
+    if (!toStroke(line, state_->scale) && (fillRect(polygon, fill, rotation) || fillConvex(polygon, fill, rotation)))
         return;
     QPainterPath path;
     if (addParts(polygon, closed, &path))
@@ -205,6 +231,25 @@ bool PagePainter::fillRect(Polygon2d const &polygon, FillStyle const &fill, Rota
     return true;
 }
 
+/// False for what is not known to be convex.
+bool PagePainter::fillConvex(Polygon2d const &polygon, FillStyle const &fill, Rotation const &rotation)
+{
+    std::size_t const count = polygon.size();
+    if (count < 3 || count > 4 || polygon.getNumberOfParts() != 1 || !state_->usable)
+        return false;
+    QTransform const toPage = transformOf(rotation) * state_->toPage;
+    std::array<QPointF, 4> corners;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!isFinite(polygon[i]))
+            return false;
+        corners[i] = toPage.map(bounded(polygon[i]));
+    }
+    if (count == 4 && !isConvex(corners))
+        return false;
+    canvas_->fillConvex(std::span(corners).first(count), fill.getColor());
+    return true;
+}
+
 void PagePainter::drawSymbol(Vec const &position, Symbol const &symbol, LineStyle const &line, FillStyle const &fill,
                              Rotation const &rotation)
 {
@@ -223,10 +268,15 @@ void PagePainter::drawEllipse(Vec const &centre, Vec const &radii, double angle,
 {
     if (!isFinite(centre) || !isFinite(radii) || !std::isfinite(angle) || !isFinite(rotation))
         return;
-    QPointF const bound = bounded(radii);
+    QPointF const bound(std::abs(bounded(radii).x()), std::abs(bounded(radii).y()));
+    QTransform const toPage = turnAbout(centre, angle) * transformOf(rotation) * state_->toPage;
+    if (state_->usable && isVisible(fill) && !toStroke(line, state_->scale)) {
+        if (Mark const *dot = state_->mark.getEllipse(bound, toPage))
+            return canvas_->drawMark(*dot, toPage.map(bounded(centre)), fill.getColor());
+    }
     QPainterPath path;
-    path.addEllipse(bounded(centre), std::abs(bound.x()), std::abs(bound.y()));
-    drawOutlineAndFill((turnAbout(centre, angle) * transformOf(rotation) * state_->toPage).map(path), line, fill);
+    path.addEllipse(bounded(centre), bound.x(), bound.y());
+    drawOutlineAndFill(toPage.map(path), line, fill);
 }
 
 void PagePainter::drawEllipseSegment(Vec const &centre, Vec const &radii, double startAngle, double endAngle,
@@ -272,9 +322,30 @@ void PagePainter::drawRichText(Vec const &position, QString const &text, Font co
     drawLayout(*TextEngine::forThisThread().layOutRich(text, font, width), position, rotation);
 }
 
-void PagePainter::drawImage(Vec const &, Vec const &, Zem::Image const *, ImageColor const *, Vec const &, double,
-                            QString const &, Fig2::ImageConversion const &, Rotation const &)
+void PagePainter::drawImage(Vec const &position, Vec const &size, Zem::Image const *image, ImageColor const *overlay,
+                            Vec const &innerOrigin, double scaling, QString const &cacheId,
+                            Fig2::ImageConversion const &conversion, Rotation const &rotation)
 {
+    if (!image || !isFinite(position) || !isFinite(size) || !isFinite(innerOrigin) || !isFinite(rotation) ||
+        !(scaling > 0.0 && size.x > 0.0 && size.y > 0.0))
+        return;
+    QTransform const toPage =
+        QTransform::fromTranslate(-innerOrigin.x, -innerOrigin.y) * QTransform::fromScale(scaling, scaling) *
+        QTransform::fromTranslate(position.x, position.y) * transformOf(rotation) * state_->toPage;
+    QSizeF const pixels(image->getWidth(), image->getHeight());
+    QRectF const wanted(innerOrigin.x, innerOrigin.y, size.x / scaling, size.y / scaling);
+    QRectF const part = shownPart(wanted & QRectF(QPointF(), pixels), toPage);
+    if (part.isEmpty())
+        return;
+    QString const id = pictureId(cacheId, *image, conversion);
+    canvas_->drawPicture({PictureCache::common().convert(id, *image, conversion), part, toPage, id});
+    if (!overlay || overlay->getWidth() == 0)
+        return;
+    QTransform const stretch =
+        QTransform::fromScale(pixels.width() / overlay->getWidth(), pixels.height() / overlay->getHeight());
+    Picture const colors = asPicture(*overlay);
+    canvas_->drawPicture({colors, stretch.inverted().mapRect(part) & colors.getRect(), stretch * toPage,
+                          pictureId(cacheId, *overlay, Fig2::ImageConversion::null)});
 }
 
 void PagePainter::drawColors(Vec const &position, Vec const &size, bool vertical, std::vector<Color> const &colors,

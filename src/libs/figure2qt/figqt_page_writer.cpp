@@ -12,6 +12,8 @@
 
 #include <QtCore/QFileInfo>
 
+#include <cmath>
+
 namespace Zem::Fig2Qt {
 
 namespace {
@@ -39,6 +41,12 @@ void requirePageSize(BaVec2d<double> const &size, double largest, QString const 
                           .arg(size.x)
                           .arg(size.y)
                           .arg(largest));
+}
+
+void requireResolution(double dpi, QString const &fileName)
+{
+    if (!(dpi > 0.0) || !std::isfinite(dpi))
+        throw OutputError(text("%1: %2 dpi is no resolution").arg(fileName).arg(dpi));
 }
 
 void requirePages(int count, QString const &fileName)

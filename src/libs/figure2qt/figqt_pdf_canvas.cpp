@@ -35,7 +35,8 @@ Color mixed(Color const &a, Color const &b, double share)
 
 } // namespace
 
-PdfCanvas::PdfCanvas(PdfFile *file, PdfFonts *fonts, double height) : file_(file), fonts_(fonts)
+PdfCanvas::PdfCanvas(PdfFile *file, PdfFonts *fonts, PdfPictures *pictures, double height)
+    : file_(file), fonts_(fonts), pictures_(pictures)
 {
     number(POINTS_PER_MM, 9);
     content_ += "0 0 ";
@@ -66,8 +67,10 @@ std::string PdfCanvas::getResources() const
             result += "/S" + std::to_string(object) + " " + reference(object);
         result += ">>";
     }
-    if (!forms_.empty()) {
+    if (!forms_.empty() || !usedPictures_.empty()) {
         result += "/XObject<<";
+        for (int const object : usedPictures_)
+            result += "/I" + std::to_string(object) + " " + reference(object);
         for (auto const &[id, object] : forms_)
             result += "/M" + std::to_string(object) + " " + reference(object);
         result += ">>";
@@ -179,7 +182,7 @@ void PdfCanvas::appendLine(Polyline const &line, bool dense, std::string *path) 
     double const scale = dense ? UNITS_PER_MM : 1.0;
     char const *op = "m\n";
     for (QPointF const &at : line.points) {
-        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 4, op);
+        append(path, {at.x() * scale, at.y() * scale}, dense ? 0 : 3, op);
         op = "l\n";
     }
     if (line.closed)
@@ -257,6 +260,19 @@ void PdfCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color c
         content_ += evenOdd ? "f*\n" : "f\n";
     else
         content_ += "S\n";
+}
+
+void PdfCanvas::writePicture(PlacedPicture const &placed)
+{
+    auto const [object, excerpt] = pictures_->write(placed);
+    usedPictures_.insert(object);
+    if (state_.fillAlpha != 255)
+        setAlpha('f', state_.fillAlpha = 255);
+    // A picture of PDF is a square of 1 with its first row on top, where y is 1.
+    QRectF const &part = excerpt.part;
+    content_ += "q ";
+    matrix(QTransform(part.width(), 0.0, 0.0, -part.height(), part.left(), part.bottom()) * placed.toPage, "cm ");
+    content_ += "/I" + std::to_string(object) + " Do Q\n";
 }
 
 void PdfCanvas::pushClip(QPainterPath const &area)

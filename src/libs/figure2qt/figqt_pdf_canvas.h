@@ -2,6 +2,7 @@
 #pragma once
 
 #include "figqt_pdf_font.h"
+#include "figqt_pdf_pictures.h"
 #include "figqt_vector_canvas.h"
 
 #include <map>
@@ -18,8 +19,8 @@ class PdfFile;
 class PdfCanvas : public VectorCanvas
 {
 public:
-    /// `height` of the page in millimetres. File and fonts are not owned.
-    PdfCanvas(PdfFile *file, PdfFonts *fonts, double height);
+    /// `height` of the page in millimetres. File, fonts and pictures are not owned.
+    PdfCanvas(PdfFile *file, PdfFonts *fonts, PdfPictures *pictures, double height);
 
     std::string const &getContent() const { return content_; }
     /// The dictionary of what the content refers to.
@@ -58,6 +59,7 @@ private:
     void appendRect(QRectF const &rect, std::string *path) const override;
     void writeLines(std::string const &path, bool dense, Stroke const &stroke) override;
     void writeRects(std::string const &path, Color const &fill) override;
+    void writePicture(PlacedPicture const &placed) override;
     void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) override;
     int formOf(Mark const &mark);
     void setAlpha(char kind, int alpha);
@@ -75,6 +77,7 @@ private:
 
     PdfFile *file_;
     PdfFonts *fonts_;
+    PdfPictures *pictures_;
     std::string content_;
     State state_;
     QPointF textOrigin_; // where the line of text in hand begins, millimetres from the corner of its layout, y up
@@ -83,6 +86,7 @@ private:
     std::set<std::string> usedStates_;
     std::vector<int> usedShadings_;
     std::map<std::uint64_t, int> forms_; // of marks, by their id
+    std::set<int> usedPictures_;
 };
 
 } // namespace Zem::Fig2Qt

@@ -74,7 +74,11 @@ void PdfFile::writeObject(int number, std::string_view body)
 
 void PdfFile::writeStream(int number, std::string_view dictionary, std::string_view bytes)
 {
-    std::string const packed = compressed(bytes, getName());
+    writePackedStream(number, dictionary, compressed(bytes, getName()));
+}
+
+void PdfFile::writePackedStream(int number, std::string_view dictionary, std::string_view packed)
+{
     begin(number);
     std::string head = "<<";
     head += dictionary;

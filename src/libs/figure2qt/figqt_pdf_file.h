@@ -22,6 +22,8 @@ public:
     void writeObject(int number, std::string_view body);
     /// `dictionary` holds the entries besides filter and length. The bytes are compressed.
     void writeStream(int number, std::string_view dictionary, std::string_view bytes);
+    /// The same for bytes that zlib has compressed already.
+    void writePackedStream(int number, std::string_view dictionary, std::string_view packed);
     /// Completes the file. Numbers of 0 are left out.
     void finish(int catalog, int info);
 

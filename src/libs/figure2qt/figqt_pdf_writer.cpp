@@ -5,6 +5,7 @@
 #include "figqt_pdf_canvas.h"
 #include "figqt_pdf_file.h"
 #include "figqt_pdf_font.h"
+#include "figqt_pdf_pictures.h"
 #include "figqt_units.h"
 #include "figqt_writer_painter.h"
 
@@ -36,7 +37,8 @@ std::string dateEntry(QDateTime const &date)
 struct PdfWriter::Document
 {
     Document(QString const &fileName, PageOptions const &pageOptions)
-        : file(fileName), fonts(&file), options(pageOptions), catalog(file.reserve()), pageTree(file.reserve())
+        : file(fileName), fonts(&file), pictures(&file, pageOptions.pictureDpi), options(pageOptions),
+          catalog(file.reserve()), pageTree(file.reserve())
     {
     }
 
@@ -45,6 +47,7 @@ struct PdfWriter::Document
 
     PdfFile file;
     PdfFonts fonts;
+    PdfPictures pictures;
     PageOptions options;
     int catalog;
     int pageTree;
@@ -56,8 +59,9 @@ struct PdfWriter::Document
 };
 
 PdfWriter::PdfWriter(QString const &fileName, PageOptions const &options)
-    : document_(std::make_unique<Document>(fileName, options))
 {
+    requireResolution(options.pictureDpi, fileName);
+    document_ = std::make_unique<Document>(fileName, options);
 }
 
 PdfWriter::~PdfWriter() = default;
@@ -97,7 +101,7 @@ Fig2::Painter &PdfWriter::beginPage(BaVec2d<double> const &size)
     requirePageSize(size, LARGEST_PAGE, document_->file.getName());
     document_->endPage();
     document_->size = size;
-    auto canvas = std::make_unique<PdfCanvas>(&document_->file, &document_->fonts, size.y);
+    auto canvas = std::make_unique<PdfCanvas>(&document_->file, &document_->fonts, &document_->pictures, size.y);
     document_->canvas = canvas.get();
     document_->painter = std::make_unique<WriterPainter>(std::move(canvas));
     return *document_->painter;

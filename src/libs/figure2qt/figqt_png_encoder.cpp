@@ -32,25 +32,13 @@ void appendWord(std::string *bytes, std::uint32_t value)
         bytes->push_back(static_cast<char>(value >> shift & 0xffU));
 }
 
-std::string chunk(std::string_view type, std::string_view data)
-{
-    std::string result;
-    result.reserve(data.size() + 12);
-    appendWord(&result, static_cast<std::uint32_t>(data.size()));
-    result += type;
-    result += data;
-    auto const *covered = reinterpret_cast<Bytef const *>(result.data() + 4);
-    appendWord(&result, static_cast<std::uint32_t>(crc32(0, covered, static_cast<uInt>(data.size() + 4))));
-    return result;
-}
-
 std::string header(QImage const &image, bool grey)
 {
     std::string data;
     appendWord(&data, static_cast<std::uint32_t>(image.width()));
     appendWord(&data, static_cast<std::uint32_t>(image.height()));
     data += {8, grey ? GREY : RGB, 0, 0, 0};
-    return chunk("IHDR", data);
+    return pngChunk("IHDR", data);
 }
 
 std::string resolution(double dpi)
@@ -60,7 +48,7 @@ std::string resolution(double dpi)
     appendWord(&data, perMetre);
     appendWord(&data, perMetre);
     data += '\1';
-    return chunk("pHYs", data);
+    return pngChunk("pHYs", data);
 }
 
 QRgb const *rowOf(QImage const &image, int y)
@@ -224,11 +212,28 @@ void packAll(std::vector<Strip> *strips, unsigned int threads)
 
 } // namespace
 
+std::string pngSignature()
+{
+    return {SIGNATURE, 8};
+}
+
+std::string pngChunk(std::string_view type, std::string_view data)
+{
+    std::string result;
+    result.reserve(data.size() + 12);
+    appendWord(&result, static_cast<std::uint32_t>(data.size()));
+    result += type;
+    result += data;
+    auto const *covered = reinterpret_cast<Bytef const *>(result.data() + 4);
+    appendWord(&result, static_cast<std::uint32_t>(crc32(0, covered, static_cast<uInt>(data.size() + 4))));
+    return result;
+}
+
 void encodePng(QImage const &image, double dpi, unsigned int threads,
                std::function<void(std::string_view)> const &write)
 {
     bool const grey = isGrey(image);
-    write(std::string_view(SIGNATURE, 8));
+    write(pngSignature());
     write(header(image, grey));
     write(resolution(dpi));
     std::vector<Strip> strips = cutIntoStrips(image, grey);
@@ -241,9 +246,9 @@ void encodePng(QImage const &image, double dpi, unsigned int threads,
         data += strips[i].takePacked();
         if (i + 1 == strips.size())
             appendWord(&data, checksum);
-        write(chunk("IDAT", data));
+        write(pngChunk("IDAT", data));
     }
-    write(chunk("IEND", {}));
+    write(pngChunk("IEND", {}));
 }
 
 } // namespace Zem::Fig2Qt

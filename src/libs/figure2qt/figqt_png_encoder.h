@@ -16,4 +16,9 @@ namespace Zem::Fig2Qt {
 void encodePng(QImage const &image, double dpi, unsigned int threads,
                std::function<void(std::string_view)> const &write);
 
+/// What a PNG file begins with.
+std::string pngSignature();
+/// A piece of a PNG file with its length and check.
+std::string pngChunk(std::string_view type, std::string_view data);
+
 } // namespace Zem::Fig2Qt

@@ -65,8 +65,7 @@ void PngWriter::Picture::requirePixels(BaVec2d<double> const &size) const
 
 PngWriter::PngWriter(QString const &fileName, PageOptions const &options)
 {
-    if (!(options.dpi > 0.0) || !std::isfinite(options.dpi))
-        throw OutputError(text("%1: %2 dpi is no resolution").arg(fileName).arg(options.dpi));
+    requireResolution(options.dpi, fileName);
     picture_ = std::make_unique<Picture>(fileName, options.dpi);
 }
 

@@ -2,6 +2,7 @@
 
 #include "figqt_color.h"
 #include "figqt_path_walk.h"
+#include "figqt_picture_scaler.h"
 
 #include <QtGui/QImage>
 #include <QtGui/QLinearGradient>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr qsizetype PIECE = 16;
 constexpr double CELLS_PER_PIXEL = 4.0;
+constexpr double MARGIN = 2.0; // in pixels of a picture: what is blended with those at the border
 
 QPen penOf(Stroke const &stroke)
 {
@@ -42,6 +44,22 @@ QLinearGradient gradientOf(QRectF const &rect, bool vertical, std::vector<Color>
         stops.append({static_cast<double>(i) / last, toQColor(colors[i])});
     gradient.setStops(stops);
     return gradient;
+}
+
+/// Without a copy: the picture must outlive the result.
+QImage imageOf(Picture const &picture)
+{
+    auto const format = picture.format == Picture::GREY    ? QImage::Format_Grayscale8
+                        : picture.format == Picture::COLOR ? QImage::Format_RGBX8888
+                                                           : QImage::Format_RGBA8888;
+    return {picture.pixels, picture.width, picture.height,
+            static_cast<qsizetype>(picture.getPixelBytes()) * picture.width, format};
+}
+
+/// How many pixels a part needs on the output: no more than it has.
+int pixelsFor(double part, double scale)
+{
+    return static_cast<int>(std::ceil(part * std::min(scale, 1.0)));
 }
 
 } // namespace
@@ -149,6 +167,30 @@ void QPainterCanvas::drawStrip(QRectF const &rect, bool vertical, std::vector<Co
     painter_->setTransform(toPage * pageToDevice_);
     painter_->fillRect(rect, gradientOf(rect, vertical, colors));
     painter_->setTransform(pageToDevice_);
+}
+
+void QPainterCanvas::drawPicture(PlacedPicture const &placed)
+{
+    QTransform const toDevice = placed.toPage * pageToDevice_;
+    // The rest would cost time, and cannot be counted in whole pixels when it is far away.
+    QRectF const device(0, 0, painter_->device()->width(), painter_->device()->height());
+    QRectF const part = toDevice.inverted().mapRect(device).adjusted(-MARGIN, -MARGIN, MARGIN, MARGIN) & placed.part;
+    if (part.isEmpty())
+        return;
+    double const columnScale = std::hypot(toDevice.m11(), toDevice.m12());
+    double const rowScale = std::hypot(toDevice.m21(), toDevice.m22());
+    painter_->save();
+    painter_->setTransform(toDevice);
+    painter_->setRenderHint(QPainter::SmoothPixmapTransform, std::max(columnScale, rowScale) <= PIXELS_ARE_SEEN);
+    if (std::min(columnScale, rowScale) >= 1.0) {
+        painter_->drawImage(part, imageOf(placed.picture), part);
+    } else {
+        // A QPainter looks at four pixels only.
+        Picture const reduced =
+            scaled(placed.picture, part, pixelsFor(part.width(), columnScale), pixelsFor(part.height(), rowScale));
+        painter_->drawImage(part, imageOf(reduced));
+    }
+    painter_->restore();
 }
 
 void QPainterCanvas::pushClip(QPainterPath const &area)

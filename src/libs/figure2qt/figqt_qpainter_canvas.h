@@ -19,6 +19,7 @@ public:
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
     void drawStrip(QRectF const &rect, bool vertical, std::vector<Color> const &colors,
                    QTransform const &toPage) override;
+    void drawPicture(PlacedPicture const &placed) override;
     void pushClip(QPainterPath const &area) override;
     void popClip() override;
 

@@ -2,6 +2,7 @@
 
 #include "figqt_number.h"
 #include "figqt_path_walk.h"
+#include "figqt_picture_scaler.h"
 #include "figqt_units.h"
 
 #include <algorithm>
@@ -151,20 +152,19 @@ void SvgCanvas::writeStroke(Stroke const &stroke)
         attribute("stroke-dasharray", dashes.join(QLatin1Char(' ')));
 }
 
-/// Dense lines as the steps from point to point, which are short numbers.
+/// As the steps from point to point, which are short numbers; of points that are rounded, so that nothing adds up.
 void SvgCanvas::appendLine(Polyline const &line, bool dense, std::string *path) const
 {
-    double const scale = dense ? UNITS_PER_MM : 1.0;
+    constexpr double FINEST = 1000.0; // to the millimetre
+    double const grid = dense ? UNITS_PER_MM : FINEST;
+    double const unit = dense ? 1.0 : FINEST;
     QPointF last;
     for (std::size_t i = 0; i < line.points.size(); ++i) {
-        QPointF at = line.points[i] * scale;
-        if (dense)
-            at = {std::round(at.x()), std::round(at.y())};
-        *path += i == 0 ? 'M' : dense ? 'l' : 'L';
-        QPointF const written = dense && i > 0 ? at - last : at;
-        appendNumber(path, written.x(), 4);
+        QPointF const at(std::round(line.points[i].x() * grid), std::round(line.points[i].y() * grid));
+        *path += i == 0 ? 'M' : 'l';
+        appendNumber(path, (at.x() - last.x()) / unit, 3);
         *path += ' ';
-        appendNumber(path, written.y(), 4);
+        appendNumber(path, (at.y() - last.y()) / unit, 3);
         last = at;
     }
     if (line.closed)
@@ -232,6 +232,42 @@ QString SvgCanvas::symbolOf(Mark const &mark)
         xml_->writeEndElement();
     }
     return symbol->second;
+}
+
+QString SvgCanvas::symbolOf(Picture const &picture)
+{
+    auto const [symbol, isNew] = pictures_.try_emplace(fingerprintOf(picture));
+    if (isNew) {
+        QString const id = QStringLiteral("picture%1").arg(++lastId_);
+        symbol->second = QLatin1Char('#') + id;
+        std::string const png = pngOf(picture);
+        QByteArray const text = QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size())).toBase64();
+        xml_->writeStartElement(QStringLiteral("defs"));
+        xml_->writeEmptyElement(QStringLiteral("image"));
+        attribute("id", id);
+        attribute("width", picture.width);
+        attribute("height", picture.height);
+        attribute("preserveAspectRatio", QStringLiteral("none"));
+        attribute("href", QLatin1StringView("data:image/png;base64,") + QLatin1StringView(text));
+        xml_->writeEndElement();
+    }
+    return symbol->second;
+}
+
+void SvgCanvas::writePicture(PlacedPicture const &placed)
+{
+    Excerpt const excerpt = excerptOf(placed, dpi_);
+    QString const symbol = symbolOf(cutOut(placed.picture, excerpt));
+    QRectF const &part = excerpt.part;
+    QTransform const toPage = QTransform::fromScale(part.width() / excerpt.width, part.height() / excerpt.height) *
+                              QTransform::fromTranslate(part.left(), part.top()) * placed.toPage;
+    xml_->writeEmptyElement(QStringLiteral("use"));
+    attribute("href", symbol);
+    attribute("transform", matrixOf(toPage));
+    // As in a picture of this resolution, by programs that follow it.
+    double const enlarged = std::hypot(toPage.m11(), toPage.m12()) * dpi_ / MM_PER_INCH;
+    if (enlarged > PIXELS_ARE_SEEN)
+        attribute("image-rendering", QStringLiteral("pixelated"));
 }
 
 void SvgCanvas::drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill)

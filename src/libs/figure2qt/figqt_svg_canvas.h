@@ -1,6 +1,7 @@
 // figqt_svg_canvas.h: a canvas on an SVG drawing.
 #pragma once
 
+#include "figqt_embedded_picture.h"
 #include "figqt_vector_canvas.h"
 
 #include <QtCore/QXmlStreamWriter>
@@ -14,8 +15,8 @@ namespace Zem::Fig2Qt {
 class SvgCanvas : public VectorCanvas
 {
 public:
-    /// `xml` is not owned.
-    explicit SvgCanvas(QXmlStreamWriter *xml) : xml_(xml) {}
+    /// `xml` is not owned. Pictures get no more than `dpi` pixels to the inch.
+    SvgCanvas(QXmlStreamWriter *xml, double dpi) : xml_(xml), dpi_(dpi) {}
 
     void drawPath(QPainterPath const &path, Stroke const *stroke, Color const *fill) override;
     void drawText(TextLayout const &layout, QTransform const &toPage) override;
@@ -38,12 +39,16 @@ private:
     void appendRect(QRectF const &rect, std::string *path) const override;
     void writeLines(std::string const &path, bool dense, Stroke const &stroke) override;
     void writeRects(std::string const &path, Color const &fill) override;
+    void writePicture(PlacedPicture const &placed) override;
     void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) override;
     QString symbolOf(Mark const &mark);
+    QString symbolOf(Picture const &picture);
 
     QXmlStreamWriter *xml_;
+    double dpi_;
     int lastId_ = 0;
     std::map<std::uint64_t, QString> symbols_; // ids in the file, by those of the marks
+    std::map<QByteArray, QString> pictures_;   // the same, by the pixels
 };
 
 } // namespace Zem::Fig2Qt

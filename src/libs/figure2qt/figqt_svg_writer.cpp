@@ -22,12 +22,14 @@ QString number(double value)
 
 struct SvgWriter::Drawing
 {
-    Drawing(QString const &fileName, QString const &pageTitle) : file(fileName), title(pageTitle), xml(&bytes) {}
+    Drawing(QString const &fileName, PageOptions const &pageOptions) : file(fileName), options(pageOptions), xml(&bytes)
+    {
+    }
 
     void begin(BaVec2d<double> const &size);
 
     OutputFile file;
-    QString title;
+    PageOptions options;
     QByteArray bytes;
     QXmlStreamWriter xml;
     std::unique_ptr<WriterPainter> painter;
@@ -43,13 +45,14 @@ void SvgWriter::Drawing::begin(BaVec2d<double> const &size)
     xml.writeAttribute(QStringLiteral("width"), number(size.x) + QStringLiteral("mm"));
     xml.writeAttribute(QStringLiteral("height"), number(size.y) + QStringLiteral("mm"));
     xml.writeAttribute(QStringLiteral("viewBox"), QStringLiteral("0 0 %1 %2").arg(number(size.x), number(size.y)));
-    if (!title.isEmpty())
-        xml.writeTextElement(QStringLiteral("title"), title);
+    if (!options.title.isEmpty())
+        xml.writeTextElement(QStringLiteral("title"), options.title);
 }
 
 SvgWriter::SvgWriter(QString const &fileName, PageOptions const &options)
-    : drawing_(std::make_unique<Drawing>(fileName, options.title))
 {
+    requireResolution(options.pictureDpi, fileName);
+    drawing_ = std::make_unique<Drawing>(fileName, options);
 }
 
 SvgWriter::~SvgWriter() = default;
@@ -60,7 +63,8 @@ Fig2::Painter &SvgWriter::beginPage(BaVec2d<double> const &size)
     requireFirstPage(!drawing_->painter, drawing_->file.getName());
     requirePageSize(size, LARGEST_PAGE, drawing_->file.getName());
     drawing_->begin(size);
-    drawing_->painter = std::make_unique<WriterPainter>(std::make_unique<SvgCanvas>(&drawing_->xml));
+    drawing_->painter =
+        std::make_unique<WriterPainter>(std::make_unique<SvgCanvas>(&drawing_->xml, drawing_->options.pictureDpi));
     return *drawing_->painter;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "figqt_canvas.h"
+#include "figqt_look_batch.h"
 #include "figqt_mark_thinner.h"
 
 #include <optional>
@@ -9,8 +10,9 @@
 
 namespace Zem::Fig2Qt {
 
-/// Gathers lines, rectangles and marks of one look that follow each other, to write them in one go, and leaves out what
-/// cannot be seen: the file follows what the page shows and not how often it was painted over.
+/// Gathers small things of any looks that follow each other, sorted by look; and lines, rectangles and marks of one
+/// look that follow each other, to write them in one go, and leaves out what cannot be seen: the file follows what the
+/// page shows and not how often it was painted over.
 class VectorCanvas : public Canvas
 {
 public:
@@ -22,7 +24,9 @@ public:
     double getCellSize() const override { return CELL; }
     void drawPolyline(Polyline const &line, Stroke const &stroke) override;
     void drawMark(Mark const &mark, QPointF const &at, Color const &fill) override;
+    void fillConvex(std::span<QPointF const> corners, Color const &fill) override;
     void fillRect(QRectF const &rect, Color const &fill) override;
+    void drawPicture(PlacedPicture const &placed) override;
     /// To be called before anything else is written.
     void finish() override;
 
@@ -34,9 +38,15 @@ protected:
     virtual void writeLines(std::string const &path, bool dense, Stroke const &stroke) = 0;
     /// Filled by the non-zero rule.
     virtual void writeRects(std::string const &path, Color const &fill) = 0;
+    virtual void writePicture(PlacedPicture const &placed) = 0;
     virtual void writeMarks(Mark const &mark, std::vector<PlacedMark> const &places) = 0;
 
 private:
+    bool mixLine(Polyline const &line, Stroke const &stroke);
+    bool mixMark(Mark const &mark, QPointF const &at, Color const &fill);
+    void appendArea(std::span<QPointF const> corners, std::string *path) const;
+    void prepareMix();
+    void writeMix();
     bool extendSliver(QRectF const &box);
     void appendSliver();
 
@@ -45,6 +55,11 @@ private:
     std::optional<Color> fill_;    // of the rectangles at hand
     std::optional<QRectF> sliver_; // the last of them, not in the path yet
     std::string path_;
+    LookBatch mix_;       // while there is anything in it, there are no lines, rectangles and places at hand
+    Mark mixMark_{{}, 0}; // of the marks in it
+    Stroke lastStroke_;   // what the last thing in it was, and how many of them there were
+    bool lastWasLine_ = false;
+    int alike_ = 0;
     Mark mark_{{}, 0};
     std::vector<PlacedMark> places_;
 };

@@ -21,8 +21,8 @@ public:
     explicit ProjectChartInterface(ProjectTokenInterface const *tokens);
     ~ProjectChartInterface() override;
 
-    /// The stage that charts over stages mark, with a line at its x and a point on each curve; none at the start. To be
-    /// told before figures are updated for a stage: the counters of chart tokens move where the mark moves.
+    /// As that of the ProjectTokenInterface. Charts over stages mark the stage with a line at its x and a point on each
+    /// curve: the counters of chart tokens move where the mark moves.
     void setCurrentStage(StageIdentifier const &stage);
 
     /// The points that charts name, where they show the curve; none at the start. Points that their curve does not have

@@ -3,15 +3,21 @@
 
 #include <ZemMeasColorScale.h>
 #include <ZemMeasCsv.h>
+#include <ZemMeasView.h>
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <variant>
 #include <vector>
+
+namespace Zem {
+class Image;
+}
 
 namespace Zem::Measurement {
 
@@ -93,6 +99,7 @@ struct SeriesResult
 {
     QString group;
     QStringList series;  ///< names, by column
+    QStringList columns; ///< names in the file of the same
     QStringList changed; ///< those of them whose values changed or are new
     QStringList skipped; ///< columns that hold neither numbers nor moments
     std::size_t rows = 0;
@@ -136,6 +143,20 @@ public:
     /// value. Nothing else is read. Empty for a series that has gone.
     std::vector<double> seriesNumbers(ProjectSeries const &series) const;
 
+    /// All views, in the order in which they came in; none in a project of an older release.
+    std::vector<ProjectView> views() const;
+    /// A picture of a view; null when there is none at the stage. Throws also when the file of a picture that is only
+    /// linked cannot be read.
+    std::unique_ptr<Zem::Image> picture(ProjectView const &view, unsigned int stage, PictureKind_t kind) const;
+    /// All point sets, in the order in which they came in; none in a project of an older release.
+    std::vector<ProjectPointSet> pointSets() const;
+    /// The points of a set at a stage; none when the set has none then.
+    PointField points(ProjectPointSet const &set, unsigned int stage) const;
+    /// The numbers of one of its columns by row, in the base unit; NaN is a missing value. `unit` (may be null)
+    /// receives the unit. None when the set has no points at the stage. Throws also when there is no such column.
+    std::vector<double> pointNumbers(ProjectPointSet const &set, QString const &column, unsigned int stage,
+                                     UnitData *unit) const;
+
     /// The colour scale for what the project shows; none when none was stored.
     std::optional<ColorScale> colorScale() const;
     void setColorScale(ColorScale const &scale);
@@ -157,8 +178,26 @@ public:
     /// column holds numbers, or a series would take the name of a token.
     SeriesResult importSeries(CsvTable const &table, SeriesOptions const &options = {});
 
+    /// Takes a PNG, JPEG or TIFF file over in place of the picture that the view has at the stage. The camera of a new
+    /// view looks at its pixels: the point (x, y, 0) lies at the pixel (x, y). Throws ImportError when the file is no
+    /// picture, when it is not as large as the others of the view, or when an overlay is not in colour.
+    void importPicture(QString const &fileName, PictureOptions const &options = {});
+    /// Sets the camera of a view, which is made when there is none of this name. Throws ImportError when the view has
+    /// pictures of another size, and for a camera without size.
+    void setCamera(QString const &view, CameraModel const &camera);
+    /// Takes a table over as the points of a set at a stage, whole or not at all; those that the set has at the stage
+    /// are replaced. All columns of numbers become series of the group "set.stage". Throws ImportError when a column
+    /// that is named is not there or holds no numbers, when x or y have none, when another column has a role than at
+    /// the other stages of the set, or when points to be painted between lie on no grid.
+    PointResult importPoints(CsvTable const &table, PointOptions const &options = {});
+
 private:
     struct Revision;
+
+    /// Runs a change of the project in a transaction, whole or not at all.
+    void change(std::function<void()> const &work);
+    /// The same for a view, which has no id yet when there is none of this name.
+    void changeView(QString const &name, std::function<void(ProjectView *)> const &work);
 
     std::unique_ptr<SqlConnection> connection_;
     std::unique_ptr<Revision> revision_;

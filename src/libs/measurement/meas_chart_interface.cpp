@@ -79,7 +79,7 @@ ProjectChartInterface::~ProjectChartInterface()
 
 void ProjectChartInterface::setCurrentStage(StageIdentifier const &stage)
 {
-    tokens_->charts().setCurrentStage(stage);
+    tokens_->setCurrentStage(stage);
 }
 
 void ProjectChartInterface::setNamedPoints(std::vector<NamedPoint> const &points)

@@ -1,5 +1,7 @@
 #include "meas_contents.h"
 
+#include <algorithm>
+
 namespace Zem::Measurement {
 
 namespace {
@@ -9,6 +11,14 @@ Item const *find(QHash<Key, std::size_t> const &places, std::vector<Item> const 
 {
     auto const place = places.constFind(key);
     return place == places.constEnd() ? nullptr : &items[*place];
+}
+
+/// There are few of these.
+template <class Item>
+Item const *findByName(std::vector<Item> const &items, QString const &name)
+{
+    auto const found = std::find_if(items.begin(), items.end(), [&](Item const &item) { return item.name == name; });
+    return found == items.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -22,8 +32,12 @@ void ProjectContents::refresh()
     std::vector<unsigned int> stages = project_->stages();
     std::vector<ProjectToken> tokens = project_->tokens();
     std::vector<ProjectSeries> series = project_->series();
+    std::vector<ProjectView> views = project_->views();
+    std::vector<ProjectPointSet> pointSets = project_->pointSets();
     tokens_ = std::move(tokens);
     series_ = std::move(series);
+    views_ = std::move(views);
+    pointSets_ = std::move(pointSets);
     stagesModified_ += stages == stages_ ? 0 : 1;
     stages_ = std::move(stages);
     tokenByName_.clear();
@@ -52,6 +66,16 @@ ProjectToken const *ProjectContents::findToken(std::int64_t id) const
 ProjectSeries const *ProjectContents::findSeries(QString const &name) const
 {
     return find(seriesByName_, series_, name);
+}
+
+ProjectView const *ProjectContents::findView(QString const &name) const
+{
+    return findByName(views_, name);
+}
+
+ProjectPointSet const *ProjectContents::findPointSet(QString const &name) const
+{
+    return findByName(pointSets_, name);
 }
 
 } // namespace Zem::Measurement

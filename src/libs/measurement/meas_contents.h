@@ -22,6 +22,8 @@ public:
     Project const &project() const { return *project_; }
     std::vector<ProjectToken> const &tokens() const { return tokens_; }
     std::vector<ProjectSeries> const &series() const { return series_; }
+    std::vector<ProjectView> const &views() const { return views_; }
+    std::vector<ProjectPointSet> const &pointSets() const { return pointSets_; }
     /// Ascending.
     std::vector<unsigned int> const &stages() const { return stages_; }
     /// Moves when the stages are not what they were.
@@ -31,12 +33,16 @@ public:
     ProjectToken const *findToken(QString const &name) const;
     ProjectToken const *findToken(std::int64_t id) const;
     ProjectSeries const *findSeries(QString const &name) const;
+    ProjectView const *findView(QString const &name) const;
+    ProjectPointSet const *findPointSet(QString const &name) const;
 
 private:
     Project const *project_;
     std::int64_t revision_ = -1;
     std::vector<ProjectToken> tokens_;
     std::vector<ProjectSeries> series_;
+    std::vector<ProjectView> views_;
+    std::vector<ProjectPointSet> pointSets_;
     std::vector<unsigned int> stages_;
     unsigned int stagesModified_ = 0;
     QHash<QString, std::size_t> tokenByName_;

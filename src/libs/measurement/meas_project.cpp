@@ -216,23 +216,26 @@ void Project::setColorScale(ColorScale const &scale)
     revision_->readAt.reset();
 }
 
-ImportResult Project::importTable(CsvTable const &table, ImportOptions const &options)
+void Project::change(std::function<void()> const &work)
 {
     SqlTransaction transaction(*connection_);
     connection_->lockProject();
-    ImportResult const result = TableImport(*connection_, table, options).run();
+    work();
     transaction.commit();
     revision_->readAt.reset();
+}
+
+ImportResult Project::importTable(CsvTable const &table, ImportOptions const &options)
+{
+    ImportResult result;
+    change([&] { result = TableImport(*connection_, table, options).run(); });
     return result;
 }
 
 SeriesResult Project::importSeries(CsvTable const &table, SeriesOptions const &options)
 {
-    SqlTransaction transaction(*connection_);
-    connection_->lockProject();
-    SeriesResult const result = SeriesImport(*connection_, table, options).run();
-    transaction.commit();
-    revision_->readAt.reset();
+    SeriesResult result;
+    change([&] { result = SeriesImport(*connection_, table, options).run(); });
     return result;
 }
 

@@ -29,20 +29,42 @@ constexpr char const *SERIES_TABLES[] = {
     "PRIMARY KEY (series, chunk))",
 };
 
-void createSeriesTables(SqlConnection const &connection)
+// "view" is a word of SQL, so it stands in quotes. A picture is the name of a file or its packed pixels.
+constexpr char const *VIEW_TABLES[] = {
+    "CREATE TABLE \"view\" (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, camera TEXT NOT NULL, "
+    "modified BIGINT NOT NULL)",
+    "CREATE TABLE view_picture (\"view\" BIGINT NOT NULL, stage BIGINT NOT NULL, kind INTEGER NOT NULL, "
+    "file TEXT NOT NULL, type INTEGER NOT NULL, pixels BYTEA NOT NULL, PRIMARY KEY (\"view\", stage, kind))",
+    "CREATE TABLE point_set (id BIGINT PRIMARY KEY, name TEXT NOT NULL UNIQUE, \"view\" BIGINT NOT NULL, "
+    "roles TEXT NOT NULL, moved INTEGER NOT NULL, painted INTEGER NOT NULL, modified BIGINT NOT NULL)",
+    "CREATE TABLE point_stage (point_set BIGINT NOT NULL, stage BIGINT NOT NULL, series_group TEXT NOT NULL, "
+    "PRIMARY KEY (point_set, stage))",
+};
+
+template <class Tables>
+void createAll(SqlConnection const &connection, Tables const &tables)
 {
-    for (char const *const table : SERIES_TABLES) {
+    for (char const *const table : tables) {
         connection.execute(QString::fromLatin1(table));
+    }
+}
+
+/// The tables that releases behind `version` have added.
+void createNewerTables(SqlConnection const &connection, int version)
+{
+    if (version < 2) {
+        createAll(connection, SERIES_TABLES);
+    }
+    if (version < 3) {
+        createAll(connection, VIEW_TABLES);
     }
 }
 
 void createTables(SqlConnection const &connection)
 {
     SqlTransaction transaction(connection);
-    for (char const *const table : TABLES) {
-        connection.execute(QString::fromLatin1(table));
-    }
-    createSeriesTables(connection);
+    createAll(connection, TABLES);
+    createNewerTables(connection, 1);
     connection.execute(QStringLiteral("INSERT INTO zem_project (version, change) VALUES (%1, 0)").arg(SCHEMA_VERSION));
     transaction.commit();
 }
@@ -77,8 +99,8 @@ void migrate(SqlConnection const &connection)
 {
     SqlTransaction transaction(connection);
     connection.lockProject();
-    if (readVersion(connection) < SCHEMA_VERSION) { // unless another process was faster
-        createSeriesTables(connection);
+    if (int const version = readVersion(connection); version < SCHEMA_VERSION) { // unless another process was faster
+        createNewerTables(connection, version);
         connection.execute(QStringLiteral("UPDATE zem_project SET version = %1").arg(SCHEMA_VERSION));
     }
     transaction.commit();

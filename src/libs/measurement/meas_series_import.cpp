@@ -121,6 +121,7 @@ void SeriesImport::addColumn(std::size_t index)
     names_.insert(name);
     columns_.emplace_back(&column, name);
     result_.series << name;
+    result_.columns << column.name;
 }
 
 void SeriesImport::requireFreeName(QString const &name) const

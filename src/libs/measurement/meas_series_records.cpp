@@ -94,27 +94,49 @@ private:
 
 } // namespace
 
+namespace {
+
+constexpr char const *SELECT_SERIES =
+    "SELECT %1, series_table, "
+    "(SELECT series_table.name FROM series_table WHERE series_table.id = series.series_table), "
+    "(SELECT row_count FROM series_table WHERE series_table.id = series.series_table) FROM series ";
+
+QString selectSeries(char const *rest)
+{
+    return (QLatin1String(SELECT_SERIES) + QLatin1String(rest)).arg(QLatin1String(TOKEN_COLUMNS));
+}
+
+ProjectSeries readSeriesRow(SqlConnection const &connection, QSqlQuery const &query)
+{
+    ProjectSeries series{readTokenRow(connection, query), readWhole(connection, query, 7), query.value(8).toString(),
+                         readRowCount(connection, query, 9)};
+    if (series.type == ColumnType_t::TEXT) {
+        connection.fail(QStringLiteral("the project is damaged: series '%1' is of text").arg(series.name));
+    }
+    return series;
+}
+
+} // namespace
+
 std::vector<ProjectSeries> readSeries(SqlConnection const &connection)
 {
     std::vector<ProjectSeries> all;
     if (!connection.tables().contains(QStringLiteral("series"))) {
         return all;
     }
-    QSqlQuery query = connection.execute(
-        QStringLiteral("SELECT %1, series_table, "
-                       "(SELECT series_table.name FROM series_table WHERE series_table.id = series.series_table), "
-                       "(SELECT row_count FROM series_table WHERE series_table.id = series.series_table) "
-                       "FROM series ORDER BY id")
-            .arg(QLatin1String(TOKEN_COLUMNS)));
+    QSqlQuery query = connection.execute(selectSeries("ORDER BY id"));
     while (query.next()) {
-        ProjectSeries series{readTokenRow(connection, query), readWhole(connection, query, 7),
-                             query.value(8).toString(), readRowCount(connection, query, 9)};
-        if (series.type == ColumnType_t::TEXT) {
-            connection.fail(QStringLiteral("the project is damaged: series '%1' is of text").arg(series.name));
-        }
-        all.push_back(std::move(series));
+        all.push_back(readSeriesRow(connection, query));
     }
     return all;
+}
+
+std::optional<ProjectSeries> findSeries(SqlConnection const &connection, QString const &name)
+{
+    QSqlQuery query = connection.prepare(selectSeries("WHERE name = ?"));
+    query.addBindValue(name);
+    connection.run(query);
+    return query.next() ? std::optional(readSeriesRow(connection, query)) : std::nullopt;
 }
 
 std::set<QString> readSeriesNames(SqlConnection const &connection)

@@ -15,6 +15,8 @@ inline constexpr std::size_t MAX_SERIES_ROWS = std::numeric_limits<int>::max();
 
 /// Empty in a project of an older release.
 std::vector<ProjectSeries> readSeries(SqlConnection const &connection);
+/// None when there is none of this name.
+std::optional<ProjectSeries> findSeries(SqlConnection const &connection, QString const &name);
 std::set<QString> readSeriesNames(SqlConnection const &connection);
 /// Adds the series, or stores all of it but its numbers anew when `exists`.
 void writeSeries(SqlConnection const &connection, ProjectSeries const &series, bool exists);

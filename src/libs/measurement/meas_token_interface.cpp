@@ -3,6 +3,8 @@
 #include "meas_chart_store.h"
 #include "meas_contents.h"
 #include "meas_names.h"
+#include "meas_point_statistics.h"
+#include "meas_view_store.h"
 
 #include <ZemTokenTools.h>
 
@@ -50,7 +52,9 @@ Value integerValue(std::int64_t number)
 } // namespace
 
 ProjectTokenInterface::ProjectTokenInterface(Project const *project)
-    : contents_(std::make_unique<ProjectContents>(project)), charts_(std::make_unique<ChartStore>(contents_.get()))
+    : contents_(std::make_unique<ProjectContents>(project)), charts_(std::make_unique<ChartStore>(contents_.get())),
+      views_(std::make_unique<ViewStore>(contents_.get())),
+      statistics_(std::make_unique<PointStatistics>(contents_.get()))
 {
 }
 
@@ -59,6 +63,17 @@ ProjectTokenInterface::~ProjectTokenInterface() = default;
 ChartStore &ProjectTokenInterface::charts() const
 {
     return *charts_;
+}
+
+void ProjectTokenInterface::setCurrentStage(StageIdentifier const &stage) const
+{
+    charts_->setCurrentStage(stage);
+    views_->setCurrentStage(stage);
+}
+
+StageIdentifier const &ProjectTokenInterface::getCurrentStage() const
+{
+    return views_->currentStage();
 }
 
 void ProjectTokenInterface::refresh() const
@@ -81,6 +96,10 @@ void ProjectTokenInterface::getTokens(std::vector<TokenInfo> *tokens) const
     for (ProjectToken const &token : contents_->tokens()) {
         tokens->emplace_back(TokenInfo::CATEGORY_STAGE, typeOf(token), token.name, displayText(token));
     }
+    statistics_->getTokens(tokens);
+    for (ProjectView const &view : contents_->views()) {
+        tokens->emplace_back(TokenInfo::CATEGORY_IMAGE, TokenInfo::TYPE_IMAGE, view.name, view.name);
+    }
 }
 
 Value ProjectTokenInterface::getValue(QString name, IndexIdentifier const &index, StageIdentifier const &stage) const
@@ -88,7 +107,7 @@ Value ProjectTokenInterface::getValue(QString name, IndexIdentifier const &index
     refresh();
     bool const builtIn = isBuiltIn(name);
     ProjectToken const *const token = contents_->findToken(name);
-    if (!builtIn && !token) {
+    if (!builtIn && !token && !statistics_->findSet(name)) {
         return Value::UNKNOWN;
     }
     if (index != IndexIdentifier::NO_INDEX) {
@@ -96,6 +115,9 @@ Value ProjectTokenInterface::getValue(QString name, IndexIdentifier const &index
     }
     if (builtIn) {
         return builtInValue(name, stage);
+    }
+    if (!token) {
+        return statistics_->getValue(name, stage.getIdentifier());
     }
     if (!hasStage(stage)) {
         return Value::INVALID;
@@ -112,8 +134,24 @@ unsigned int ProjectTokenInterface::getModifiedCounter(QString const &name) cons
     if (name == STAGE_COUNT_TOKEN) {
         return static_cast<unsigned int>(contents_->stages().size());
     }
-    ProjectToken const *const token = contents_->findToken(name);
-    return token ? token->modified : charts_->modifiedCounter(name);
+    if (ProjectToken const *const token = contents_->findToken(name)) {
+        return token->modified;
+    }
+    if (ProjectPointSet const *const set = statistics_->findSet(name)) {
+        return set->modified;
+    }
+    unsigned int const image = views_->modifiedCounter(name);
+    return image != 0 ? image : charts_->modifiedCounter(name);
+}
+
+Fig2::ImageData const *ProjectTokenInterface::getImage(QString const &token) const
+{
+    return views_->lend(token);
+}
+
+void ProjectTokenInterface::releaseImage(QString const &token) const
+{
+    views_->takeBack(token);
 }
 
 Fig2::ChartData const *ProjectTokenInterface::getChart(QString const &token) const

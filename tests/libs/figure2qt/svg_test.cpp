@@ -102,7 +102,7 @@ TEST(Svg, nestsItsClippings)
                        "<g clip-path=\"url(#clip1)\">"
                        "<clipPath id=\"clip2\"><path d=\"M2 2L11 2L11 11L2 11Z\" clip-rule=\"evenodd\"/></clipPath>"
                        "<g clip-path=\"url(#clip2)\">"
-                       "<path d=\"M0 0L9 9\" fill=\"none\" stroke=\"#000000\" stroke-width=\"1\"/></g></g>");
+                       "<path d=\"M0 0l9 9\" fill=\"none\" stroke=\"#000000\" stroke-width=\"1\"/></g></g>");
     EXPECT_TRUE(svg.contains(expected)) << svg.toStdString();
 }
 

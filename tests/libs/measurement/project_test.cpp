@@ -116,10 +116,10 @@ TEST_F(ProjectOpen, refusesAnEmptyFileWhenNotMaking)
 TEST_F(ProjectOpen, refusesANewerVersion)
 {
     makeProject();
-    executeRaw(path(), "UPDATE zem_project SET version = 3");
+    executeRaw(path(), "UPDATE zem_project SET version = 4");
 
     EXPECT_EQ(openError(OpenMode_t::READ),
-              expected("the project has version 3, newer than 2, the last one known here"));
+              expected("the project has version 4, newer than 3, the last one known here"));
 }
 
 TEST_F(ProjectOpen, refusesAProjectWithoutVersion)

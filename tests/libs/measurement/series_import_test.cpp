@@ -21,7 +21,8 @@ protected:
     void makeOlder() const
     {
         for (char const *const statement : {"DROP TABLE series", "DROP TABLE series_table", "DROP TABLE series_chunk",
-                                            "UPDATE zem_project SET version = 1"}) {
+                                            "DROP TABLE view", "DROP TABLE view_picture", "DROP TABLE point_set",
+                                            "DROP TABLE point_stage", "UPDATE zem_project SET version = 1"}) {
             executeRaw(path(), statement);
         }
     }
