@@ -100,10 +100,11 @@ TEST_F(ImageLabelBlocks, bringTheValuesBack)
 
 TEST_F(ImageLabelBlocks, holdTypeBoxValuesAndId)
 {
-    loadBlocks(read, withLabel()
-                         .block(2, Payload().u(9).b(false).b(true).s("P2"))
-                         .add([](IO::OutStream &stream) { std::unique_ptr<TokenContainer>(container())->save(&stream); })
-                         .bytes());
+    loadBlocks(read,
+               withLabel()
+                   .block(2, Payload().u(9).b(false).b(true).s("P2"))
+                   .add([](IO::OutStream &stream) { std::unique_ptr<TokenContainer>(container())->save(&stream); })
+                   .bytes());
 
     EXPECT_EQ(read.getLabelType(), ImageLabelCreator::TYPE_STAGE_POINT);
     EXPECT_FALSE(read.getLabelVisible());

@@ -22,7 +22,7 @@ public:
     BaVec3d<double> point = INVALID_POINT;
     int steps = 1;
     bool withLabel = true;
-    bool unconnected = false; ///< drawn without a visible connector
+    bool unconnected = false;                ///< drawn without a visible connector
     TokenInterface const *further = nullptr; ///< not owned
     DrawingPriority_t priority = DEFAULT_DRAWING_PRIORITY;
     std::optional<Legend2::Data> legendData;
