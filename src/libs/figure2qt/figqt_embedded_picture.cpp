@@ -176,6 +176,8 @@ ColorPlanes planesOf(Picture const &picture)
     planes.alpha.resize(count);
     for (std::size_t i = 0; i < count; ++i)
         planes.alpha[i] = picture.pixels[4 * i + 3];
+    if (std::all_of(planes.alpha.begin(), planes.alpha.end(), [](unsigned char alpha) { return alpha == 255; }))
+        planes.alpha.clear();
     return planes;
 }
 
