@@ -1,13 +1,16 @@
 // A figure file loads or is refused; one that loads can be updated, looked at and saved. Checksums are repaired first,
 // so that the damage reaches the elements.
 #include <ZemFig2Figure.h>
+#include <ZemFig2ImageDataObjectLabel.h>
 #include <ZemFig2TokenInterface.h>
 
 #include <zlib.h>
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <sstream>
+#include <vector>
 
 namespace {
 
@@ -33,6 +36,23 @@ void repairChecksums(std::string *bytes)
     }
 }
 
+/// Image labels of every type can be made, whose creators are the application's business.
+class Creator : public Zem::Fig2::ImageLabelCreator
+{
+public:
+    explicit Creator(Type_t type) : ImageLabelCreator(type) {}
+
+    Zem::Fig2::ImageLabel *create() const override { return new Zem::Fig2::ImageDataObjectLabel; }
+    QString getDisplayName() const override { return {}; }
+};
+
+void registerImageLabels()
+{
+    static std::vector<std::unique_ptr<Creator>> creators;
+    for (unsigned int type = 0; creators.size() < Creator::NUMBER_OF_TYPES; ++type)
+        creators.push_back(std::make_unique<Creator>(static_cast<Creator::Type_t>(type)));
+}
+
 /// Whatever was accepted must stand being used. A connector that no program can make ends the update with an error.
 void use(Zem::Fig2::Figure *figure)
 {
@@ -56,6 +76,7 @@ void use(Zem::Fig2::Figure *figure)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
+    registerImageLabels();
     std::string bytes(reinterpret_cast<char const *>(data), size);
     repairChecksums(&bytes);
     std::istringstream input(bytes);

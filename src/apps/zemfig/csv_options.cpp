@@ -71,6 +71,20 @@ void CsvArguments::apply(DataChoice *choice) const
         choice->csvOptions.columnUnits[column] = unit;
 }
 
+void CsvArguments::addTo(SourceTable *source) const
+{
+    if (missing.size() > 1)
+        throw UsageError(QStringLiteral("a page names one text for missing values, not %1").arg(missing.size()));
+    for (auto const &[key, value] : values) {
+        if (!value.empty())
+            source->values[QString::fromStdString(key)] = QString::fromStdString(value);
+    }
+    for (std::string const &text : missing)
+        source->values[QStringLiteral("missing")] = QString::fromStdString(text);
+    for (auto const &[column, unit] : unitPairs())
+        source->values[QStringLiteral("unit_") + column] = unit;
+}
+
 std::vector<std::pair<QString, QString>> CsvArguments::unitPairs() const
 {
     std::vector<std::pair<QString, QString>> pairs;

@@ -26,6 +26,8 @@ struct CsvArguments
     std::vector<std::pair<QString, QString>> unitPairs() const;
     /// Hands them over. Throws UsageError for a value that does not fit.
     void apply(DataChoice *choice) const;
+    /// The same to a table of a page. Throws UsageError for more than one text for missing values.
+    void addTo(SourceTable *source) const;
 };
 
 } // namespace Zem::Zemfig

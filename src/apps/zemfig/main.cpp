@@ -4,6 +4,7 @@
 
 #include <ZemFig2InitLibrary.h>
 #include <ZemFig2QtApplication.h>
+#include <ZemMeasImageLabels.h>
 
 #include <csignal>
 
@@ -34,6 +35,7 @@ int main(int argc, char **argv)
     addConvertVerb(&app, &run);
     addPlaceVerb(&app, &run);
     addPlotVerb(&app, &run);
+    addOverlayVerb(&app, &run);
     addScaleVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
@@ -45,6 +47,7 @@ int main(int argc, char **argv)
     return runVerb([&] {
         auto const application = Zem::Fig2Qt::ensureGuiApplication(argc, argv);
         Zem::Fig2::InitLibrary();
+        Zem::Measurement::registerImageLabels();
         run();
     });
 }

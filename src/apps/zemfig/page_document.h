@@ -26,11 +26,12 @@ struct Problem
     QString toString() const;
 };
 
-/// A [[series]] table: a file whose columns charts can show.
-struct SeriesSource
+/// A [[series]], [[picture]], [[points]] or [[camera]] table: a file that is shown, or how it is looked at.
+struct SourceTable
 {
     int line = 0;                   ///< of the table, from 1
-    QMap<QString, QVariant> values; ///< "columns" is a list of texts, all else a text, a number or a bool
+    QMap<QString, QVariant> values; ///< texts, numbers and bools, lists of texts and lists of numbers
+    QString section = QStringLiteral("series");
 };
 
 /// A [[point]] table: a point that the charts of its curve name.
@@ -45,7 +46,7 @@ struct PageDocument
 {
     std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
     QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
-    std::vector<SeriesSource> series;     ///< the [[series]] tables
+    std::vector<SourceTable> sources;     ///< in the order of the file
     std::vector<PointSource> points;      ///< the [[point]] tables
     std::optional<Measurement::ColorScale> scale; ///< the [scale] table: the colour scale of the page
     std::vector<Problem> problems;        ///< empty for a sound document
@@ -57,11 +58,11 @@ PageDocument readPageDocument(QString const &fileName);
 PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 
 /// The document of a figure: what differs from the defaults, in the order of the elements. Reading it gives an equal
-/// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table, `series` the
-/// [[series]] tables, `points` the [[point]] tables.
+/// figure. Elements without a name get none. `data` becomes the [data] table, `scale` the [scale] table, `sources` the
+/// tables of their sections, `points` the [[point]] tables.
 QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {},
                           std::optional<Measurement::ColorScale> const &scale = {},
-                          std::vector<SeriesSource> const &series = {},
+                          std::vector<SourceTable> const &sources = {},
                           std::vector<PointSource> const &points = {});
 
 } // namespace Zem::Zemfig

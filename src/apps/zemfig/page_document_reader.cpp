@@ -6,6 +6,8 @@
 #include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Group.h>
+#include <ZemFig2Image.h>
+#include <ZemFig2ImageLabel.h>
 #include <ZemParse.h>
 #include <ZemScriptObject.h>
 
@@ -67,10 +69,8 @@ private:
             readPage(*node.as_table());
         else if (key == QLatin1StringView("data") && node.is_table())
             readSource(*node.as_table(), &document_->data);
-        else if (key == QLatin1StringView("series") && node.is_array())
-            readSeries(*node.as_array());
-        else if (key == QLatin1StringView("series"))
-            report(lineOf(node), QStringLiteral("'series' wants a list of tables: [[series]]"));
+        else if (isSourceSection(key))
+            readSources(key, node);
         else if (key == QLatin1StringView("point"))
             readPoints(node);
         else if (key == QLatin1StringView("scale") && node.is_table())
@@ -78,9 +78,9 @@ private:
         else if (key == QLatin1StringView("element") && node.is_array())
             readElements(*node.as_array(), document_->figure->getRoot(), 1);
         else
-            report(lineOf(node),
-                   QStringLiteral("unknown section '%1'%2")
-                       .arg(key, suggestion(key, {"page", "data", "series", "point", "scale", "element"})));
+            report(lineOf(node), QStringLiteral("unknown section '%1'%2")
+                                     .arg(key, suggestion(key, {"page", "data", "series", "picture", "points", "camera",
+                                                                "point", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -106,15 +106,26 @@ private:
         document_->figure->setBackground(style);
     }
 
-    void readSeries(toml::array const &array)
+    static bool isSourceSection(QString const &key)
     {
-        for (toml::node const &node : array) {
-            if (!node.is_table()) {
-                report(lineOf(node), QStringLiteral("a series wants a table, not %1").arg(typeOf(node)));
+        return key == QLatin1StringView("series") || key == QLatin1StringView("picture") ||
+               key == QLatin1StringView("points") || key == QLatin1StringView("camera");
+    }
+
+    void readSources(QString const &section, toml::node const &node)
+    {
+        toml::array const *array = node.as_array();
+        if (!array) {
+            report(lineOf(node), QStringLiteral("'%1' wants a list of tables: [[%1]]").arg(section));
+            return;
+        }
+        for (toml::node const &item : *array) {
+            if (!item.is_table()) {
+                report(lineOf(item), QStringLiteral("[[%1]] wants a table, not %2").arg(section, typeOf(item)));
                 continue;
             }
-            document_->series.push_back({lineOf(node), {}});
-            readSource(*node.as_table(), &document_->series.back().values);
+            document_->sources.push_back({lineOf(item), {}, section});
+            readSource(*item.as_table(), &document_->sources.back().values);
         }
     }
 
@@ -194,9 +205,25 @@ private:
                 (*values)[key] = node->as_floating_point()->get();
             else if (key == QLatin1StringView("columns"))
                 (*values)[key] = readTexts(*node, key);
+            else if (QVariantList const numbers = numbersOf(*node); !numbers.isEmpty())
+                (*values)[key] = numbers;
             else
                 report(lineOf(*node), QStringLiteral("'%1' wants a text, a number or true or false").arg(key));
         }
+    }
+
+    /// Empty for what is no list of numbers.
+    static QVariantList numbersOf(toml::node const &node)
+    {
+        QVariantList numbers;
+        toml::array const *array = node.as_array();
+        for (std::size_t i = 0; array && i < array->size(); ++i) {
+            std::optional<double> const number = array->get(i)->value<double>();
+            if (!number || !array->get(i)->is_number())
+                return {};
+            numbers << *number;
+        }
+        return numbers;
     }
 
     void readScale(toml::table const &table)
@@ -230,10 +257,9 @@ private:
 
     void readElement(toml::table const &table, Group *parent, unsigned int depth)
     {
-        Element::Type_t type{};
-        if (!readType(table, &type))
+        std::unique_ptr<Element> element = createElement(table);
+        if (!element)
             return;
-        std::unique_ptr<Element> element(Element::create(type));
         readName(table, element.get());
         Element *added = element.release();
         parent->addChild(added);
@@ -248,7 +274,71 @@ private:
         readParameters(table, added);
         if (toml::node const *curves = table.get("curve"))
             readCurves(*curves, added);
+        if (toml::node const *looks = table.get("look"))
+            readLooks(*looks, added);
         readWishes(table, added);
+    }
+
+    /// Null, and reported, for a type that there is not.
+    std::unique_ptr<Element> createElement(toml::table const &table)
+    {
+        Element::Type_t type{};
+        if (!readType(table, &type))
+            return nullptr;
+        if (type != Element::IMAGE_LABEL)
+            return std::unique_ptr<Element>(Element::create(type));
+        QString kind;
+        if (toml::node const *node = table.get("label"))
+            readText(*node, QStringLiteral("label"), &kind);
+        std::vector<QString> known;
+        for (auto const &[number, creator] : ImageLabelCreator::getCreators()) {
+            known.push_back(ImageLabelCreator::getLabelTypeId(number));
+            if (known.back() == kind)
+                return std::unique_ptr<Element>(creator->create());
+        }
+        QStringList const words(known.begin(), known.end());
+        report(lineOf(table),
+               QStringLiteral("an image label wants a 'label': %1").arg(words.join(QStringLiteral(", "))));
+        return nullptr;
+    }
+
+    /// How an image shows its objects, each by its id.
+    void readLooks(toml::node const &node, Element *element)
+    {
+        auto *image = dynamic_cast<ImageBase *>(element);
+        toml::array const *array = node.as_array();
+        if (!image || !array) {
+            report(lineOf(node), image ? QStringLiteral("'look' wants a list of tables, as [[element.look]]")
+                                       : QStringLiteral("%1 has no looks").arg(describe(*element)));
+            return;
+        }
+        for (toml::node const &item : *array) {
+            if (toml::table const *table = item.as_table())
+                readLook(*table, image);
+            else
+                report(lineOf(item), QStringLiteral("a look wants a table, not %1").arg(typeOf(item)));
+        }
+    }
+
+    void readLook(toml::table const &table, ImageBase *image)
+    {
+        static std::vector<Parameter> const known = entriesOf(ImageDataVisualisation(false).getParameterString({}));
+        QString const where = QStringLiteral("a look of %1").arg(describe(*image));
+        QString id;
+        ImageDataVisualisation look(false);
+        for (auto const &[key, node] : flattened(table)) {
+            if (key == QLatin1StringView("id")) {
+                readText(*node, key, &id);
+                continue;
+            }
+            QString parameters = readEntry(known, {"id"}, key, *node, where);
+            try {
+                look.createFromParameterString(parameters, QString());
+            } catch (ParamError const &error) {
+                report(lineOf(*node), QStringLiteral("%1: %2").arg(where, error.getText()));
+            }
+        }
+        image->setVisualisation(id, look);
     }
 
     /// The y tokens of a generic chart, each with the look of its curve.
@@ -320,17 +410,19 @@ private:
             return false;
         }
         QString const name = textOf(node->as_string()->get());
-        if (Element::getTypeFromParameterName(name, type) && !parametersOf(*type).empty())
+        if (Element::getTypeFromParameterName(name, type) && canBeMade(*type))
             return true;
         report(lineOf(*node), QStringLiteral("unknown element type '%1'%2").arg(name, suggestion(name, knownTypes())));
         return false;
     }
 
+    static bool canBeMade(Element::Type_t type) { return type == Element::IMAGE_LABEL || !parametersOf(type).empty(); }
+
     static std::vector<QString> knownTypes()
     {
         std::vector<QString> names;
         for (unsigned int type = 0; type < Element::NUMBER_OF_TYPES; ++type) {
-            if (!parametersOf(static_cast<Element::Type_t>(type)).empty())
+            if (canBeMade(static_cast<Element::Type_t>(type)))
                 names.push_back(Element::getTypeParameterName(static_cast<Element::Type_t>(type)));
         }
         return names;
@@ -383,7 +475,7 @@ private:
         for (auto const &[key, node] : flattened(table)) {
             if (isStructureKey(key))
                 continue;
-            apply(readEntry(parametersOf(element->getType()), structureKeys(), key, *node, describe(*element)), element,
+            apply(readEntry(parametersOf(*element), structureKeys(), key, *node, describe(*element)), element,
                   lineOf(*node));
         }
     }

@@ -5,6 +5,8 @@
 #include <ZemFig2Chart.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Group.h>
+#include <ZemFig2Image.h>
+#include <ZemFig2ImageLabel.h>
 #include <ZemParse.h>
 #include <ZemScriptObject.h>
 
@@ -15,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 
 namespace Zem::Zemfig {
 
@@ -48,7 +51,7 @@ QString numberForm(QString const &number)
                                                                                 : number;
 }
 
-/// "(1, 2)" and "[(1, 2), (3, 4)]" as TOML lists.
+/// "(1, 2)", "(1, 2, 3)" and "[(1, 2), (3, 4)]" as TOML lists.
 QString vectorForm(QString const &value)
 {
     static QRegularExpression const number(QStringLiteral("[^\\s,()\\[\\]]+"));
@@ -87,6 +90,16 @@ QString fontForm(QString const &text)
     return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
 }
 
+QString textListForm(Parameter const &parameter)
+{
+    QString entry = parameter.key + QLatin1StringView(" = ") + parameter.value + QLatin1Char('\n');
+    QStringList texts;
+    for (QString const &text :
+         Parse::getStringVector(entry, parameter.key, 0, std::numeric_limits<unsigned int>::max()))
+        texts << quoted(text);
+    return QLatin1Char('[') + texts.join(QLatin1StringView(", ")) + QLatin1Char(']');
+}
+
 QString valueForm(Parameter const &parameter)
 {
     switch (parameter.kind) {
@@ -98,8 +111,11 @@ QString valueForm(Parameter const &parameter)
                           ? parameter.value.left(7)
                           : parameter.value);
     case ParameterKind::Vector:
+    case ParameterKind::SpaceVector:
     case ParameterKind::VectorList:
         return vectorForm(parameter.value);
+    case ParameterKind::TextList:
+        return textListForm(parameter);
     case ParameterKind::Number:
         return numberForm(parameter.value);
     case ParameterKind::Bool:
@@ -109,7 +125,7 @@ QString valueForm(Parameter const &parameter)
 }
 
 /// Records whose entries are written together, as { width = 0.2, style = "full" }.
-constexpr std::array<char const *, 17> RECORDS{"border",
+constexpr std::array<char const *, 20> RECORDS{"border",
                                                "background",
                                                "connector_style",
                                                "color_bar",
@@ -125,7 +141,10 @@ constexpr std::array<char const *, 17> RECORDS{"border",
                                                "grid",
                                                "inner_border",
                                                "current_stage_style",
-                                               "point_marker_symbol"};
+                                               "point_marker_symbol",
+                                               "image_conversion",
+                                               "image_cs",
+                                               "mark_line"};
 
 /// The record that a key belongs to; empty for none.
 QString recordOf(QString const &key)
@@ -141,14 +160,14 @@ class Writer
 {
 public:
     QString write(Figure const &figure, QMap<QString, QVariant> const &data,
-                  std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series,
+                  std::optional<Measurement::ColorScale> const &scale, std::vector<SourceTable> const &sources,
                   std::vector<PointSource> const &points)
     {
         writePage(figure);
         if (!data.isEmpty())
             writeSource(QStringLiteral("[data]"), data);
-        for (SeriesSource const &source : series)
-            writeSource(QStringLiteral("[[series]]"), source.values);
+        for (SourceTable const &source : sources)
+            writeSource(QStringLiteral("[[%1]]").arg(source.section), source.values);
         for (PointSource const &source : points)
             writePoint(source.point);
         if (scale)
@@ -180,12 +199,14 @@ private:
     {
         if (value.typeId() == QMetaType::QString)
             return quoted(value.toString());
-        if (value.typeId() != QMetaType::QStringList)
+        if (value.typeId() == QMetaType::Double)
+            return numberForm(QString::number(value.toDouble(), 'g', 17));
+        if (value.typeId() != QMetaType::QVariantList && value.typeId() != QMetaType::QStringList)
             return value.toString();
-        QStringList texts;
-        for (QString const &text : value.toStringList())
-            texts << quoted(text);
-        return QStringLiteral("[%1]").arg(texts.join(QStringLiteral(", ")));
+        QStringList items;
+        for (QVariant const &item : value.toList())
+            items << sourceForm(item);
+        return QStringLiteral("[%1]").arg(items.join(QStringLiteral(", ")));
     }
 
     void writeScale(Measurement::ColorScale const &scale)
@@ -217,9 +238,13 @@ private:
     {
         text_ += QStringLiteral("\n[[%1]]\n").arg(path);
         line(QStringLiteral("type"), quoted(Element::getTypeParameterName(element.getType())));
+        if (auto const *label = dynamic_cast<ImageLabel const *>(&element))
+            line(QStringLiteral("label"), quoted(ImageLabelCreator::getLabelTypeId(label->getLabelType())));
         line(QStringLiteral("name"), quoted(element.getScriptObject()->getName()));
         writeParameters(changedParameters(element));
         writeConnectors(element);
+        if (auto const *image = dynamic_cast<ImageBase const *>(&element))
+            writeLooks(*image, path);
         if (auto const *chart = dynamic_cast<GenericChart const *>(&element))
             writeCurves(*chart, path);
         auto const *group = dynamic_cast<Group const *>(&element);
@@ -244,20 +269,29 @@ private:
 
     static std::vector<Parameter> changedParameters(Element const &element)
     {
-        std::vector<Parameter> changed =
-            changedFrom(parametersOf(element.getType()), entriesOf(element.getParameterString()));
+        std::vector<Parameter> changed = changedFrom(parametersOf(element), entriesOf(element.getParameterString()));
         bool const derivedOrigin = element.getType() == Element::GROUP || element.getType() == Element::LINE;
         std::erase_if(changed, [derivedOrigin](Parameter const &parameter) {
             return parameter.key == Element::PARAM_TYPE || (derivedOrigin && parameter.key == Element::PARAM_ORIGIN) ||
-                   isCurve(parameter.key);
+                   isCurve(parameter.key) || parameter.key == ImageBase::PARAM_VISUALISATIONS;
         });
         return changed;
     }
 
-    /// Curves have tables of their own.
+    /// Curves have tables of their own, and so have the looks of objects.
     static bool isCurve(QString const &key)
     {
         return key.startsWith(QString(GenericChart::PARAM_TOKENS_Y).arg(QString()));
+    }
+
+    void writeLooks(ImageBase const &image, QString const &path)
+    {
+        for (auto const &[id, look] : image.getVisualisations()) {
+            text_ += QStringLiteral("\n[[%1.look]]\n").arg(path);
+            line(QStringLiteral("id"), quoted(id));
+            writeParameters(changedFrom(entriesOf(ImageDataVisualisation(false).getParameterString(QString())),
+                                        entriesOf(look.getParameterString(QString()))));
+        }
     }
 
     void writeCurves(GenericChart const &chart, QString const &path)
@@ -333,10 +367,10 @@ private:
 } // namespace
 
 QString writePageDocument(Figure const &figure, QMap<QString, QVariant> const &data,
-                          std::optional<Measurement::ColorScale> const &scale, std::vector<SeriesSource> const &series,
+                          std::optional<Measurement::ColorScale> const &scale, std::vector<SourceTable> const &sources,
                           std::vector<PointSource> const &points)
 {
-    return Writer().write(figure, data, scale, series, points);
+    return Writer().write(figure, data, scale, sources, points);
 }
 
 } // namespace Zem::Zemfig

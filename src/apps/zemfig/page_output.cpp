@@ -2,7 +2,13 @@
 
 #include "cli.h"
 
+#include <ZemFig2QtPageWriter.h>
+
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+
+#include <memory>
+#include <set>
 
 namespace Zem::Zemfig {
 
@@ -34,9 +40,12 @@ void tellLostData(PageDocument const &document, QString const &input, char const
     if (!document.data.isEmpty())
         message(QStringLiteral("%1: %2: [data] is left out, give --project or --data when rendering")
                     .arg(input, QString::fromLatin1(reason)));
-    if (!document.series.empty())
-        message(QStringLiteral("%1: %2: [[series]] is left out, give a project with the series when rendering")
-                    .arg(input, QString::fromLatin1(reason)));
+    std::set<QString> sections;
+    for (SourceTable const &source : document.sources)
+        sections.insert(source.section);
+    for (QString const &section : sections)
+        message(QStringLiteral("%1: %2: [[%3]] is left out, give a project that holds it when rendering")
+                    .arg(input, QString::fromLatin1(reason), section));
 }
 
 /// A figure file holds neither scale nor named points.
@@ -62,11 +71,33 @@ void writePage(PageDocument const &document, QString const &input, QString const
         if (!keepsData)
             tellLostData(document, input, "its data cannot be named from another folder");
         QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
-        std::vector<SeriesSource> const series = keepsData ? document.series : std::vector<SeriesSource>();
-        writeFile(output, writePageDocument(*document.figure, data, document.scale, series, document.points).toUtf8());
+        std::vector<SourceTable> const sources = keepsData ? document.sources : std::vector<SourceTable>();
+        writeFile(output, writePageDocument(*document.figure, data, document.scale, sources, document.points).toUtf8());
     } else {
         throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
     }
+}
+
+void writePicture(Fig2::Figure const &figure, QString const &output, double dpi)
+{
+    Fig2Qt::PageOptions options;
+    options.dpi = dpi;
+    try {
+        std::unique_ptr<Fig2Qt::PageWriter> const writer = Fig2Qt::createPageWriter(output, options);
+        Fig2Qt::drawPage(figure, writer.get());
+        writer->close();
+    } catch (Fig2Qt::OutputError const &error) {
+        throw OutputFailure(error.getText());
+    }
+}
+
+QString pathFromPage(QString const &file, QString const &page)
+{
+    QString const path =
+        QDir(QFileInfo(page).absolutePath()).relativeFilePath(QFileInfo(file).absoluteFilePath());
+    if (path.startsWith(QLatin1StringView("..")))
+        throw UsageError(QStringLiteral("'%1' must stand in the folder of its data, or above it").arg(page));
+    return path;
 }
 
 QString pictureEnding(QString const &output)

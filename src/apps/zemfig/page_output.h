@@ -10,6 +10,13 @@ namespace Zem::Zemfig {
 /// `input` is where the page came from.
 void writePage(PageDocument const &document, QString const &input, QString const &output);
 
+/// Draws an updated page as the ending of the file name asks; `dpi` is for pictures. Throws UsageError and OutputFailure.
+void writePicture(Fig2::Figure const &figure, QString const &output, double dpi);
+
+/// The path of a data file as a page document names it: relative to the folder of the page. Throws UsageError when the
+/// page stands neither in the folder of the file nor above it.
+QString pathFromPage(QString const &file, QString const &page);
+
 /// The ending of a picture's file name in small letters: pdf, png or svg. Throws UsageError for another one.
 QString pictureEnding(QString const &output);
 

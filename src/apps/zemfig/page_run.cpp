@@ -14,7 +14,7 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
         choice.csv = QString::fromStdString(arguments.data);
         askOfData(document, &choice);
         if (arguments.project.empty())
-            choice.series = seriesOfDocument(document, QString::fromStdString(arguments.page));
+            addSourcesOfDocument(document, QString::fromStdString(arguments.page), &choice);
     }
     arguments.csv.apply(&choice);
     return choice;

@@ -1,5 +1,7 @@
 #include "page_schema.h"
 
+#include <ZemFig2Image.h>
+#include <ZemFig2ImageLabel.h>
 #include <ZemScriptObject.h>
 
 #include <QtCore/QStringList>
@@ -13,7 +15,7 @@ namespace Zem::Zemfig {
 
 namespace {
 
-ParameterKind kindOf(QString const &value)
+ParameterKind kindOf(QString const &key, QString const &value)
 {
     if (value.startsWith(QLatin1Char('"')))
         return ParameterKind::Text;
@@ -22,9 +24,9 @@ ParameterKind kindOf(QString const &value)
     if (value.startsWith(QLatin1Char('#')))
         return ParameterKind::Color;
     if (value.startsWith(QLatin1Char('(')))
-        return ParameterKind::Vector;
+        return value.count(QLatin1Char(',')) > 1 ? ParameterKind::SpaceVector : ParameterKind::Vector;
     if (value.startsWith(QLatin1Char('[')))
-        return ParameterKind::VectorList;
+        return isTextListKey(key) ? ParameterKind::TextList : ParameterKind::VectorList;
     return ParameterKind::Number;
 }
 
@@ -75,8 +77,9 @@ std::vector<Parameter> entriesOf(QString const &parameters)
         qsizetype const equals = line.indexOf(QLatin1StringView(" = "));
         if (equals < 0)
             continue;
+        QString const key = line.left(equals);
         QString const value = line.mid(equals + 3);
-        entries.push_back({line.left(equals), kindOf(value), value});
+        entries.push_back({key, kindOf(key, value), value});
     }
     return entries;
 }
@@ -90,6 +93,20 @@ std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type)
     std::unique_ptr<Fig2::Element> const prototype(type == Fig2::Element::IMAGE_LABEL ? nullptr
                                                                                       : Fig2::Element::create(type));
     return tables[type] = prototype ? entriesOf(prototype->getParameterString()) : std::vector<Parameter>();
+}
+
+std::vector<Parameter> const &parametersOf(Fig2::Element const &element)
+{
+    static std::map<Fig2::ImageLabelCreator::Type_t, std::vector<Parameter>> tables;
+    auto const *label = dynamic_cast<Fig2::ImageLabel const *>(&element);
+    if (!label)
+        return parametersOf(element.getType());
+    auto const [table, isNew] = tables.try_emplace(label->getLabelType());
+    if (isNew) {
+        std::unique_ptr<Fig2::Element> const prototype(Fig2::ImageLabelCreator::create(label->getLabelType()));
+        table->second = entriesOf(prototype->getParameterString());
+    }
+    return table->second;
 }
 
 std::optional<Parameter> findParameter(Fig2::Element::Type_t type, QString const &key)
@@ -114,7 +131,7 @@ std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters,
 
 std::vector<QString> const &structureKeys()
 {
-    static std::vector<QString> const keys{"type", "name", "children", "connect", "master", "curve"};
+    static std::vector<QString> const keys{"type", "label", "name", "children", "connect", "master", "curve", "look"};
     return keys;
 }
 
@@ -126,6 +143,11 @@ bool isStructureKey(QString const &key)
 bool isFontKey(QString const &key)
 {
     return key == Fig2::Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
+}
+
+bool isTextListKey(QString const &key)
+{
+    return key == Fig2::ImageBase::PARAM_VISUALISATIONS;
 }
 
 QString describe(Fig2::Element const &element)

@@ -14,7 +14,7 @@
 namespace Zem::Zemfig {
 
 /// What a parameter holds, told from the form that the library itself writes.
-enum class ParameterKind { Bool, Number, Text, Color, Vector, VectorList };
+enum class ParameterKind { Bool, Number, Text, Color, Vector, SpaceVector, VectorList, TextList };
 
 struct Parameter
 {
@@ -26,8 +26,11 @@ struct Parameter
 /// The entries of a parameter string in their order.
 std::vector<Parameter> entriesOf(QString const &parameters);
 
-/// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made.
+/// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made, and for
+/// image labels, whose parameters depend on what they are labels of.
 std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type);
+/// Those of an element, image labels included.
+std::vector<Parameter> const &parametersOf(Fig2::Element const &element);
 
 /// The parameter of this key; none when there is none, or when the type does not have it.
 std::optional<Parameter> findParameter(std::vector<Parameter> const &parameters, QString const &key);
@@ -42,6 +45,9 @@ bool isStructureKey(QString const &key);
 
 /// Whether the text of the key is a font, which may stand as a table.
 bool isFontKey(QString const &key);
+
+/// Whether the list of the key holds texts; an empty one does not tell.
+bool isTextListKey(QString const &key);
 
 /// The words for the style bits of a font, in the order in which they are written.
 struct FontStyle

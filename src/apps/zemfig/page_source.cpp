@@ -128,8 +128,8 @@ unsigned int toCount(QString const &name, QString const &value)
 
 char toDelimiter(QString const &value)
 {
-    static std::map<QString, char> const words{
-        {"tab", '\t'}, {"\t", '\t'}, {"comma", ','}, {",", ','}, {"semicolon", ';'}, {";", ';'}, {"blank", ' '}, {" ", ' '}};
+    static std::map<QString, char> const words{{"tab", '\t'},      {"\t", '\t'}, {"comma", ','}, {",", ','},
+                                               {"semicolon", ';'}, {";", ';'},   {"blank", ' '}, {" ", ' '}};
     auto const found = words.find(value);
     if (found == words.end())
         throw InputError(QStringLiteral("'delimiter' wants comma, semicolon, tab or blank, not '%1'").arg(value));
@@ -145,7 +145,8 @@ Enum toWord(QString const &name, QString const &value, std::map<QString, Enum> c
     QStringList known;
     for (auto const &[word, meaning] : words)
         known += word;
-    throw InputError(QStringLiteral("'%1' wants one of %2, not '%3'").arg(name, known.join(QStringLiteral(", ")), value));
+    throw InputError(
+        QStringLiteral("'%1' wants one of %2, not '%3'").arg(name, known.join(QStringLiteral(", ")), value));
 }
 
 struct CsvOption
@@ -155,40 +156,34 @@ struct CsvOption
 };
 
 constexpr std::array<CsvOption, 12> CSV_OPTIONS{{
-    {"delimiter", [](DataChoice &choice, QString const &, QString const &value) {
-         choice.csvOptions.delimiter = toDelimiter(value);
-     }},
-    {"decimal_comma", [](DataChoice &choice, QString const &name, QString const &value) {
-         choice.csvOptions.decimalComma = toBool(name, value);
-     }},
-    {"encoding", [](DataChoice &choice, QString const &name, QString const &value) {
+    {"delimiter", [](DataChoice &choice, QString const &,
+                     QString const &value) { choice.csvOptions.delimiter = toDelimiter(value); }},
+    {"decimal_comma", [](DataChoice &choice, QString const &name,
+                         QString const &value) { choice.csvOptions.decimalComma = toBool(name, value); }},
+    {"encoding",
+     [](DataChoice &choice, QString const &name, QString const &value) {
          choice.csvOptions.encoding = toWord<CsvEncoding_t>(
              name, value.toLower(), {{"utf-8", CsvEncoding_t::UTF8}, {"latin-1", CsvEncoding_t::LATIN1}});
      }},
-    {"header_row", [](DataChoice &choice, QString const &name, QString const &value) {
-         choice.csvOptions.headerRow = toBool(name, value);
-     }},
-    {"units_row", [](DataChoice &choice, QString const &name, QString const &value) {
-         choice.csvOptions.unitsRow = toBool(name, value);
-     }},
-    {"comment", [](DataChoice &choice, QString const &, QString const &value) {
-         choice.csvOptions.commentPrefix = value;
-     }},
-    {"preamble_lines", [](DataChoice &choice, QString const &name, QString const &value) {
-         choice.csvOptions.preambleLines = toCount(name, value);
-     }},
-    {"date_order", [](DataChoice &choice, QString const &name, QString const &value) {
+    {"header_row", [](DataChoice &choice, QString const &name,
+                      QString const &value) { choice.csvOptions.headerRow = toBool(name, value); }},
+    {"units_row", [](DataChoice &choice, QString const &name,
+                     QString const &value) { choice.csvOptions.unitsRow = toBool(name, value); }},
+    {"comment",
+     [](DataChoice &choice, QString const &, QString const &value) { choice.csvOptions.commentPrefix = value; }},
+    {"preamble_lines", [](DataChoice &choice, QString const &name,
+                          QString const &value) { choice.csvOptions.preambleLines = toCount(name, value); }},
+    {"date_order",
+     [](DataChoice &choice, QString const &name, QString const &value) {
          choice.csvOptions.dateOrder = toWord<DateOrder_t>(
              name, value, {{"month-day", DateOrder_t::MONTH_DAY}, {"day-month", DateOrder_t::DAY_MONTH}});
      }},
     {"missing", [](DataChoice &choice, QString const &, QString const &value) { choice.csvOptions.missing += value; }},
     {"prefix", [](DataChoice &choice, QString const &, QString const &value) { choice.importOptions.prefix = value; }},
-    {"stage_column", [](DataChoice &choice, QString const &, QString const &value) {
-         choice.importOptions.stageColumn = value;
-     }},
-    {"first_stage", [](DataChoice &choice, QString const &name, QString const &value) {
-         choice.importOptions.firstStage = toCount(name, value);
-     }},
+    {"stage_column",
+     [](DataChoice &choice, QString const &, QString const &value) { choice.importOptions.stageColumn = value; }},
+    {"first_stage", [](DataChoice &choice, QString const &name,
+                       QString const &value) { choice.importOptions.firstStage = toCount(name, value); }},
 }};
 
 } // namespace
@@ -229,8 +224,7 @@ QString resolveInside(QString const &path, QString const &documentName, QString 
     if (QDir::isAbsolutePath(path))
         throw InputError(QStringLiteral("%1: the data path '%2' must be relative").arg(place, path));
     if (QDir::cleanPath(path).startsWith(QLatin1StringView("..")) || (!file.isEmpty() && !file.startsWith(inside)))
-        throw InputError(
-            QStringLiteral("%1: the data path '%2' leaves the folder of the document").arg(place, path));
+        throw InputError(QStringLiteral("%1: the data path '%2' leaves the folder of the document").arg(place, path));
     if (file.isEmpty())
         throw InputError(QStringLiteral("%1: the data file '%2' does not exist").arg(place, path));
     // As the user wrote it, for the messages; seen from where the command runs.
@@ -242,7 +236,7 @@ QString resolveInside(QString const &path, QString const &documentName, QString 
 namespace {
 
 /// "page.figure.toml:7".
-QString placeOf(SeriesSource const &source, QString const &fileName)
+QString placeOf(SourceTable const &source, QString const &fileName)
 {
     return QStringLiteral("%1:%2").arg(fileName).arg(source.line);
 }
@@ -253,62 +247,207 @@ bool isStageOption(QString const &key)
            key == QLatin1StringView("first_stage");
 }
 
-std::vector<QString> seriesOptionNames()
+/// Names of the options that tell how to read a file, and `others`.
+std::vector<QString> readingOptionNames(std::initializer_list<char const *> others)
 {
     std::vector<QString> names = csvOptionNames();
     std::erase_if(names, isStageOption);
-    names.insert(names.end(), {"file", "group", "columns"});
+    names.insert(names.end(), others.begin(), others.end());
     return names;
 }
 
 /// The options that tell how to read the file; those of stages are none of a series.
-bool setSeriesCsvOption(SeriesChoice *choice, QString const &key, QString const &value)
+bool setReadingOption(CsvOptions *options, QString const &key, QString const &value)
 {
     if (isStageOption(key))
         return false;
     DataChoice reading;
-    reading.csvOptions = choice->csvOptions;
+    reading.csvOptions = *options;
     bool const known = setCsvOption(&reading, key, value);
-    choice->csvOptions = reading.csvOptions;
+    *options = reading.csvOptions;
     return known;
 }
 
-SeriesChoice seriesOf(SeriesSource const &source, QString const &fileName)
+[[noreturn]] void throwUnknownKey(SourceTable const &source, QString const &place, QString const &key,
+                                  std::vector<QString> const &known)
+{
+    throw InputError(
+        QStringLiteral("%1: unknown key '%2' in [[%3]]%4").arg(place, key, source.section, suggestion(key, known)));
+}
+
+/// The file of a table; `what` is for the message.
+QString fileOf(SourceTable const &source, QString const &fileName, char const *what)
 {
     QString const place = placeOf(source, fileName);
-    SeriesChoice choice;
+    if (!source.values.contains(QStringLiteral("file")))
+        throw InputError(QStringLiteral("%1: %2 wants a 'file'").arg(place, QLatin1StringView(what)));
+    return resolveInside(source.values.value(QStringLiteral("file")).toString(), fileName, place);
+}
+
+/// Hands every entry but the file to `set`, which answers whether it knows the key.
+template <class Set>
+void readEntries(SourceTable const &source, QString const &fileName, std::vector<QString> const &known, Set const &set)
+{
     for (auto it = source.values.cbegin(); it != source.values.cend(); ++it) {
-        QString const &key = it.key();
-        if (key == QLatin1StringView("file"))
-            choice.csv = resolveInside(it.value().toString(), fileName, place);
-        else if (key == QLatin1StringView("group"))
-            choice.options.group = it.value().toString();
-        else if (key == QLatin1StringView("columns"))
-            choice.options.columns = it.value().toStringList();
-        else if (!setSeriesCsvOption(&choice, key, it.value().toString()))
-            throw InputError(QStringLiteral("%1: unknown key '%2' in [[series]]%3")
-                                 .arg(place, key, suggestion(key, seriesOptionNames())));
+        if (it.key() != QLatin1StringView("file") && !set(it.key(), it.value()))
+            throwUnknownKey(source, placeOf(source, fileName), it.key(), known);
     }
-    if (choice.csv.isEmpty())
-        throw InputError(QStringLiteral("%1: a series wants a 'file'").arg(place));
+}
+
+SeriesChoice seriesOf(SourceTable const &source, QString const &fileName)
+{
+    SeriesChoice choice;
+    choice.csv = fileOf(source, fileName, "a series");
+    readEntries(source, fileName, readingOptionNames({"file", "group", "columns"}),
+                [&](QString const &key, QVariant const &value) {
+                    if (key == QLatin1StringView("group"))
+                        choice.options.group = value.toString();
+                    else if (key == QLatin1StringView("columns"))
+                        choice.options.columns = value.toStringList();
+                    else
+                        return setReadingOption(&choice.csvOptions, key, value.toString());
+                    return true;
+                });
+    return choice;
+}
+
+bool setPictureOption(PictureOptions *options, QString const &key, QString const &value)
+{
+    if (key == QLatin1StringView("view"))
+        options->view = value;
+    else if (key == QLatin1StringView("stage"))
+        options->stage = toCount(key, value);
+    else if (key == QLatin1StringView("kind"))
+        options->kind = toWord<PictureKind_t>(
+            key, value, {{"picture", PictureKind_t::PICTURE}, {"overlay", PictureKind_t::OVERLAY}});
+    else
+        return false;
+    return true;
+}
+
+PictureChoice pictureOf(SourceTable const &source, QString const &fileName)
+{
+    PictureChoice choice;
+    choice.file = fileOf(source, fileName, "a picture");
+    readEntries(source, fileName, {"file", "view", "stage", "kind"}, [&](QString const &key, QVariant const &value) {
+        return setPictureOption(&choice.options, key, value.toString());
+    });
+    return choice;
+}
+
+PointsChoice pointsOf(SourceTable const &source, QString const &fileName)
+{
+    PointsChoice choice;
+    choice.csv = fileOf(source, fileName, "a set of points");
+    readEntries(source, fileName,
+                readingOptionNames({"file", "set", "view", "stage", "moved", "painted", "x", "y", "z", "dx", "dy", "dz",
+                                    "id", "valid", "value"}),
+                [&](QString const &key, QVariant const &value) {
+                    return setPointOption(&choice.options, key, value.toString()) ||
+                           setReadingOption(&choice.csvOptions, key, value.toString());
+                });
+    return choice;
+}
+
+BaVec2d<double> toVector(QString const &key, QVariant const &value)
+{
+    QVariantList const numbers = value.toList();
+    if (numbers.size() != 2)
+        throw InputError(QStringLiteral("'%1' wants two numbers").arg(key));
+    return {numbers[0].toDouble(), numbers[1].toDouble()};
+}
+
+/// Numbers as the parameters of a camera have them.
+QString parameterOf(QString const &key, QVariant const &value)
+{
+    QStringList numbers;
+    for (QVariant const &number : value.toList())
+        numbers << QString::number(number.toDouble(), 'g', 17);
+    if (numbers.isEmpty())
+        return QStringLiteral("%1 = %2\n").arg(key, value.toString());
+    return QStringLiteral("%1 = (%2)\n").arg(key, numbers.join(QStringLiteral(", ")));
+}
+
+CameraChoice cameraOf(SourceTable const &source, QString const &fileName)
+{
+    CameraChoice choice{PictureOptions().view, {}};
+    std::vector<QString> known = keysOf(entriesOf(choice.camera.getParameterString()));
+    QString parameters;
+    std::optional<double> scale;
+    BaVec2d<double> origin;
+    bool upwards = false;
+    std::vector<QString> const others{"view", "scale", "origin", "upwards"};
+    std::vector<QString> const cameraKeys = known;
+    known.insert(known.end(), others.begin(), others.end());
+    readEntries(source, fileName, known, [&](QString const &key, QVariant const &value) {
+        if (key == QLatin1StringView("view"))
+            choice.view = value.toString();
+        else if (key == QLatin1StringView("scale"))
+            scale = value.toDouble();
+        else if (key == QLatin1StringView("origin"))
+            origin = toVector(key, value);
+        else if (key == QLatin1StringView("upwards"))
+            upwards = toBool(key, value.toString());
+        else if (std::find(cameraKeys.begin(), cameraKeys.end(), key) != cameraKeys.end())
+            parameters += parameterOf(key, value);
+        else
+            return false;
+        return true;
+    });
+    try {
+        choice.camera.createFromParameterString(parameters);
+    } catch (ParamError const &error) {
+        throw InputError(QStringLiteral("%1: %2").arg(placeOf(source, fileName), error.getText()));
+    }
+    if (scale)
+        choice.camera = CameraModel::plane(choice.camera.width, choice.camera.height, *scale, origin, upwards);
     return choice;
 }
 
 } // namespace
 
-std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString const &fileName)
+bool setPointOption(PointOptions *options, QString const &key, QString const &value)
 {
-    std::vector<SeriesChoice> series;
-    for (SeriesSource const &source : document.series)
-        series.push_back(seriesOf(source, fileName));
-    return series;
+    static std::map<QString, QString PointColumns::*> const COLUMNS{
+        {"x", &PointColumns::x},   {"y", &PointColumns::y},         {"z", &PointColumns::z},
+        {"dx", &PointColumns::dx}, {"dy", &PointColumns::dy},       {"dz", &PointColumns::dz},
+        {"id", &PointColumns::id}, {"valid", &PointColumns::valid}, {"value", &PointColumns::value}};
+    if (auto const column = COLUMNS.find(key); column != COLUMNS.end())
+        options->columns.*column->second = value;
+    else if (key == QLatin1StringView("set"))
+        options->set = value;
+    else if (key == QLatin1StringView("view"))
+        options->view = value;
+    else if (key == QLatin1StringView("stage"))
+        options->stage = toCount(key, value);
+    else if (key == QLatin1StringView("moved"))
+        options->moved = toBool(key, value);
+    else if (key == QLatin1StringView("painted"))
+        options->painted = toBool(key, value);
+    else
+        return false;
+    return true;
+}
+
+void addSourcesOfDocument(PageDocument const &document, QString const &fileName, DataChoice *choice)
+{
+    for (SourceTable const &source : document.sources) {
+        if (source.section == QLatin1StringView("series"))
+            choice->series.push_back(seriesOf(source, fileName));
+        else if (source.section == QLatin1StringView("picture"))
+            choice->pictures.push_back(pictureOf(source, fileName));
+        else if (source.section == QLatin1StringView("points"))
+            choice->points.push_back(pointsOf(source, fileName));
+        else
+            choice->cameras.push_back(cameraOf(source, fileName));
+    }
 }
 
 void askOfData(PageDocument const &document, DataChoice *choice)
 {
     choice->scale = document.scale;
     for (PointSource const &source : document.points)
-        choice->points.push_back(source.point);
+        choice->namedPoints.push_back(source.point);
 }
 
 DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
@@ -329,19 +468,35 @@ DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
     }
     if (!choice.csv.isEmpty() && !choice.project.isEmpty())
         throw InputError(fileName + QStringLiteral(": [data] names both a file and a project"));
-    choice.series = seriesOfDocument(document, fileName);
-    if (!choice.series.empty() && !choice.project.isEmpty())
-        throw InputError(QStringLiteral("%1: [[series]] cannot stand beside a project: import the files into it")
-                             .arg(placeOf(document.series.front(), fileName)));
+    addSourcesOfDocument(document, fileName, &choice);
+    if (!document.sources.empty() && !choice.project.isEmpty())
+        throw InputError(QStringLiteral("%1: [[%2]] cannot stand beside a project: import the files into it")
+                             .arg(placeOf(document.sources.front(), fileName), document.sources.front().section));
     return choice;
 }
+
+namespace {
+
+/// The first file that the data come from; empty without any.
+QString nameOf(DataChoice const &choice)
+{
+    if (!choice.csv.isEmpty())
+        return choice.csv;
+    if (!choice.series.empty())
+        return choice.series.front().csv;
+    if (!choice.pictures.empty())
+        return choice.pictures.front().file;
+    return choice.points.empty() ? QString() : choice.points.front().csv;
+}
+
+} // namespace
 
 PageData::PageData(DataChoice const &choice)
 {
     if (!choice.project.isEmpty()) {
         name_ = choice.project;
         project_ = std::make_unique<Project>(choice.project, OpenMode_t::READ);
-    } else if (!choice.csv.isEmpty() || !choice.series.empty()) {
+    } else if (!nameOf(choice).isEmpty()) {
         importFiles(choice);
     }
     showScale(choice.scale);
@@ -351,7 +506,8 @@ PageData::PageData(DataChoice const &choice)
     }
     auto tokens = std::make_unique<ProjectTokenInterface>(project_.get());
     charts_ = std::make_unique<ProjectChartInterface>(tokens.get());
-    charts_->setNamedPoints(choice.points);
+    charts_->setNamedPoints(choice.namedPoints);
+    images_ = std::make_unique<ProjectImageInterface>(tokens.get());
     tokens_ = std::move(tokens);
 }
 
@@ -379,7 +535,7 @@ void PageData::importFiles(DataChoice const &choice)
     std::optional<CsvTable> table;
     if (!choice.csv.isEmpty())
         table = readCsv(choice.csv, choice.csvOptions);
-    name_ = table ? choice.csv : choice.series.front().csv;
+    name_ = nameOf(choice);
     folder_ = std::make_unique<QTemporaryDir>();
     if (!folder_->isValid())
         throw InputError(folder_->errorString());
@@ -387,12 +543,19 @@ void PageData::importFiles(DataChoice const &choice)
     if (table)
         project_->importTable(*table, choice.importOptions);
     importSeries(choice.series, project_.get());
+    for (CameraChoice const &camera : choice.cameras)
+        project_->setCamera(camera.view, camera.camera);
+    for (PictureChoice const &picture : choice.pictures)
+        project_->importPicture(picture.file, picture.options);
+    for (PointsChoice const &points : choice.points)
+        project_->importPoints(readCsv(points.csv, points.csvOptions), points.options);
 }
 
 void PageData::showOn(Figure *figure) const
 {
     figure->setTokenInterface(tokens_.get());
     figure->setChartInterface(charts_.get());
+    figure->setImageInterface(images_.get());
 }
 
 void PageData::setStage(StageIdentifier const &stage)

@@ -5,6 +5,7 @@
 
 #include <ZemMeasChartInterface.h>
 #include <ZemMeasCsv.h>
+#include <ZemMeasImageInterface.h>
 #include <ZemMeasProject.h>
 #include <ZemMeasTokenInterface.h>
 
@@ -27,6 +28,28 @@ struct SeriesChoice
     Measurement::SeriesOptions options;
 };
 
+/// A picture file of a view.
+struct PictureChoice
+{
+    QString file;
+    Measurement::PictureOptions options;
+};
+
+/// A file of points that are shown on a view.
+struct PointsChoice
+{
+    QString csv;
+    Measurement::CsvOptions csvOptions;
+    Measurement::PointOptions options;
+};
+
+/// How a view is looked at.
+struct CameraChoice
+{
+    QString view;
+    Measurement::CameraModel camera;
+};
+
 /// Where the values of a page come from; all empty for a page without data.
 struct DataChoice
 {
@@ -34,8 +57,11 @@ struct DataChoice
     QString csv;
     Measurement::CsvOptions csvOptions;
     Measurement::ImportOptions importOptions;
-    std::vector<SeriesChoice> series; ///< beside the CSV file; a project has its own
-    std::vector<Measurement::NamedPoint> points; ///< that charts name
+    std::vector<SeriesChoice> series; ///< beside the CSV file; a project has its own, and so with the next three
+    std::vector<PictureChoice> pictures;
+    std::vector<PointsChoice> points;
+    std::vector<CameraChoice> cameras;
+    std::vector<Measurement::NamedPoint> namedPoints; ///< of charts
     /// In place of that of the project.
     std::optional<Measurement::ColorScale> scale;
 };
@@ -47,8 +73,12 @@ DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
 /// What a page document asks of whatever data it is shown with: its colour scale and its named points.
 void askOfData(PageDocument const &document, DataChoice *choice);
 
-/// The files of its [[series]] tables, by the same rules.
-std::vector<SeriesChoice> seriesOfDocument(PageDocument const &document, QString const &fileName);
+/// Adds what its [[series]], [[picture]], [[points]] and [[camera]] tables name, by the same rules.
+void addSourcesOfDocument(PageDocument const &document, QString const &fileName, DataChoice *choice);
+
+/// An option of a table of points ("set", "view", "stage", "x", "value", "moved", ...). False for an unknown name; throws
+/// InputError for a value that does not fit.
+bool setPointOption(Measurement::PointOptions *options, QString const &name, QString const &value);
 
 /// An open project over one of the choices, or nothing at all. Its colour scale is that of the process from here on.
 class PageData
@@ -62,9 +92,11 @@ public:
     Fig2::FigureTokenInterface const *tokens() const { return tokens_.get(); }
     /// Null without data.
     Fig2::ChartInterface *charts() const { return charts_.get(); }
-    /// Hands tokens and charts to the figure, which must not be updated after this has gone.
+    /// Null without data.
+    Measurement::Project const *project() const { return project_.get(); }
+    /// Hands tokens, charts and images to the figure, which must not be updated after this has gone.
     void showOn(Fig2::Figure *figure) const;
-    /// Charts mark the stage from here on.
+    /// Charts mark the stage, and images show it, from here on.
     void setStage(StageIdentifier const &stage);
     bool hasData() const { return project_ != nullptr; }
     /// Ascending.
@@ -79,7 +111,8 @@ private:
     std::unique_ptr<QTemporaryDir> folder_; ///< holds the project made of files
     std::unique_ptr<Measurement::Project> project_;
     std::unique_ptr<Fig2::FigureTokenInterface> tokens_;
-    std::unique_ptr<Measurement::ProjectChartInterface> charts_; ///< null without data
+    std::unique_ptr<Measurement::ProjectChartInterface> charts_; ///< null without data, like the images
+    std::unique_ptr<Measurement::ProjectImageInterface> images_;
 };
 
 /// The stages that "12", "3..40", "3..40,50" or "all" names among those that exist; empty text means the last one.

@@ -83,6 +83,32 @@ QString vector(Parameter const &parameter, toml::node const &node, QString *expe
     return readVector(node, &value) ? Parse::createVec2d(parameter.key, value) : QString();
 }
 
+QString spaceVector(Parameter const &parameter, toml::node const &node, QString *expected)
+{
+    *expected = QStringLiteral("three numbers as [x, y, z]");
+    toml::array const *array = node.as_array();
+    BaVec3d<double> value;
+    if (!array || array->size() != 3 || !readNumber((*array)[0], &value.x) || !readNumber((*array)[1], &value.y) ||
+        !readNumber((*array)[2], &value.z))
+        return {};
+    return Parse::createVec3dString(parameter.key, value);
+}
+
+QString textList(Parameter const &parameter, toml::node const &node, QString *expected)
+{
+    *expected = QStringLiteral("a list of texts");
+    toml::array const *array = node.as_array();
+    if (!array)
+        return {};
+    std::vector<QString> texts;
+    for (toml::node const &item : *array) {
+        if (!item.is_string())
+            return {};
+        texts.push_back(textOf(item.as_string()->get()));
+    }
+    return Parse::createStringVector(parameter.key, texts);
+}
+
 QString vectorList(Parameter const &parameter, toml::node const &node, QString *expected)
 {
     *expected = QStringLiteral("a list of points as [[x, y], [x, y], ...]");
@@ -116,8 +142,12 @@ QString makeEntry(Parameter const &parameter, toml::node const &node, QString *e
         return color(parameter, node, expected);
     case ParameterKind::Vector:
         return vector(parameter, node, expected);
+    case ParameterKind::SpaceVector:
+        return spaceVector(parameter, node, expected);
     case ParameterKind::VectorList:
         return vectorList(parameter, node, expected);
+    case ParameterKind::TextList:
+        return textList(parameter, node, expected);
     }
     return {};
 }

@@ -1,6 +1,7 @@
 #include "plot_page.h"
 
 #include "cli.h"
+#include "page_builder.h"
 #include "page_schema.h"
 
 #include <ZemFig2Calculator.h>
@@ -8,10 +9,8 @@
 #include <ZemFig2ChartLegend.h>
 #include <ZemFig2Group.h>
 #include <ZemFig2Label.h>
-#include <ZemFig2Rectangle.h>
 #include <ZemFig2TokenInterface.h>
 #include <ZemScriptObject.h>
-#include <ZemText.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,9 +24,6 @@ namespace {
 using DataToken = ChartInterface::DataToken;
 
 // The page, in millimetres.
-constexpr double LEFT = 15.0;
-constexpr double RIGHT = 195.0;
-constexpr double BAND_HEIGHT = 30.0;
 constexpr double CHARTS_TOP = 36.0;
 constexpr double BOTTOM = 285.0;
 constexpr double PANEL_TITLE_HEIGHT = 6.0;
@@ -39,12 +35,10 @@ constexpr double AXIS_ROOM = 18.0;
 constexpr double GREATEST_LEGEND = 50.0;
 constexpr double LEAST_PANEL = 25.0;
 
-constexpr Color BAND{0x1f, 0x3a, 0x5f};
 constexpr Color SOFT{0xd9, 0xde, 0xe5};
 constexpr Color LINES{0x6b, 0x76, 0x85};
 
 constexpr unsigned int FEW_POINTS = 200;
-constexpr double SIGNIFICANT_DIGITS = 4.0;
 
 QString lastPart(QString const &name)
 {
@@ -181,29 +175,13 @@ QString withUnit(QString const &text, UnitData const &unit)
     return name.isEmpty() ? text : QStringLiteral("%1 [%2]").arg(text, name);
 }
 
-/// Text for a label, in which a dollar begins a token.
-QString escaped(QString const &text)
-{
-    QString rich = tokenizeRT(text, true);
-    return rich.replace(QLatin1Char('$'), QLatin1StringView("$$"));
-}
-
-/// How many decimals show enough of numbers of this size.
-int decimalsFor(double size)
-{
-    if (!(size > 0.0) || !std::isfinite(size))
-        return 1;
-    return std::clamp(static_cast<int>(SIGNIFICANT_DIGITS - 1.0 - std::floor(std::log10(size))), 0, 12);
-}
-
 /// Lays the page out from top to bottom.
-class PageMaker
+class PageMaker : private PageBuilder
 {
 public:
     PageMaker(ChartInterface *offer, FigureTokenInterface const *tokens, PlotWish const &wish)
         : offer_(offer), tokens_(tokens), wish_(wish), offeredY_(offer->getTokensY()), x_(chooseX(offer, wish.x)),
-          unitX_(offer->getTokenUnit(x_)), panels_(panelsOf(offer, chooseY(offeredY_, x_, wish.y))),
-          figure_(std::make_unique<Figure>())
+          unitX_(offer->getTokenUnit(x_)), panels_(panelsOf(offer, chooseY(offeredY_, x_, wish.y)))
     {
     }
 
@@ -215,60 +193,13 @@ public:
             throw UsageError(QStringLiteral("%1 curves in these units do not fit on a page, %2 of them would")
                                  .arg(wished)
                                  .arg(countCurves(panels_)));
-        addHeader();
+        addHeader(wish_.title, wish_.subtitle);
         addCharts();
         addStatistics();
-        return {std::move(figure_), leftOut};
+        return {takeFigure(), leftOut};
     }
 
 private:
-    template <class Kind>
-    Kind *add(QString const &name)
-    {
-        auto *element = new Kind;
-        element->getScriptObject()->setName(name);
-        figure_->getRoot()->addChild(element);
-        return element;
-    }
-
-    static QString colored(char const *color, QString const &text)
-    {
-        return QStringLiteral("<span style=\"color:%1\">%2</span>").arg(QLatin1StringView(color), text);
-    }
-
-    /// A label without frame or margin; `x` and `y` are those of its alignment point.
-    Label *addText(QString const &name, double x, double y, double size, QString const &text)
-    {
-        auto *label = add<Label>(name);
-        label->setMargin(0.0);
-        label->setPivotAlignmentX(ALIGN_BEGIN);
-        label->setPivotAlignmentY(ALIGN_CENTER);
-        label->setFont(Font(Font::DEFAULT_FONT_SANS, size, 0));
-        label->setText(text);
-        label->setAlignmentOrigin({x, y});
-        return label;
-    }
-
-    Label *addEndingText(QString const &name, double x, double y, double size, QString const &text)
-    {
-        Label *label = addText(name, x, y, size, text);
-        label->setPivotAlignmentX(ALIGN_END);
-        label->setAlignmentOrigin({x, y});
-        return label;
-    }
-
-    void addHeader()
-    {
-        auto *band = add<Rectangle>(QStringLiteral("header band"));
-        band->setOrigin({105.0, BAND_HEIGHT / 2.0});
-        band->setSize({210.0, BAND_HEIGHT});
-        band->setBorder(LineStyle::null);
-        band->setBackground(FillStyle(BAND));
-        addText(QStringLiteral("title"), LEFT, 11.0, 18.0,
-                colored("#ffffff", QStringLiteral("<b>%1</b>").arg(escaped(wish_.title))));
-        addText(QStringLiteral("subtitle"), LEFT, 21.0, 10.0, colored("#dbe4ee", escaped(wish_.subtitle)));
-    }
-
     void addCharts()
     {
         double const height = panelHeight(panels_);
@@ -467,7 +398,6 @@ private:
     DataToken x_;
     UnitData unitX_; ///< in which it is shown
     std::vector<Panel> panels_;
-    std::unique_ptr<Figure> figure_;
     std::vector<GenericChart *> charts_;
     std::map<QString, double> sizes_; ///< greatest number of a curve
     std::size_t numberOfLooks_ = 0;

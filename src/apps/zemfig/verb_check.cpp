@@ -7,6 +7,9 @@
 #include <ZemFig2Chart.h>
 #include <ZemFig2ChartMarker.h>
 #include <ZemFig2Connector.h>
+#include <ZemFig2Image.h>
+#include <ZemFig2ImageInterface.h>
+#include <ZemFig2ImageLabel.h>
 #include <ZemFig2LabelBase.h>
 #include <ZemFig2Tools.h>
 
@@ -52,6 +55,8 @@ public:
                 checkTokens(*label);
             if (auto const *chart = dynamic_cast<GenericChart const *>(*it))
                 checkCurves(*chart);
+            if (auto const *image = dynamic_cast<ImageBase const *>(*it))
+                checkImage(*image);
         }
         for (PointSource const &source : document_->points)
             checkPoint(source);
@@ -81,13 +86,15 @@ private:
         std::vector<QString> names;
         std::vector<QString> formats;
         Tools::parseTokens(label.getText(), QLatin1Char('$'), &names, &formats);
-        std::vector<QString> const ofCharts = tokensOfCharts(label);
+        std::vector<QString> ofPartners = tokensOfCharts(label);
+        std::vector<QString> const ofMeasured = tokensOfMeasured(label);
+        ofPartners.insert(ofPartners.end(), ofMeasured.begin(), ofMeasured.end());
         for (QString const &name : names) {
             bool const known = std::binary_search(known_.begin(), known_.end(), name) ||
-                               std::find(ofCharts.begin(), ofCharts.end(), name) != ofCharts.end();
+                               std::find(ofPartners.begin(), ofPartners.end(), name) != ofPartners.end();
             if (!known)
                 report(QStringLiteral("%1: no data has the token '%2'%3")
-                           .arg(describe(label), name, suggestion(name, ofCharts.empty() ? known_ : ofCharts)));
+                           .arg(describe(label), name, suggestion(name, ofPartners.empty() ? known_ : ofPartners)));
         }
         if (label.getText().count(QLatin1Char('$')) % 2 != 0)
             report(QStringLiteral("%1: a '$' without its partner, the text behind it is lost").arg(describe(label)));
@@ -107,6 +114,32 @@ private:
             if (data)
                 tokens->releaseChart(chart->getToken());
         }
+        std::vector<QString> names;
+        for (TokenInfo const &info : infos)
+            names.push_back(info.getName());
+        return names;
+    }
+
+    void checkImage(ImageBase const &image)
+    {
+        FigureTokenInterface const *tokens = document_->figure->getTokenInterface();
+        if (tokens->getImage(image.getToken()))
+            tokens->releaseImage(image.getToken());
+        else
+            report(QStringLiteral("%1: no data has the picture '%2'%3")
+                       .arg(describe(image), image.getToken(), suggestion(image.getToken(), known_)));
+    }
+
+    /// What the image labels measure, besides the tokens of the data.
+    std::vector<QString> tokensOfMeasured(LabelBase const &label) const
+    {
+        std::vector<TokenInfo> infos;
+        auto const *imageLabel = dynamic_cast<ImageLabel const *>(&label);
+        ImageInterface const *images = ImageInterface::getInterface(&label);
+        TokenInterface const *source =
+            imageLabel && images ? images->getTokenInterface(imageLabel->getImageElementId()) : nullptr;
+        if (source)
+            source->getTokens(&infos);
         std::vector<QString> names;
         for (TokenInfo const &info : infos)
             names.push_back(info.getName());
@@ -193,8 +226,12 @@ void check(CheckArguments const &arguments)
             choice.project = QString::fromStdString(arguments.project);
             choice.csv = QString::fromStdString(arguments.data);
         }
-        if (!arguments.project.empty())
+        if (!arguments.project.empty()) {
             choice.series.clear();
+            choice.pictures.clear();
+            choice.points.clear();
+            choice.cameras.clear();
+        }
         PageData data(choice);
         Checker(fileName, &document).checkAgainst(data);
         // The figure must not outlive the data it looks at.

@@ -8,9 +8,7 @@
 #include "plot_page.h"
 
 #include <ZemFig2QtCalculator.h>
-#include <ZemFig2QtPageWriter.h>
 
-#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 #include <memory>
@@ -63,40 +61,13 @@ PlotWish wishOf(PlotArguments const &arguments)
 }
 
 /// The [[series]] table of a page beside or above the file.
-SeriesSource sourceOf(PlotArguments const &arguments)
+SourceTable sourceOf(PlotArguments const &arguments)
 {
-    QString const page = QString::fromStdString(arguments.page);
-    QString const path = QDir(QFileInfo(page).absolutePath())
-                             .relativeFilePath(QFileInfo(QString::fromStdString(arguments.csv)).absoluteFilePath());
-    if (path.startsWith(QLatin1StringView("..")))
-        throw UsageError(QStringLiteral("'%1' must stand in the folder of its data, or above it").arg(page));
-    if (arguments.reading.missing.size() > 1)
-        throw UsageError(QStringLiteral("a page names one text for missing values, not %1")
-                             .arg(arguments.reading.missing.size()));
-    SeriesSource source;
-    source.values[QStringLiteral("file")] = path;
-    for (auto const &[key, value] : arguments.reading.values) {
-        if (!value.empty())
-            source.values[QString::fromStdString(key)] = QString::fromStdString(value);
-    }
-    for (std::string const &text : arguments.reading.missing)
-        source.values[QStringLiteral("missing")] = QString::fromStdString(text);
-    for (auto const &[column, unit] : arguments.reading.unitPairs())
-        source.values[QStringLiteral("unit_") + column] = unit;
+    SourceTable source;
+    source.values[QStringLiteral("file")] =
+        pathFromPage(QString::fromStdString(arguments.csv), QString::fromStdString(arguments.page));
+    arguments.reading.addTo(&source);
     return source;
-}
-
-void writePicture(Figure const &figure, PlotArguments const &arguments)
-{
-    PageOptions options;
-    options.dpi = arguments.dpi;
-    try {
-        std::unique_ptr<PageWriter> const writer = createPageWriter(QString::fromStdString(arguments.output), options);
-        drawPage(figure, writer.get());
-        writer->close();
-    } catch (OutputError const &error) {
-        throw OutputFailure(error.getText());
-    }
 }
 
 void plot(PlotArguments const &arguments)
@@ -117,7 +88,7 @@ void plot(PlotArguments const &arguments)
         message(QStringLiteral("no room for %1: choose with --y").arg(page.leftOut.join(QStringLiteral(", "))));
     document.figure = std::move(page.figure);
     if (!arguments.page.empty()) {
-        document.series = {sourceOf(arguments)};
+        document.sources = {sourceOf(arguments)};
         // The paths are those of the page.
         writePage(document, QString::fromStdString(arguments.page), QString::fromStdString(arguments.page));
     }
@@ -125,7 +96,7 @@ void plot(PlotArguments const &arguments)
         return;
     data.showOn(document.figure.get());
     document.figure->update(StageIdentifier::NO_STAGE, true);
-    writePicture(*document.figure, arguments);
+    writePicture(*document.figure, QString::fromStdString(arguments.output), arguments.dpi);
 }
 
 } // namespace

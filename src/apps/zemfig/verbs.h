@@ -14,6 +14,7 @@ void addRenderVerb(CLI::App *app, Run *run);
 void addConvertVerb(CLI::App *app, Run *run);
 void addPlaceVerb(CLI::App *app, Run *run);
 void addPlotVerb(CLI::App *app, Run *run);
+void addOverlayVerb(CLI::App *app, Run *run);
 void addScaleVerb(CLI::App *app, Run *run);
 void addShowVerb(CLI::App *app, Run *run);
 void addCheckVerb(CLI::App *app, Run *run);

@@ -58,7 +58,8 @@ public:
     static constexpr double INTERSECTION_TOLERANCE = 1.0;
     /// The object point of what has none now: neither a connector nor the label is drawn.
     static constexpr BaVec3d<double> INVALID_POINT{INVALID_VALUE, INVALID_VALUE, INVALID_VALUE};
-    /// The object point of what needs no connector for its label to be drawn.
+    /// The object point of what leads nowhere and is to be seen all the same: the class then also answers true to
+    /// getDrawUnconnected().
     static constexpr BaVec3d<double> INVALID_CONNECTOR_POINT{INVALID_VALUE, INVALID_VALUE, 0.0};
     /// For the marks of labels with getHighlighted().
     static constexpr Color HIGHLIGHTED_COLOR{100, 100, 255};
@@ -99,7 +100,8 @@ public:
     virtual bool intersectsElement(ImageLabelTransformation const &transformation, BaVec2d<double> const &point,
                                    Rotation const &rotation) const = 0;
     virtual DrawingPriority_t getDrawingPriority() { return DEFAULT_DRAWING_PRIORITY; }
-    /// Further values for the tokens in the text, asked behind the label's own; null for none. Stays the label's.
+    /// Further values for the tokens in the text, asked behind the label's own; null for none. Stays the label's. A
+    /// class that has some adds their counter in getTokenModifiedCounter, or the text is resolved at every update.
     virtual TokenInterface const *getTokenInterface() const { return nullptr; }
     /// Where the measured thing is in space; INVALID_POINT or INVALID_CONNECTOR_POINT when that means nothing.
     virtual BaVec3d<double> computeObjectPoint() const = 0;

@@ -49,8 +49,8 @@ public:
 
     /// A new label of the type, by its creator; owned by the caller. Throws ProgError for a type without one.
     static ImageLabel *create(Type_t type);
-    /// The type of a label and its blocks. What load makes is the caller's; it throws IO::StreamException, and ProgError
-    /// for a type without a creator.
+    /// The type of a label and its blocks. What load makes is the caller's; it throws IO::StreamException, and
+    /// ProgError for a type without a creator.
     static ImageLabel *load(IO::InStream *stream);
     static void save(IO::OutStream *stream, ImageLabel const *label);
 
@@ -69,7 +69,7 @@ protected:
     explicit ImageLabelCreator(Type_t type);
 
 private:
-    static Creators &creators();
+    static Creators &_creators();
 
     Type_t type_;
 };

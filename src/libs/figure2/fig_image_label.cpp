@@ -150,21 +150,22 @@ bool ImageLabel::onImage(FigureTokenInterface const *tokens, bool otherwise, Act
 
 bool ImageLabel::drawElement(FigureTokenInterface const *tokens, Painter *painter, int step) const
 {
-    return onImage(tokens, true, [&](ImageBase const *image, ImageLabelTransformation const &transformation,
-                                     Rotation const &rotation) {
-        painter->setClipping(Rect(image->computeImageDrawingOrigin(), image->computeImageDrawingSize()), rotation);
-        bool const finished = drawImageElement(painter, transformation, rotation, image, step);
-        painter->resetClipping();
-        return finished;
-    });
+    return onImage(
+        tokens, true,
+        [&](ImageBase const *image, ImageLabelTransformation const &transformation, Rotation const &rotation) {
+            painter->setClipping(Rect(image->computeImageDrawingOrigin(), image->computeImageDrawingSize()), rotation);
+            bool const finished = drawImageElement(painter, transformation, rotation, image, step);
+            painter->resetClipping();
+            return finished;
+        });
 }
 
 bool ImageLabel::intersectsImageElement(FigureTokenInterface const *tokens, BaVec2d<double> const &point) const
 {
-    return onImage(tokens, false, [&](ImageBase const *, ImageLabelTransformation const &transformation,
-                                      Rotation const &rotation) {
-        return intersectsElement(transformation, point, rotation);
-    });
+    return onImage(tokens, false,
+                   [&](ImageBase const *, ImageLabelTransformation const &transformation, Rotation const &rotation) {
+                       return intersectsElement(transformation, point, rotation);
+                   });
 }
 
 bool ImageLabel::isLabelDrawn(FigureTokenInterface const *tokens) const
@@ -237,8 +238,8 @@ void ImageLabel::addImageToUpdatePolygon(ImageBase const *image)
     Rotation const rotation(image);
     BaVec2d<double> const centre = image->getOrigin();
     BaVec2d<double> const half = image->getSize() * 0.5;
-    for (BaVec2d<double> const &corner : {BaVec2d<double>(-half.x, -half.y), BaVec2d<double>(half.x, -half.y), half,
-                                          BaVec2d<double>(-half.x, half.y)})
+    for (BaVec2d<double> const &corner :
+         {BaVec2d<double>(-half.x, -half.y), BaVec2d<double>(half.x, -half.y), half, BaVec2d<double>(-half.x, half.y)})
         updatePolygon_.addPoint(rotation.applyTo(centre + corner));
     updatePolygon_ = updatePolygon_.getConvexHull();
 }
@@ -282,7 +283,7 @@ bool ImageLabel::resolveToken(StageIdentifier const &stage, FigureTokenInterface
     }
     TokenInterface const *further = getTokenInterface();
     if (findValue(further, stage, name, value)) {
-        // Its counter alone, deliberately: any other count makes the label look again at the next update.
+        // Its counter alone, deliberately: how it goes into that of the token is the matter of the derived class.
         noteToken(name, further->getModifiedCounter(name));
         return true;
     }

@@ -26,7 +26,7 @@ constexpr std::array<char const *, ImageLabelCreator::NUMBER_OF_TYPES> TYPE_IDS{
 } // namespace
 
 /// Never destroyed: a creator may be destroyed later than any other object of the process.
-ImageLabelCreator::Creators &ImageLabelCreator::creators()
+ImageLabelCreator::Creators &ImageLabelCreator::_creators()
 {
     static auto *const creators = new Creators;
     return *creators;
@@ -34,33 +34,33 @@ ImageLabelCreator::Creators &ImageLabelCreator::creators()
 
 ImageLabelCreator::Creators const &ImageLabelCreator::getCreators()
 {
-    return creators();
+    return _creators();
 }
 
 ImageLabelCreator::ImageLabelCreator(Type_t type) : type_(type)
 {
-    if (!creators().emplace(type, this).second)
+    if (!_creators().emplace(type, this).second)
         fail("Zem::Fig2::ImageLabelCreator::ImageLabelCreator", __LINE__,
              "Duplicate element creator registered for element type %1", type);
 }
 
 ImageLabelCreator::~ImageLabelCreator() noexcept(false)
 {
-    if (creators().erase(type_) == 0)
-        fail("Zem::Fig2::ImageLabelCreator::~ImageLabelCreator", __LINE__,
-             "Creator not registered for element type %1", type_);
+    if (_creators().erase(type_) == 0)
+        fail("Zem::Fig2::ImageLabelCreator::~ImageLabelCreator", __LINE__, "Creator not registered for element type %1",
+             type_);
 }
 
 void ImageLabelCreator::destroyCreators()
 {
-    while (!creators().empty())
-        delete creators().begin()->second;
+    while (!_creators().empty())
+        delete _creators().begin()->second;
 }
 
 ImageLabel *ImageLabelCreator::create(Type_t type)
 {
-    auto const creator = creators().find(type);
-    if (creator == creators().end())
+    auto const creator = _creators().find(type);
+    if (creator == _creators().end())
         fail("Zem::Fig2::ImageLabelCreator::create", __LINE__, "No image label creator found for element type %1",
              type);
     return creator->second->create();
@@ -68,8 +68,7 @@ ImageLabel *ImageLabelCreator::create(Type_t type)
 
 void ImageLabelCreator::save(IO::OutStream *stream, ImageLabel const *label)
 {
-    saveBlock(stream, BLOCK_VERSION,
-              [label](auto &archive) { archive.list(label->getLabelType(), NUMBER_OF_TYPES); });
+    saveBlock(stream, BLOCK_VERSION, [label](auto &archive) { archive.list(label->getLabelType(), NUMBER_OF_TYPES); });
     label->save(stream, 0, 0);
 }
 

@@ -20,10 +20,10 @@ struct PackedPicture
 /// How the versions of a kind of picture block are read.
 struct PictureBlockRules
 {
-    unsigned int newest;               ///< also what is written
-    bool (*isJpeg)(unsigned version);  ///< whether colour pictures of the version are JPEG
-    unsigned int firstWithAlpha;       ///< the version that brought the alpha flag
-    bool whiteWasTransparent;          ///< before that version, in colour pictures
+    unsigned int newest;              ///< also what is written
+    bool (*isJpeg)(unsigned version); ///< whether colour pictures of the version are JPEG
+    unsigned int firstWithAlpha;      ///< the version that brought the alpha flag
+    bool whiteWasTransparent;         ///< before that version, in colour pictures
 };
 
 PackedPicture packPicture(Zem::Image const &picture);

@@ -55,6 +55,7 @@ public:
     /// The stage whose pictures are shown and that charts over stages mark; none at the start. To be told before
     /// figures are updated for a stage.
     void setCurrentStage(StageIdentifier const &stage) const;
+    StageIdentifier const &getCurrentStage() const;
 
     void getTokens(std::vector<TokenInfo> *tokens) const override;
     /// INVALID with any index.
@@ -70,9 +71,11 @@ public:
 
 private:
     friend class ProjectChartInterface;
+    friend class ProjectImageInterface;
     using StageValues = QHash<std::int64_t, Value>; ///< by token id
 
     ChartStore &charts() const;
+    ProjectContents *contents() const { return contents_.get(); }
     void refresh() const;
     bool hasStage(StageIdentifier const &stage) const;
     Value builtInValue(QString const &name, StageIdentifier const &stage) const;

@@ -7,22 +7,6 @@ namespace Zem::Measurement {
 
 namespace {
 
-bool hasVectors(ProjectPointSet const &set)
-{
-    return !set.columns.dx.isEmpty() || !set.columns.dy.isEmpty() || !set.columns.dz.isEmpty();
-}
-
-/// That of the first component there is.
-QString vectorColumn(ProjectPointSet const &set)
-{
-    for (QString const &column : {set.columns.dx, set.columns.dy, set.columns.dz}) {
-        if (!column.isEmpty()) {
-            return column;
-        }
-    }
-    return set.columns.x;
-}
-
 bool isLength(ProjectPointSet const &set, QString const &column)
 {
     return column == LENGTH_COLUMN && set.columns.value != LENGTH_COLUMN;
@@ -40,6 +24,21 @@ std::vector<double> lengthsOf(PointField const &field)
 
 } // namespace
 
+bool hasVectors(ProjectPointSet const &set)
+{
+    return !set.columns.dx.isEmpty() || !set.columns.dy.isEmpty() || !set.columns.dz.isEmpty();
+}
+
+QString vectorColumn(ProjectPointSet const &set)
+{
+    for (QString const &column : {set.columns.dx, set.columns.dy, set.columns.dz}) {
+        if (!column.isEmpty()) {
+            return column;
+        }
+    }
+    return set.columns.x;
+}
+
 std::vector<BaVec3d<double>> shownPlaces(ProjectPointSet const &set, PointField const &field)
 {
     std::vector<BaVec3d<double>> places = field.points;
@@ -47,6 +46,19 @@ std::vector<BaVec3d<double>> shownPlaces(ProjectPointSet const &set, PointField 
         places[i] = places[i] + field.vectors[i];
     }
     return places;
+}
+
+Fig2::ImageDataPoints marksOf(PointField const &field, std::vector<BaVec3d<double>> const &places)
+{
+    using Fig2::ImageDataPoints;
+    constexpr int EVERY_MASK = -1;
+    ImageDataPoints marks;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        bool const hasValue = !field.values.empty() && !std::isnan(field.values[i]);
+        marks.addPoint(field.ids[i], places[i], field.vectors[i],
+                       hasValue ? field.values[i] : ImageDataPoints::INVALID_VALUE, field.valid[i], EVERY_MASK);
+    }
+    return marks;
 }
 
 std::vector<double> numbersOf(Project const &project, ProjectPointSet const &set, PointField const &field,

@@ -71,6 +71,11 @@ void ProjectTokenInterface::setCurrentStage(StageIdentifier const &stage) const
     views_->setCurrentStage(stage);
 }
 
+StageIdentifier const &ProjectTokenInterface::getCurrentStage() const
+{
+    return views_->currentStage();
+}
+
 void ProjectTokenInterface::refresh() const
 {
     contents_->refresh();

@@ -5,7 +5,6 @@
 #include "meas_statistics.h"
 
 #include <ZemColorMap.h>
-#include <ZemFig2ImageDataPoints.h>
 #include <ZemFig2Transformation.h>
 #include <ZemLegendHandler.h>
 
@@ -59,24 +58,26 @@ BaVec2d<double> connectorPoint(std::vector<BaVec3d<double>> const &places, Fig2:
 
 } // namespace
 
-std::optional<ViewAtStage> ViewStore::find(QString const &token) const
+std::optional<ViewAtStage> findView(ProjectContents const &contents, QString const &token,
+                                    StageIdentifier const &currentStage)
 {
-    if (ProjectView const *const view = contents_->findView(token)) {
-        return stage_ == StageIdentifier::NO_STAGE ? std::nullopt
-                                                   : std::optional(ViewAtStage{view, stage_.getIdentifier()});
+    if (ProjectView const *const view = contents.findView(token)) {
+        return currentStage == StageIdentifier::NO_STAGE
+                   ? std::nullopt
+                   : std::optional(ViewAtStage{view, currentStage.getIdentifier()});
     }
     qsizetype const point = token.lastIndexOf(QLatin1Char('.'));
     bool isNumber = false;
     unsigned int const stage = token.mid(point + 1).toUInt(&isNumber);
-    ProjectView const *const view = point > 0 && isNumber ? contents_->findView(token.left(point)) : nullptr;
-    bool const isThere = std::binary_search(contents_->stages().begin(), contents_->stages().end(), stage);
+    ProjectView const *const view = point > 0 && isNumber ? contents.findView(token.left(point)) : nullptr;
+    bool const isThere = std::binary_search(contents.stages().begin(), contents.stages().end(), stage);
     return view && isThere ? std::optional(ViewAtStage{view, stage}) : std::nullopt;
 }
 
 ViewStore::Token *ViewStore::refreshed(QString const &token)
 {
     contents_->refresh();
-    std::optional<ViewAtStage> const place = find(token);
+    std::optional<ViewAtStage> const place = findView(*contents_, token, stage_);
     if (!place) {
         return nullptr;
     }
@@ -101,7 +102,7 @@ ImageData const *ViewStore::lend(QString const &token)
         return nullptr;
     }
     if (!found->shown) {
-        found->shown = make(*find(token));
+        found->shown = make(*findView(*contents_, token, stage_));
     }
     found->lent.push_back(found->shown);
     keep(token);
@@ -163,16 +164,10 @@ void ViewStore::showPoints(ViewAtStage const &place, ProjectPointSet const &set,
 {
     PointField const field = contents_->project().points(set, place.stage);
     std::vector<BaVec3d<double>> const places = shownPlaces(set, field);
-    auto points = std::make_unique<ImageDataPoints>();
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        bool const hasValue = !field.values.empty() && !std::isnan(field.values[i]);
-        points->addPoint(field.ids[i], places[i], field.vectors[i],
-                         hasValue ? field.values[i] : ImageDataPoints::INVALID_VALUE, field.valid[i], -1);
-    }
     auto object = std::make_unique<ImageDataObject>(set.name);
     object->setDisplayText(set.name);
     object->setConnectorPoint(connectorPoint(places, *shown->data.getTransformation()));
-    object->addElement(points.release());
+    object->addElement(marksOf(field, places).copy());
     shown->data.addObject(object.release());
     showScale(place, set, field, shown);
     if (set.painted && !shown->overlay) {

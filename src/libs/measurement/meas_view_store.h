@@ -19,6 +19,11 @@ struct ViewAtStage
     unsigned int stage;
 };
 
+/// What an image token stands for: a view at the current stage, or "view.12", at stage 12. None for NO_STAGE, a stage
+/// that does not exist, and any other text.
+std::optional<ViewAtStage> findView(ProjectContents const &contents, QString const &token,
+                                    StageIdentifier const &currentStage);
+
 /// Serves the names of views. All operations may throw ProjectError, and then change nothing that was lent.
 class ViewStore
 {
@@ -34,6 +39,7 @@ public:
     unsigned int modifiedCounter(QString const &token);
 
     /// The stage of names without one of their own.
+    StageIdentifier const &currentStage() const { return stage_; }
     void setCurrentStage(StageIdentifier const &stage) { stage_ = stage; }
 
 private:
@@ -60,7 +66,6 @@ private:
         bool any = false;
     };
 
-    std::optional<ViewAtStage> find(QString const &token) const;
     Token *refreshed(QString const &token);
     void keep(QString const &token);
     std::shared_ptr<Shown const> make(ViewAtStage const &place);

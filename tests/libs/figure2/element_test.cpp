@@ -2,6 +2,7 @@
 
 #include <ElementForms.h>
 #include <ZemFig2Group.h>
+#include <ZemFig2Image.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Line.h>
 #include <ZemFig2Logo.h>
@@ -134,9 +135,8 @@ TEST(ElementTypes, settingOneClearsValid)
 
 TEST(ElementCreate, makesAnEmptyElementOfEachShape)
 {
-    for (Element::Type_t type :
-         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL, Element::LOGO,
-          Element::GROUP}) {
+    for (Element::Type_t type : {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
+                                 Element::IMAGE, Element::LOGO, Element::GROUP}) {
         std::unique_ptr<Element> const element(Element::create(type));
         ASSERT_NE(element, nullptr);
         EXPECT_EQ(element->getType(), type);
@@ -178,6 +178,7 @@ TEST(ElementAbilities, followTheFamily)
     Abilities const line{n, n, n, n, n, y, n, y, n, n, n, n, n, n, n};
     Abilities const polygon{n, n, n, n, n, y, y, y, n, n, n, n, n, n, n};
     Abilities const group{n, n, n, n, n, n, n, n, n, n, y, n, n, n, n};
+    Abilities const image{y, n, y, n, y, y, y, y, n, n, y, n, n, n, y};
     // A label has a minimum size while auto size is on and uses its spacing with a colour bar only.
     Abilities const label{y, n, y, y, n, y, y, y, y, n, y, y, y, n, n};
 
@@ -190,6 +191,7 @@ TEST(ElementAbilities, followTheFamily)
     EXPECT_EQ(abilitiesOf(Group()), group);
     EXPECT_EQ(abilitiesOf(Label()), label);
     EXPECT_EQ(abilitiesOf(Logo()), area);
+    EXPECT_EQ(abilitiesOf(Image()), image);
 }
 
 TEST(ElementAbilities, ofShapesHoldNoTokensAndNoHandles)

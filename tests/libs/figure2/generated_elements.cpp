@@ -3,6 +3,7 @@
 #include <ZemFig2Chart.h>
 #include <ZemFig2ChartLegend.h>
 #include <ZemFig2ColorBar.h>
+#include <ZemFig2Image.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
@@ -21,11 +22,10 @@ namespace Zem::Fig2 {
 namespace {
 
 /// Those with a text form first.
-constexpr std::array LEAF_TYPES{Element::LINE,         Element::RECTANGLE, Element::ELLIPSE,
-                                Element::POLYGON,      Element::LABEL,     Element::LEGEND,
-                                Element::CHART_LEGEND, Element::LOGO,      Element::CHART,
-                                Element::GENERIC_CHART};
-constexpr std::size_t NUMBER_OF_TEXT_TYPES = 8;
+constexpr std::array LEAF_TYPES{Element::LINE,  Element::RECTANGLE, Element::ELLIPSE,      Element::POLYGON,
+                                Element::LABEL, Element::LEGEND,    Element::CHART_LEGEND, Element::LOGO,
+                                Element::IMAGE, Element::CHART,     Element::GENERIC_CHART};
+constexpr std::size_t NUMBER_OF_TEXT_TYPES = 9;
 
 double number()
 {
@@ -189,6 +189,57 @@ void fillPicture(Logo &logo)
 {
     logo.setFileName(word());
     logo.setImage(flag() ? picture() : nullptr);
+}
+
+ImageDataVisualisation visualisation()
+{
+    ImageDataVisualisation look(flag());
+    look.setMode(static_cast<ImageDataVisualisation::Mode_t>(below(7)));
+    look.setLineStyle(lineStyle());
+    look.setPointMarkerSize(notNegative());
+    look.setVectorScaling(notNegative());
+    look.setVectorLineWidth(notNegative());
+    look.setDrawArrows(static_cast<ImageDataVisualisation::ArrowMode_t>(below(4)));
+    look.setDrawCombinedVectors(flag());
+    look.setDrawHiddenPoints(flag());
+    look.setDrawPointIds(flag());
+    look.setUseFixedPointIdColor(flag());
+    look.setPointIdFont(font());
+    look.setPointIdColor(color());
+    look.setPointMask(*rc::gen::arbitrary<int>());
+    return look;
+}
+
+CoordinateSystem coordinateSystem()
+{
+    CoordinateSystem system;
+    double const x = number();
+    double const y = number();
+    system.setOrigin({x, y, number()});
+    system.setVisible(flag());
+    system.setTextVisible(flag());
+    system.setLength(number());
+    system.setWidth(number());
+    system.setFont(font());
+    return system;
+}
+
+void fillImage(ImageBase &image)
+{
+    image.setToken(word());
+    image.setCoordinateSystem(coordinateSystem());
+    ImageConversion conversion;
+    conversion.setType(static_cast<ImageConversion::Type>(below(6)));
+    conversion.setMin(*rc::gen::arbitrary<int>());
+    conversion.setMax(*rc::gen::arbitrary<int>());
+    image.setImageConversion(conversion);
+    image.setOverlayMode(static_cast<ImageBase::OverlayMode>(below(3)));
+    for (unsigned int i = 0, count = below(4); i < count; ++i) {
+        QString const id = word();
+        image.setVisualisation(id, visualisation());
+    }
+    image.setImageBackgroundColor(color());
+    image.setUseImageBackgroundColor(flag());
 }
 
 ColorBar colorBar()
@@ -401,6 +452,8 @@ std::unique_ptr<Element> generateElement(Element::Type_t type, int depth)
         fill(*group, depth);
     if (auto *logo = dynamic_cast<Logo *>(element.get()))
         fillPicture(*logo);
+    else if (auto *image = dynamic_cast<ImageBase *>(element.get()))
+        fillImage(*image);
     else if (auto *chart = dynamic_cast<Chart *>(element.get()))
         chart->setToken(word());
     else if (auto *generic = dynamic_cast<GenericChart *>(element.get()))

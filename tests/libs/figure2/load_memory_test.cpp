@@ -5,6 +5,7 @@
 #include <AllocationPeak.h>
 #include <ZemFig2ColorBar.h>
 #include <ZemFig2Figure.h>
+#include <ZemFig2Image.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
@@ -79,6 +80,16 @@ std::string manyLabels()
         label->setText(QStringLiteral("force $5.1[kN]force$"));
         figure.getRoot()->addChild(label);
     }
+    return saved(figure);
+}
+
+std::string manyLooks()
+{
+    Figure figure;
+    auto *image = new Image;
+    for (int i = 0; i < 5000; ++i)
+        image->setVisualisation(QString::number(i), ImageDataVisualisation(false));
+    figure.getRoot()->addChild(image);
     return saved(figure);
 }
 
@@ -169,6 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
         LargeFile{"lines", [] { return manyOf<Line>(5000); }},
         LargeFile{"polygons", [] { return manyOf<Polygon>(5000); }},
         LargeFile{"emptyGroups", [] { return manyOf<Group>(5000); }}, LargeFile{"deepGroups", deepGroups},
+        LargeFile{"images", [] { return manyOf<Image>(1000); }}, LargeFile{"looks", manyLooks},
         LargeFile{"labels", manyLabels}, LargeFile{"legends", [] { return manyOf<Legend>(1000); }},
         LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
         LargeFile{"unknownTypes",

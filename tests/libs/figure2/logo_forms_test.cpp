@@ -241,10 +241,9 @@ TEST(OldLogoPictures, ofGreyValuesArePackedAsToday)
 {
     Logo read;
 
-    loadBlocks(read, withAligned(10)
-                         .block(3, Payload().s("").b(true))
-                         .block(1, pictureFields(0, packed(greyPicture())))
-                         .bytes());
+    loadBlocks(
+        read,
+        withAligned(10).block(3, Payload().s("").b(true)).block(1, pictureFields(0, packed(greyPicture()))).bytes());
 
     EXPECT_EQ(greyPixels(read), "5 200 ");
 }
@@ -252,8 +251,7 @@ TEST(OldLogoPictures, ofGreyValuesArePackedAsToday)
 /// Why a picture block behind a logo's own is refused.
 std::string refusal(unsigned int version, Payload const &picture)
 {
-    std::string const bytes =
-        withAligned(10).block(3, Payload().s("").b(true)).block(version, picture).bytes();
+    std::string const bytes = withAligned(10).block(3, Payload().s("").b(true)).block(version, picture).bytes();
     return thrownText<IO::StreamException>([&bytes] {
         Logo read;
         loadBlocks(read, bytes);

@@ -3,8 +3,10 @@
 
 #include <ElementForms.h>
 #include <ZemFig2Figure.h>
+#include <ZemFig2Image.h>
 #include <ZemFig2Legend.h>
 #include <ZemFig2Line.h>
+#include <ZemFig2Logo.h>
 
 #include <ZemScriptObject.h>
 
@@ -36,20 +38,23 @@ RC_GTEST_PROP(RoundTrip, ofGroupBlocksLosesNothing, ())
     RC_ASSERT(Support::blockForm(read) == Support::blockForm(*group));
 }
 
-/// Texts hold no fonts of symbols.
-void dropFontsOfSymbols(Line &line)
+/// The fonts of symbols, and the tokens of images.
+void dropWhatTextsLack(Element &element)
 {
-    auto [first, second] = line.getSymbolInfo();
-    first.setFont({});
-    second.setFont({});
-    line.setSymbolInfo({first, second});
+    if (auto *line = dynamic_cast<Line *>(&element)) {
+        auto [first, second] = line->getSymbolInfo();
+        first.setFont({});
+        second.setFont({});
+        line->setSymbolInfo({first, second});
+    }
+    if (auto *image = dynamic_cast<ImageBase *>(&element))
+        image->setToken(QString());
 }
 
 RC_GTEST_PROP(RoundTrip, ofTextLosesNothing, ())
 {
     std::unique_ptr<Element> const element = generateElement(generateTextType());
-    if (auto *line = dynamic_cast<Line *>(element.get()))
-        dropFontsOfSymbols(*line);
+    dropWhatTextsLack(*element);
     std::unique_ptr<Element> const read(Element::create(element->getType()));
     std::string const form = Support::textForm(*element);
 
@@ -89,7 +94,8 @@ std::string blockFormWithoutId(Element const &element)
     return form.erase(place + payload + ID - sizeof(int), sizeof(std::uint32_t));
 }
 
-/// Deliberately no parameters: the name, the histogram of a legend, and switches for what the element cannot do.
+/// Deliberately no parameters: the name, the histogram of a legend, the picture of a logo, of which there is the file
+/// name, and switches for what the element cannot do.
 void dropWhatIsNoParameter(Element &element)
 {
     element.getScriptObject()->setName({});
@@ -101,6 +107,8 @@ void dropWhatIsNoParameter(Element &element)
         element.setMaximize(false);
     if (auto *legend = dynamic_cast<Legend *>(&element))
         legend->setLocalHistogramData({});
+    else if (auto *logo = dynamic_cast<Logo *>(&element))
+        logo->setImage(nullptr);
 }
 
 RC_GTEST_PROP(RoundTrip, ofParametersKeepsAllThatBlocksHold, ())
