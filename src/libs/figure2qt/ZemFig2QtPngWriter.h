@@ -7,8 +7,8 @@
 namespace Zem::Fig2Qt {
 
 /// A picture of the page on white, at PageOptions::dpi, which the file tells as well. Refuses, before it allocates
-/// anything, pictures of more than 30,000 pixels to a side or 300 million pixels. close() packs the picture on all
-/// cores, and throws std::bad_alloc when there is no memory for that.
+/// anything, pictures of more than 30,000 pixels to a side or 300 million pixels. Vectors in great numbers are painted
+/// on all cores. close() packs the picture on all cores, and throws std::bad_alloc when there is no memory for that.
 class PngWriter : public PageWriter
 {
 public:

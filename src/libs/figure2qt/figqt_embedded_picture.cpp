@@ -1,18 +1,16 @@
 #include "figqt_embedded_picture.h"
 
+#include "figqt_deflate.h"
 #include "figqt_picture_scaler.h"
 #include "figqt_png_encoder.h"
 #include "figqt_units.h"
 
 #include <QtCore/QCryptographicHash>
 
-#include <zlib.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
-#include <new>
 
 namespace Zem::Fig2Qt {
 
@@ -95,39 +93,6 @@ private:
     std::array<std::vector<unsigned char>, FILTERS> rows_;
 };
 
-/// A stream of zlib that is fed piece by piece.
-class Packer
-{
-public:
-    Packer()
-    {
-        if (deflateInit(&stream_, COMPRESSION_LEVEL) != Z_OK)
-            throw std::bad_alloc();
-    }
-    Packer(Packer const &) = delete;
-    Packer &operator=(Packer const &) = delete;
-    ~Packer() { deflateEnd(&stream_); }
-
-    void add(std::vector<unsigned char> const &bytes, bool last)
-    {
-        stream_.next_in = const_cast<Bytef *>(bytes.data());
-        stream_.avail_in = static_cast<uInt>(bytes.size());
-        do {
-            std::array<Bytef, 1U << 15U> room;
-            stream_.next_out = room.data();
-            stream_.avail_out = static_cast<uInt>(room.size());
-            deflate(&stream_, last ? Z_FINISH : Z_NO_FLUSH);
-            packed_.append(reinterpret_cast<char const *>(room.data()), room.size() - stream_.avail_out);
-        } while (stream_.avail_out == 0);
-    }
-
-    std::string const &getPacked() const { return packed_; }
-
-private:
-    z_stream stream_{};
-    std::string packed_;
-};
-
 std::string words(std::initializer_list<std::uint32_t> values)
 {
     std::string bytes;
@@ -158,10 +123,13 @@ Picture cutOut(Picture const &picture, Excerpt const &excerpt)
 std::string packRows(unsigned char const *bytes, std::size_t rowBytes, std::size_t rows, std::size_t pixelBytes)
 {
     FilteredRow filtered(rowBytes, pixelBytes);
-    Packer packer;
-    for (std::size_t y = 0; y < rows; ++y)
-        packer.add(filtered.filter(bytes + y * rowBytes), y + 1 == rows);
-    return packer.getPacked();
+    std::string all;
+    all.reserve((rowBytes + 1) * rows);
+    for (std::size_t y = 0; y < rows; ++y) {
+        std::vector<unsigned char> const &row = filtered.filter(bytes + y * rowBytes);
+        all.append(reinterpret_cast<char const *>(row.data()), row.size());
+    }
+    return deflated(all, COMPRESSION_LEVEL);
 }
 
 ColorPlanes planesOf(Picture const &picture)
@@ -176,6 +144,8 @@ ColorPlanes planesOf(Picture const &picture)
     planes.alpha.resize(count);
     for (std::size_t i = 0; i < count; ++i)
         planes.alpha[i] = picture.pixels[4 * i + 3];
+    if (std::all_of(planes.alpha.begin(), planes.alpha.end(), [](unsigned char alpha) { return alpha == 255; }))
+        planes.alpha.clear();
     return planes;
 }
 

@@ -35,7 +35,7 @@ std::string pngOf(Picture const &picture);
 struct ColorPlanes
 {
     std::vector<unsigned char> colors; ///< three bytes a pixel
-    std::vector<unsigned char> alpha;  ///< empty for a picture without
+    std::vector<unsigned char> alpha;  ///< empty for a picture that is opaque everywhere
 };
 ColorPlanes planesOf(Picture const &picture);
 

@@ -11,7 +11,7 @@
 
 namespace Zem::Fig2Qt {
 
-/// Writes numbered objects in any order. Throws OutputError.
+/// Writes numbered objects in any order. Throws OutputError, and std::bad_alloc when there is no memory to pack them.
 class PdfFile
 {
 public:

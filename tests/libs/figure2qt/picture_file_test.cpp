@@ -1,6 +1,8 @@
 // Pictures in PDF and SVG files.
 #include "picture_support.h"
 
+#include <figqt_embedded_picture.h>
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QRegularExpression>
@@ -8,6 +10,7 @@
 #include <array>
 #include <limits>
 #include <numbers>
+#include <random>
 
 namespace Zem::Support {
 namespace {
@@ -142,6 +145,40 @@ TEST(PictureInAPdf, StaysGreyAndKeepsItsAlphaApart)
     EXPECT_EQ(translucent.size(), 2);
     EXPECT_EQ(translucent.filter(QStringLiteral("/SMask")).size(), 1);
     EXPECT_EQ(translucent.filter(QStringLiteral("/DeviceGray")).size(), 1);
+    colors.setPixel(0, 0, BLUE); // an alpha that says nothing
+    EXPECT_EQ(imagesOf(pdfOf(whole(colors, 1.0))).size(), 1);
+}
+
+TEST(PictureAsPng, ComesBackToTheBit)
+{
+    std::mt19937 engine(2);
+    for (Fig2Qt::Picture::Format const format :
+         {Fig2Qt::Picture::GREY, Fig2Qt::Picture::COLOR, Fig2Qt::Picture::ALPHA}) {
+        for (int const width : {1, 2, 37}) {
+            unsigned char *pixels = nullptr;
+            Fig2Qt::Picture const picture = Fig2Qt::makePicture(format, width, 23, &pixels);
+            // Noise, slopes and even rows, so that each filter has its turn.
+            for (std::size_t i = 0; i < picture.getBytes(); ++i)
+                pixels[i] = static_cast<unsigned char>(i % 300 < 100 ? engine() : i % 300 < 200 ? 2 * i : 7);
+            std::string const png = Fig2Qt::pngOf(picture);
+            QImage const image = QImage::fromData(QByteArray(png.data(), static_cast<qsizetype>(png.size())), "PNG")
+                                     .convertToFormat(QImage::Format_RGBA8888);
+
+            ASSERT_EQ(image.size(), QSize(width, 23));
+            for (int y = 0; y < 23; ++y) {
+                for (int x = 0; x < width; ++x) {
+                    unsigned char const *wanted =
+                        picture.getRow(y) + picture.getPixelBytes() * static_cast<std::size_t>(x);
+                    unsigned char const *got = image.constScanLine(y) + 4 * x;
+                    bool const grey = format == Fig2Qt::Picture::GREY;
+                    ASSERT_EQ(got[0], wanted[0]);
+                    ASSERT_EQ(got[1], wanted[grey ? 0 : 1]);
+                    ASSERT_EQ(got[2], wanted[grey ? 0 : 2]);
+                    ASSERT_EQ(got[3], format == Fig2Qt::Picture::ALPHA ? wanted[3] : 255);
+                }
+            }
+        }
+    }
 }
 
 TEST(PictureInAFile, HasAResolutionThatIsOne)
