@@ -371,6 +371,32 @@ TEST(ImageDataBlocks, ofVersion3HaveAScaleThatDoesNotCount)
     EXPECT_FALSE(hasScale(read, &histogram));
 }
 
+TEST(ImageDataBlocks, ofEveryVersionEndWhereTheNextBegin)
+{
+    for (unsigned int version = 1; version <= 5; ++version) {
+        SCOPED_TRACE(version);
+        BlockCrafter crafter = head(version);
+        if (version < 5)
+            addCamera(crafter, 1);
+        else
+            crafter.block(1, Payload().b(false).b(true).b(false));
+        if (version >= 2)
+            addMasks(crafter);
+        if (version >= 4)
+            crafter.block(1, Payload().b(true));
+        if (version >= 3)
+            addScale(crafter);
+        addEmptyObject(crafter, "behind");
+        ImageDataObject behind("");
+        auto const loadBoth = [&](IO::InStream &stream) {
+            ImageData().load(&stream);
+            behind.load(&stream);
+        };
+        Support::readFrom(crafter.bytes(), loadBoth);
+        EXPECT_EQ(behind.getId(), "behind");
+    }
+}
+
 TEST(ImageDataBlocks, ofVersion4SayMoreOfCameraAndScale)
 {
     for (unsigned int innerVersion : {1U, 2U, 3U}) {

@@ -222,6 +222,35 @@ TEST_F(ImageMarks, moveWithTheInnerOrigin)
     EXPECT_NE(drawn().find("line 60,0 -100,0 "), std::string::npos);
 }
 
+TEST_F(ImageMarks, takeNoStepWhereThereAreNone)
+{
+    for (Painter::Mode_t mode : {0, 1, 7}) {
+        EXPECT_EQ(drawn(0, mode), shown + AXES);
+        EXPECT_TRUE(finished);
+    }
+}
+
+TEST_F(ImageMarks, comeInStepsInEveryModeButZero)
+{
+    addMarker("a");
+    for (Painter::Mode_t mode : {-1, 1, 7}) {
+        EXPECT_EQ(drawn(0, mode), shown);
+        EXPECT_FALSE(finished);
+        EXPECT_EQ(drawn(1, mode), marker("#b43838ff"));
+        EXPECT_FALSE(finished);
+    }
+}
+
+TEST_F(ImageMarks, areCountedAnewWhenADrawingBeginsAnew)
+{
+    addMarker("a");
+    drawn(0, 1);
+    addMarker("b")->setVisualisation(coloured(Color(0, 0, 2)));
+    EXPECT_EQ(drawn(0, 1), shown);
+    EXPECT_EQ(drawn(2, 1), marker("#000002ff"));
+    EXPECT_FALSE(finished);
+}
+
 TEST_F(ImageMarks, comeOneStepAfterTheOther)
 {
     addPoints(data, "b", 1200);
@@ -356,6 +385,15 @@ TEST_F(ImageAxes, comeLast)
     EXPECT_EQ(arrows(drawn(0, 1)), 0U);
     EXPECT_EQ(arrows(drawn(1, 1)), 0U);
     EXPECT_EQ(arrows(drawn(2, 1)), 3U);
+}
+
+TEST_F(ImageAxes, moveWithTheInnerOrigin)
+{
+    setScaling(4);
+    image.setInnerOrigin({30, 20});
+    update();
+    // The pixel 5,5 is at 10 - 30 + 20, 20 - 20 + 20.
+    EXPECT_NE(drawn().find("clip 10,20 110,20 110,80 10,80\nline 0,20 "), std::string::npos);
 }
 
 TEST_F(ImageAxes, areLeftOutForDataWithoutASpace)
@@ -601,6 +639,8 @@ TEST_F(SnapshotConnectors, areDrawnWhenTheLabelStandsOnTheImage)
     EXPECT_TRUE(leadsTo({35, 15}));
     label->setOrigin({0, 0});
     EXPECT_TRUE(leadsTo({-30, -30}));
+    label->setOrigin({33, 23}); // near a corner, with a line that stays on the image
+    EXPECT_TRUE(leadsTo({25, 15}));
 }
 
 TEST_F(SnapshotConnectors, areCollectedFromLabelsWithAFixedPoint)

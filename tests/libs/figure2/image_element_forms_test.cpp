@@ -155,6 +155,8 @@ TEST(ImageBlocks, ofEveryOlderVersionAreRead)
         EXPECT_EQ(std::unique_ptr<Image>(image.copy())->getImportedMeasurements(), none);
         EXPECT_EQ(std::unique_ptr<Image>(image.copy())->getImportedVectorFields(), none);
         EXPECT_EQ(image.getVisualisations().size(), version >= 5 ? 2U : 1U);
+        std::string const configured = "1:18 "; // the block of one label configuration
+        EXPECT_EQ(Support::blocksOf(Support::blockForm(image)).find(configured) != std::string::npos, version >= 8);
         EXPECT_EQ(contentOf(image.getVisualisation(version >= 5 ? "part" : "")), contentOf(unusualLook()));
     }
 }

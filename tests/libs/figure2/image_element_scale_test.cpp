@@ -113,6 +113,19 @@ TEST_F(ImageScale, isNoneForLegendsThatDiffer)
     expectNoScale();
 }
 
+TEST_F(ImageScale, isNoneWhateverFollowsAConflict)
+{
+    ScaleSource const first(&image, named("legend"), dataOf(1, 9));
+    {
+        ScaleSource const second(&image, named("other"), dataOf(1, 9));
+        ScaleSource const third(&image, named("legend"), dataOf(1, 9));
+        expectNoScale();
+    }
+    ScaleSource const second(&image, named("legend"), dataOf(1, 9), true);
+    ScaleSource const third(&image, named("legend"), dataOf(1, 9));
+    expectNoScale();
+}
+
 TEST_F(ImageScale, isNoneForALegendOfTolerances)
 {
     data.setLegendData(named("data"), dataOf(2, 5));
@@ -153,6 +166,8 @@ TEST_F(ImageScale, spansTheValuesOfTheLabelsOnDemand)
     expectScale(named("data"), dataOf(-1, 7, 3, 4));
     auto const third = label(dataOf(0, 1, 0, 0));
     expectScale(named("data"), dataOf(-1, 7, 3, 4));
+    auto const fourth = label(dataOf(-3, 1, 0, 0));
+    expectScale(named("data"), dataOf(-3, 7, 2, 5));
 }
 
 TEST_F(ImageScale, leavesOutLabelsThatHideOrHaveNoValues)
@@ -166,6 +181,20 @@ TEST_F(ImageScale, leavesOutLabelsThatHideOrHaveNoValues)
     auto const late = label(dataOf(-1, 3));
     late->legendData.reset();
     late->histogram.emplace(); // has a scale, but no values yet
+    expectScale(named("data"), dataOf(2, 5));
+}
+
+TEST_F(ImageScale, doesNotAskLabelsThatHaveNone)
+{
+    struct Silent : MeasuredPoint
+    {
+        bool hasLegendData() const override { return false; }
+    };
+    Silent silent;
+    silent.legendData = dataOf(-1, 3);
+    silent.connect(&image, "");
+    data.setLegendData(named("data"), dataOf(2, 5));
+    data.setCanDrawLegendColors(true);
     expectScale(named("data"), dataOf(2, 5));
 }
 
@@ -248,6 +277,25 @@ TEST_F(ImageLegendData, haveNoHistogramOverAnEmptyRange)
     only->legendData = dataOf(4, 4 * (1 + 1e-11));
     EXPECT_TRUE(ask(image));
     EXPECT_EQ(histogram, histogramOf(4, 2));
+}
+
+TEST_F(ImageLegendData, haveAHistogramFromAMillionMillionthOfTheMaximumOn)
+{
+    data.setLegendData(named("data"), dataOf(0, 1));
+    data.setCanDrawLegendColors(true);
+    auto const only = label(dataOf(0, 1));
+    only->histogram = histogramOf(4, 2);
+    auto const hasHistogram = [&](double minimum, double maximum) {
+        only->legendData = dataOf(minimum, maximum);
+        EXPECT_TRUE(ask(image));
+        return histogram.isValid();
+    };
+    EXPECT_TRUE(hasHistogram(4, 4 * (1 + 5e-12)));
+    EXPECT_FALSE(hasHistogram(-4, -4 * (1 - 1e-13)));
+    EXPECT_TRUE(hasHistogram(-4, -4 * (1 - 5e-12)));
+    // Around zero there is no share of the maximum.
+    EXPECT_FALSE(hasHistogram(-1e-50, 0));
+    EXPECT_TRUE(hasHistogram(-1e-49, 0));
 }
 
 TEST_F(ImageLegendData, haveNoHistogramWhereCountsCannotBeAddedUp)

@@ -141,6 +141,19 @@ TEST_F(ImageElementTest, showsAPartOfAPictureThatIsTooLarge)
     EXPECT_EQ(bounds.second, Point(60, 60));
 }
 
+TEST_F(ImageElementTest, boundsTheInnerOriginByTheRoomWithinTheBorder)
+{
+    update(); // the picture of 80 x 60 mm fits
+    EXPECT_EQ(image.getInnerOriginBounds().second, Point(0, 0));
+    setScaling(2);
+    image.setSize({50, 100});
+    image.setBorder(LineStyle(2.0, LineStyle::STYLE_FULL, Color()));
+    update();
+    // The width of 80 mm less that between the borders; nothing of the height is hidden.
+    EXPECT_EQ(image.getInnerOriginBounds().second, Point(80 - image.getDrawingSize().x, 0));
+    EXPECT_LT(image.getDrawingSize().x, 50);
+}
+
 TEST_F(ImageElementTest, pullsTheInnerOriginBackToThePicture)
 {
     setScaling(4);
@@ -191,8 +204,10 @@ TEST_F(ImageElementTest, takesTheScaleOneWithoutAPicture)
 TEST_F(ImageElementTest, hasNoScaleWithoutRoom)
 {
     image.setSize({0, 60});
+    image.setInnerOrigin({7, 8});
     update();
     EXPECT_EQ(image.getScaling(), 0.0);
+    EXPECT_EQ(image.getInnerOrigin(), Point(0, 0));
     image.setSize({0.1, 60});
     image.setBorder(LineStyle(1.0, LineStyle::STYLE_FULL, Color()));
     update();
@@ -208,6 +223,22 @@ TEST_F(ImageElementTest, takesTheSizeOfASnapshotsPage)
     update();
     EXPECT_EQ(image.getScaling(), 0.5);
     EXPECT_EQ(image.getInnerElementSize(), Point(100, 30));
+}
+
+TEST_F(ImageElementTest, keepsScaleAndInnerOriginOverAPageWithoutWidthOrHeight)
+{
+    auto *figure = new Figure;
+    tokens.addSnapshot("frozen").setFigure(figure);
+    image.setToken("frozen");
+    for (BaVec2d<double> const &size : {BaVec2d<double>(0, 30), BaVec2d<double>(40, 0)}) {
+        figure->setSize(size);
+        image.setAutoScale(true);
+        image.setScaling(5);
+        image.setInnerOrigin({700, 800});
+        update();
+        EXPECT_EQ(image.getScaling(), 5.0);
+        EXPECT_EQ(image.getInnerOrigin(), Point(700, 800));
+    }
 }
 
 TEST_F(ImageElementTest, takesTheSizeOfThePictureBeforeThatOfTheSnapshot)
@@ -255,6 +286,26 @@ TEST_F(ImageElementTest, updatesWhereTheLinesOfItsLabelsBegin)
     EXPECT_TRUE(polygon.isInPolygon({41.99, 229.99}));
     EXPECT_FALSE(polygon.isInPolygon({37.9, 229.99}));
     EXPECT_EQ(Support::text(image.getDragPolygon()), "10,20 110,20 110,80 10,80");
+}
+
+TEST_F(ImageElementTest, updatesTheFullWidthOfASlantingLine)
+{
+    auto *object = new ImageDataObject("part");
+    object->setConnectorPoint({10, 5}); // 40,30 on the page
+    data.addObject(object);
+    Label label;
+    label.setOrigin({340, 430});
+    label.setConnectorStyle(LineStyle(10.0, LineStyle::STYLE_FULL, Color()));
+    label.connect(&image, "part");
+    update();
+    // 300 mm to the left and 400 up: the line ends 4 mm to each side and 3 mm up and down.
+    EXPECT_EQ(Rect(image.getUpdatePolygon()), Rect(10, 20, 334, 413));
+
+    // Without a way there is no direction, and the line is a point.
+    label.setOrigin({40, 30});
+    image.invalidate();
+    update();
+    EXPECT_EQ(Rect(image.getUpdatePolygon()), Rect(10, 20, 100, 60));
 }
 
 TEST_F(ImageElementTest, isDueWhenItsDataHaveChanged)
@@ -348,6 +399,14 @@ TEST_F(ImageDragTest, worksInTheAxesOfATurnedElement)
     EXPECT_TRUE(image.dragPointMove(0, corner + Point(0, -5))); // 5 mm along its x axis
     EXPECT_NEAR(image.getInnerOrigin().x, 35, 1e-9);
     EXPECT_NEAR(image.getInnerOrigin().y, 20, 1e-9);
+}
+
+TEST_F(ImageDragTest, measuresTheWayFromTheCornerOfTheLastUpdate)
+{
+    image.setOrigin({65, 50}); // the upper left corner is at 15,20 now
+    EXPECT_TRUE(image.dragPointMove(0, {15, 23}));
+    EXPECT_EQ(image.getSize(), Point(100, 57));
+    EXPECT_EQ(image.getInnerOrigin(), Point(35, 23));
 }
 
 TEST_F(ImageDragTest, scalesThePictureAlong)

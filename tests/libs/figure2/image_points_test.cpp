@@ -153,6 +153,8 @@ TEST_F(ImagePointsTest, areChosenByTheirMasks)
     EXPECT_EQ(drawn(look), dot("15,30") + dot("20,30"));
     look.setPointMask(4);
     EXPECT_EQ(drawn(look), dot("15,30"));
+    look.setPointMask(6); // one of its bits is enough
+    EXPECT_EQ(drawn(look), dot("15,30"));
     look.setPointMask(2);
     EXPECT_EQ(drawn(look), "");
 }
@@ -179,6 +181,14 @@ TEST_F(ImagePointsTest, haveALeastHeadEvenWhenItIsLongerThanTheVector)
     EXPECT_EQ(drawn(thinLook()), dot("15,30") +
                                      "polygon 14.8181,29.8974 15.1,30 14.8181,30.1026 no pen fill #b43838ff\n" +
                                      "line 15,30 14.815,30 pen 0.05 full #b43838ff sharp\n");
+}
+
+TEST_F(ImagePointsTest, limitAHeadThatIsJustAboveTheLeast)
+{
+    add({10, 20, 0}, {0.2, 0, 0});
+    Look look = thinLook();
+    look.setVectorLineWidth(0.0625); // a head of 0.3125 mm at a vector of 0.1 mm, which ends 0.095 mm before the tip
+    EXPECT_NE(drawn(look).find("line 15,30 15.005,30 pen 0.0625 "), std::string::npos);
 }
 
 TEST_F(ImagePointsTest, haveHeadsWhateverTheArrowModeSays)
