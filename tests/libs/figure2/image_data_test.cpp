@@ -284,6 +284,29 @@ TEST(ImageData, scalesObjectsConnectorPointsAndTransformation)
     EXPECT_EQ(image, BaVec2d<double>(2, 3));
 }
 
+TEST(ImageData, deletesOnlyATransformationThatIsReplaced)
+{
+    struct Mortal : FlatTransformation
+    {
+        explicit Mortal(int *deaths) : deaths_(deaths) {}
+        ~Mortal() override { ++*deaths_; }
+        int *deaths_;
+    };
+    int deaths = 0;
+    {
+        ImageData data;
+        auto *first = new Mortal(&deaths);
+        data.setTransformation(first);
+        data.setTransformation(first);
+        EXPECT_EQ(deaths, 0);
+        data.setTransformation(new Mortal(&deaths));
+        EXPECT_EQ(deaths, 1);
+        data.clear();
+        EXPECT_EQ(deaths, 1);
+    }
+    EXPECT_EQ(deaths, 2);
+}
+
 TEST(ImageData, isClearedButForItsTransformation)
 {
     std::string log;
