@@ -371,6 +371,21 @@ TEST(ImageDataBlocks, ofVersion3HaveAScaleThatDoesNotCount)
     EXPECT_FALSE(hasScale(read, &histogram));
 }
 
+TEST(ImageDataBlocks, areRefusedWithNewerPartsOfTheirOwn)
+{
+    auto const withParts = [](unsigned int transformation, unsigned int masks, unsigned int legend) {
+        BlockCrafter crafter = head(6);
+        crafter.block(transformation, Payload().b(false).b(true).b(false));
+        crafter.block(masks, Payload().u(0)).block(legend, Payload().b(true).b(false));
+        return addHistogram(addScale(crafter)).bytes();
+    };
+    ImageData read;
+    EXPECT_EQ(loadError(read, withParts(1, 1, 2)), "nothing thrown");
+    EXPECT_EQ(loadError(read, withParts(2, 1, 2)), "wrong block version");
+    EXPECT_EQ(loadError(read, withParts(1, 2, 2)), "wrong block version");
+    EXPECT_EQ(loadError(read, withParts(1, 1, 3)), "wrong block version");
+}
+
 TEST(ImageDataBlocks, ofEveryVersionEndWhereTheNextBegin)
 {
     for (unsigned int version = 1; version <= 5; ++version) {

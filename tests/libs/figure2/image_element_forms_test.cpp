@@ -215,6 +215,34 @@ TEST(ImageBlocks, areRefusedWithTheTextOfImages)
     }
 }
 
+TEST(ImageBlocks, areRefusedWithNewerListsOfLooksOrConfigurations)
+{
+    auto const withLists = [](unsigned int looksVersion, unsigned int configurationsVersion) {
+        BlockCrafter crafter = CraftedElement().blocks(10);
+        crafter.block(1, Payload().b(true).d(0.5).u(1).u(1).v(8, 9)).block(10, imageFields(10));
+        crafter.block(3, Payload().s("camera"));
+        addSettings(crafter).block(looksVersion, Payload().u(0)).block(configurationsVersion, Payload().u(0));
+        return crafter.bytes();
+    };
+    Image image;
+    EXPECT_EQ(loadError(image, withLists(1, 1)), "nothing thrown");
+    EXPECT_EQ(loadError(image, withLists(2, 1)), "wrong block version");
+    EXPECT_EQ(loadError(image, withLists(1, 2)), "wrong block version");
+}
+
+TEST(ImageBlocks, replaceWhatWasImported)
+{
+    Image image;
+    ASSERT_EQ(loadError(image, crafted(5, 7).bytes()), "nothing thrown");
+    ASSERT_EQ(image.getImportedMeasurements().size(), 2U);
+    ASSERT_EQ(loadError(image, crafted(10, 10).bytes()), "nothing thrown");
+    EXPECT_TRUE(image.getImportedMeasurements().empty());
+    EXPECT_TRUE(image.getImportedVectorFields().empty());
+    ASSERT_EQ(loadError(image, crafted(7, 10).bytes()), "nothing thrown");
+    MeasuredPoint label;
+    EXPECT_FALSE(image.getImageLabelConfiguration(&label));
+}
+
 TEST(ImageLabelConfigurations, configureLabelsOfTheirType)
 {
     MeasuredPoint configured;

@@ -114,6 +114,12 @@ TEST_F(ImagePointsTest, cutAVectorAtTheRimAndGiveItNoHead)
     EXPECT_EQ(drawn(thinLook()), dot("15,30") + "line 15,30 110,30 pen 0.05 full #b43838ff sharp\n");
 }
 
+TEST_F(ImagePointsTest, areADotOnTheRimWhereTheVectorLeadsOut)
+{
+    add({200, 20, 0}, {10, 0, 0}); // from 110,30, on the right rim
+    EXPECT_EQ(drawn(thinLook()), dot("110,30"));
+}
+
 TEST_F(ImagePointsTest, whoseFootIsOutsideAreNotDrawn)
 {
     add({-10, 20, 0}, {20, 0, 0});
