@@ -284,6 +284,18 @@ TEST(ImageData, scalesObjectsConnectorPointsAndTransformation)
     EXPECT_EQ(image, BaVec2d<double>(2, 3));
 }
 
+TEST(ImageData, deletesAnObjectThatItRemoves)
+{
+    std::string log;
+    ImageData data;
+    auto *object = new ImageDataObject("a");
+    object->addElement(new Probe(&log));
+    data.addObject(object);
+    data.removeObject("a");
+    EXPECT_EQ(log, "deleted ");
+    EXPECT_FALSE(data.objectExists("a"));
+}
+
 TEST(ImageData, deletesOnlyATransformationThatIsReplaced)
 {
     struct Mortal : FlatTransformation

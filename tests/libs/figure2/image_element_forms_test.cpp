@@ -259,6 +259,17 @@ TEST(ImageLabelConfigurations, configureLabelsOfTheirType)
     EXPECT_FALSE(image.getImageLabelConfiguration(&other));
 }
 
+TEST(ImageLabelConfigurations, countInTheSizeOfTheImage)
+{
+    MeasuredPoint const configured;
+    std::ostringstream text;
+    configured.saveToStream(text);
+    Image image;
+    auto const empty = image.getEstimatedObjectSize();
+    image.setImageLabelConfiguration(&configured);
+    EXPECT_EQ(image.getEstimatedObjectSize(), empty + 4 + 2 * text.str().size());
+}
+
 TEST(ImageLabelConfigurations, areStoredInBlocksAndNotCopied)
 {
     MeasuredPoint configured;

@@ -98,6 +98,7 @@ TEST(Image, isTheLargerTheMoreItHolds)
     unsigned int const empty = image.getEstimatedObjectSize();
     image.setVisualisation("abc", ImageDataVisualisation(false));
     EXPECT_EQ(image.getEstimatedObjectSize(), empty + 96 + 6);
+    EXPECT_EQ(empty, image.AlignedElement::getEstimatedObjectSize() + 384);
 }
 
 TEST_F(ImageElementTest, fitsThePictureIntoItself)
