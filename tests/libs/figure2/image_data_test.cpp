@@ -154,6 +154,7 @@ TEST(ImageDataObject, isCopiedWithItsOwnTokens)
     ImageDataObject object("part");
     auto *container = new TokenContainer;
     object.setTokenContainer(container);
+    object.setTokenContainer(container); // is not one before itself
     object.setTokenInterface(container);
     ImageDataObject const own(object);
     EXPECT_NE(own.getTokenContainer(), container);

@@ -100,6 +100,14 @@ TEST_F(ImageDrawing, hasABackgroundOfItsOwn)
                            "camera//1/both" + NORMAL + UNCLIP + AXES);
 }
 
+TEST_F(ImageDrawing, hasABorderOfItsOwn)
+{
+    image.setBorder(LineStyle(2.0, LineStyle::STYLE_FULL, Color(1, 2, 3)));
+    update();
+    std::string const calls = drawn();
+    EXPECT_LT(calls.find(" pen 2 full #010203ff"), calls.find("image "));
+}
+
 TEST_F(ImageDrawing, turnsWithTheElement)
 {
     image.setAngle(0.5);

@@ -349,6 +349,17 @@ TEST_F(ImageElementTest, isDueWhenItLosesItsToken)
     EXPECT_TRUE(image.isDataValid(stage, &tokens));
 }
 
+TEST_F(ImageElementTest, hasNoDataWithoutATokenWhateverIsLent)
+{
+    tokens.addImage("").setImage(&picture);
+    image.setToken("");
+    update();
+    EXPECT_EQ(image.getInnerElementSize(), Point(0, 0));
+    EXPECT_TRUE(image.isDataValid(stage, &tokens));
+    tokens.touch("");
+    EXPECT_TRUE(image.isDataValid(stage, &tokens));
+}
+
 TEST_F(ImageElementTest, followsASnapshotToo)
 {
     tokens.addSnapshot("frozen");
@@ -464,6 +475,11 @@ TEST(SnapshotData, updatesItsFigureOnce)
     snapshot.setFigure(figure);
     EXPECT_EQ(snapshot.getFigure(), figure);
     EXPECT_GT(tokens.asked, asked);
+
+    int const due = tokens.asked; // another update finds nothing that is due
+    snapshot.setFigure(figure);
+    EXPECT_EQ(snapshot.getFigure(), figure);
+    EXPECT_EQ(tokens.asked, due);
 }
 
 TEST(SnapshotData, keepsItsColourScale)
