@@ -237,6 +237,24 @@ TEST_F(ImageLabelUpdate, takesTheLookOf3DFirst)
     EXPECT_EQ(calls(), "configure P1\nupdate P1\n");
 }
 
+TEST_F(ImageLabelUpdate, ofAClassWithout3DTakesNoLookFromThere)
+{
+    struct FlatPoint : MeasuredPoint
+    {
+        bool canLinkTo3D() const override { return false; }
+    };
+    label->setLinkTo3D(true);
+    std::string const linked = Support::blockForm(*label);
+    label = new FlatPoint;
+    figure.getRoot()->addChild(label);
+
+    // As a file may hold it.
+    Support::loadBlocks(*label, linked);
+
+    EXPECT_TRUE(label->getLinkTo3D());
+    EXPECT_EQ(calls(), "update P1\n");
+}
+
 TEST_F(ImageLabelUpdate, ofAHiddenLabelTakesTheLookAlone)
 {
     label->setLinkTo3D(true);
@@ -379,6 +397,18 @@ TEST_F(ImageLabelValues, ofAnUnknownThingAreLookedForElsewhere)
     tokens.set("x", Value(QString("figure")));
 
     EXPECT_EQ(resolved(), "figure");
+}
+
+TEST_F(ImageLabelValues, thatTheirSourcesDoNotHaveAreLookedForElsewhere)
+{
+    connectLabel();
+    keep("kept");
+    label->further = &further;
+    further.set("z", Value(QString("further")));
+    tokens.set("y", Value(QString("figure")));
+    label->setText("$x$ $y$ $z$");
+
+    EXPECT_EQ(resolved(), "kept&nbsp;figure&nbsp;further");
 }
 
 TEST_F(ImageLabelValues, countTheChangesOfTheirSourceToo)

@@ -316,6 +316,18 @@ TEST(LogoText, thatIsCutLeavesThePicture)
     EXPECT_EQ(greyPixels(read), "5 200 ");
 }
 
+TEST(LogoText, whosePictureIsNoneFailsAndLeavesThePicture)
+{
+    std::string text = textForm(Logo());
+    text.replace(text.size() - 2, 2, "1 0 AAAA 0 ");
+    Logo read;
+    read.setImage(greyPicture().copy(true));
+
+    EXPECT_FALSE(loadText(read, text));
+
+    EXPECT_EQ(greyPixels(read), "5 200 ");
+}
+
 class LogoParameters : public testing::Test
 {
 protected:
