@@ -202,10 +202,15 @@ Logo loadOldColours(unsigned int version, std::string const &pixel, bool alphaFl
     return read;
 }
 
-Color firstPixel(Logo const &logo)
+Color pixelOf(Logo const &logo, unsigned int x, unsigned int y)
 {
     auto const *picture = dynamic_cast<ImageColor const *>(logo.getImage());
-    return picture ? picture->getPixel(0, 0) : Color(1, 2, 3, 4);
+    return picture ? picture->getPixel(x, y) : Color(1, 2, 3, 4);
+}
+
+Color firstPixel(Logo const &logo)
+{
+    return pixelOf(logo, 0, 0);
 }
 
 TEST(OldLogoPictures, ofColoursAreJpegs)
@@ -228,6 +233,8 @@ TEST(OldLogoPictures, withoutAlphaFlagShowNothingWhereTheyAreWhite)
     Logo const black = loadOldColours(1, std::string(3, '\0'), false);
 
     EXPECT_EQ(firstPixel(white), Color(255, 255, 255, 0));
+    EXPECT_EQ(pixelOf(white, 7, 0), Color(255, 255, 255, 0));
+    EXPECT_EQ(pixelOf(white, 0, 7), Color(255, 255, 255, 0));
     EXPECT_TRUE(white.getImage()->hasAlphaChannel());
     EXPECT_EQ(firstPixel(black), Color(0, 0, 0, 255));
 }

@@ -301,7 +301,11 @@ TEST(TransformationBlocks, ofAScaledImage)
     expected.add([&](IO::OutStream &stream) { Transformation::saveStream(&stream, &inner); });
 
     EXPECT_EQ(blocks(scaled), expected.bytes());
-    EXPECT_EQ(Support::blocksOf(blocks(ScaledImageTransformation())), "1:4 1:1 1:9 ");
+    EXPECT_EQ(blocks(ScaledImageTransformation()), BlockCrafter()
+                                                       .block(1, Payload().u(1))
+                                                       .block(1, Payload().b(false))
+                                                       .block(1, Payload().b(false).d(INFINITE))
+                                                       .bytes());
 }
 
 TEST(TransformationBlocks, areReadAsTheyWereWritten)
