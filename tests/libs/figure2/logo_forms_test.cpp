@@ -310,6 +310,20 @@ TEST(LogoText, bringsThePictureBack)
     EXPECT_EQ(read.getImage(), nullptr);
 }
 
+TEST(LogoText, holdsTheAlphaFlagBesideThePicture)
+{
+    Logo opaque;
+    opaque.setImage(new ImageColor(3, 2));
+    std::string text = textForm(opaque);
+    ASSERT_TRUE(text.ends_with(" 0 "));
+    text[text.size() - 2] = '1';
+    Logo read;
+
+    EXPECT_TRUE(loadText(read, text));
+
+    EXPECT_TRUE(read.getImage()->hasAlphaChannel());
+}
+
 TEST(LogoText, thatIsCutLeavesThePicture)
 {
     Logo logo;
