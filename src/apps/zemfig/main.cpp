@@ -37,6 +37,7 @@ int main(int argc, char **argv)
     addPlotVerb(&app, &run);
     addOverlayVerb(&app, &run);
     addScaleVerb(&app, &run);
+    addCameraVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
     try {

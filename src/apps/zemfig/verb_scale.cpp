@@ -1,10 +1,9 @@
 #include "verbs.h"
 
 #include "cli.h"
-#include "page_schema.h"
+#include "settings.h"
 
 #include <ZemMeasProject.h>
-#include <ZemParse.h>
 
 #include <memory>
 
@@ -20,39 +19,13 @@ struct ScaleArguments
     std::vector<std::string> settings;
 };
 
-/// The entry of a parameter string for a value as a user types it.
-QString entryOf(Parameter const &parameter, QString const &value)
-{
-    if (parameter.kind == ParameterKind::Text)
-        return Parse::createString(parameter.key, value);
-    return QStringLiteral("%1 = %2\n").arg(parameter.key, value);
-}
-
-void change(ColorScale *scale, QString const &setting)
-{
-    qsizetype const equals = setting.indexOf(QLatin1Char('='));
-    if (equals <= 0)
-        throw UsageError(QStringLiteral("a setting is KEY=VALUE, not '%1'").arg(setting));
-    QString const key = setting.left(equals);
-    std::vector<Parameter> const known = entriesOf(scale->getParameterString());
-    auto const found = findParameter(known, key);
-    if (!found)
-        throw UsageError(QStringLiteral("a colour scale has no '%1'%2").arg(key, suggestion(key, keysOf(known))));
-    QString entry = entryOf(*found, setting.mid(equals + 1));
-    try {
-        scale->createFromParameterString(entry);
-    } catch (ParamError const &error) {
-        throw UsageError(QStringLiteral("'%1': %2").arg(setting, error.getText()));
-    }
-}
-
 void scale(ScaleArguments const &arguments)
 {
     QString const name = QString::fromStdString(arguments.project);
     Project project(name, arguments.settings.empty() ? OpenMode_t::READ : OpenMode_t::WRITE);
     ColorScale scale = project.colorScale().value_or(ColorScale());
     for (std::string const &setting : arguments.settings)
-        change(&scale, QString::fromStdString(setting));
+        changeSetting(&scale, QString::fromStdString(setting), "a colour scale");
     if (!arguments.settings.empty()) {
         // Refused before it is stored: a token that the project does not have.
         applyColorScale(project, scale);

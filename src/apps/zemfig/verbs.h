@@ -16,6 +16,7 @@ void addPlaceVerb(CLI::App *app, Run *run);
 void addPlotVerb(CLI::App *app, Run *run);
 void addOverlayVerb(CLI::App *app, Run *run);
 void addScaleVerb(CLI::App *app, Run *run);
+void addCameraVerb(CLI::App *app, Run *run);
 void addShowVerb(CLI::App *app, Run *run);
 void addCheckVerb(CLI::App *app, Run *run);
 

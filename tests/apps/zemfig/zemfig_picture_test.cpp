@@ -158,6 +158,25 @@ TEST_F(PicturePlace, putsPixelsAndMarksWhereTheyBelong)
         EXPECT_NE(marked->getPixel(static_cast<unsigned int>(957 + dx), static_cast<unsigned int>(635 + dy)), mark);
 }
 
+TEST_F(PicturePlace, changesTheCameraOfAView)
+{
+    auto const camera = [this](QStringList const &more) {
+        return place.zemfig(QStringList{"camera", "--project", "p.zem"} + more);
+    };
+    ASSERT_EQ(place.zemfig({"import", "--pictures", "a.tif", "--project", "p.zem"}).exitCode, 0);
+    EXPECT_TRUE(contains(camera({}).output, "width = 40\nheight = 30\nimage_distance = (1e+06, 1e+06)\n"));
+    EXPECT_EQ(camera({"--plane", "2", "--origin", "5", "25", "--upwards"}).exitCode, 0);
+    EXPECT_TRUE(contains(camera({}).output, "image_distance = (2e+06, 2e+06)\nprincipal_point = (5, 25)\n"));
+    EXPECT_EQ(camera({"radial=(0.1, 0, 0)"}).exitCode, 0);
+    EXPECT_TRUE(contains(camera({}).output, "radial = (0.1, 0, 0)\n")) << camera({}).output;
+    CommandResult const size = camera({"width=41"});
+    EXPECT_EQ(size.exitCode, 2);
+    EXPECT_TRUE(contains(size.errors, "41 x 30 pixels, but view 'camera' has 40 x 30 pixels")) << size.errors;
+    CommandResult const key = camera({"widht=41"});
+    EXPECT_EQ(key.exitCode, 1);
+    EXPECT_TRUE(contains(key.errors, "a camera has no 'widht' (did you mean 'width'?)")) << key.errors;
+}
+
 TEST_F(PicturePlace, isToldWhatIsWrongWithItsTables)
 {
     auto const problem = [this](QByteArray const &tables) {
@@ -191,7 +210,7 @@ TEST_F(PicturePlace, showsLabelsOfWhatIsMeasured)
     EXPECT_EQ(place.zemfig({"check", "page.figure.toml"}).output, "page.figure.toml: good\n");
     CommandResult const result = place.zemfig({"render", "page.figure.toml", "-o", "page.svg"});
     EXPECT_EQ(result.exitCode, 0) << result.errors;
-    EXPECT_TRUE(contains(place.read("page.svg").toStdString(), ">20.0<"));
+    EXPECT_TRUE(contains(place.read("page.svg").toStdString(), ">20.0"));
     ASSERT_EQ(place.zemfig({"convert", "page.figure.toml", "-o", "page.fig"}).exitCode, 0);
     ASSERT_EQ(place.zemfig({"convert", "page.fig", "-o", "back.figure.toml"}).exitCode, 0);
     EXPECT_TRUE(contains(place.read("back.figure.toml").toStdString(), "label = \"line\""));
