@@ -51,7 +51,7 @@ public:
     virtual bool getObjectPoint(QString const &id, BaVec2d<double> const &imagePoint,
                                 BaVec3d<double> *objectPoint) const = 0;
     /// The figures learn that measured things have come, gone or changed; an id, or empty for all.
-    virtual void measurementsChanged(QString const &id) const = 0;
+    virtual void measurementsChanged(QString const &id) = 0;
 
     /// The interface of the figure that the element is in; null without figure or interface.
     static ImageInterface *getInterface(Element const *element);

@@ -4,6 +4,7 @@
 #include "ZemFig2Painter.h"
 #include "ZemFig2Tools.h"
 #include "ZemFig2Transformation.h"
+#include "fig_motion.h"
 #include "fig_parameters.h"
 #include "fig_text_form.h"
 
@@ -30,13 +31,6 @@ double depthOf(BaVec3d<double> const &point, Zem::Transformation motion)
 {
     motion.prepend(Zem::Transformation(point, {0.0, 0.0, 0.0}, 1.0));
     return motion.getTranslation().z;
-}
-
-/// The rigid motion of a transformation that must not be changed: only that of a copy can be asked for.
-Zem::Transformation motionOf(Transformation const &transformation)
-{
-    std::unique_ptr<Transformation> const own(transformation.copy());
-    return own ? own->getTransformation() : Zem::Transformation();
 }
 
 BaVec2d<double> directionOf(BaVec2d<double> const &vector)

@@ -40,8 +40,7 @@ bool ImageDataObjectLabel::drawImageElement(Painter *painter, ImageLabelTransfor
                                             Rotation const &rotation, ImageBase const *image, int step) const
 {
     BaVec2d<double> const origin = image->computeImageDrawingOrigin();
-    Legend2::LegendHandler legend(&image->getComputedLegend(), &image->getComputedLegendData());
-    legend.setToleranceMode(false);
+    Legend2::LegendHandler const legend(&image->getComputedLegend(), &image->getComputedLegendData());
     bool const hasOwnLook = !(object_.getVisualisation() == ImageDataVisualisation::NONE);
     ImageDataVisualisation const look =
         hasOwnLook ? object_.getVisualisation() : image->getVisualisation(object_.getId());

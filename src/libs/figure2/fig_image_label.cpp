@@ -7,6 +7,7 @@
 #include "ZemFig2Painter.h"
 #include "ZemFig2Rotation.h"
 #include "fig_loan.h"
+#include "fig_motion.h"
 #include "fig_value.h"
 
 #include <ZemError.h>
@@ -43,8 +44,7 @@ Transformation *ImageLabelTransformation::copy() const
 
 Zem::Transformation ImageLabelTransformation::getTransformation()
 {
-    // Of a copy: only one that may be changed tells its motion.
-    return std::unique_ptr<Transformation>(transformation_->copy())->getTransformation();
+    return motionOf(*transformation_);
 }
 
 bool ImageLabelTransformation::computeImagePoint(BaVec3d<double> const &point, BaVec2d<double> *image) const

@@ -157,6 +157,8 @@ std::unique_ptr<Zem::Image> readPicture(TextReader &reader)
     std::unique_ptr<Zem::Image> picture = unpackPicture(packed);
     if (!picture)
         reader.fail();
+    if (auto *color = dynamic_cast<ImageColor *>(picture.get()))
+        color->setHasAlphaChannel(packed.alphaChannel);
     return picture;
 }
 

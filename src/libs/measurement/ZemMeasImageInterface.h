@@ -45,7 +45,7 @@ public:
     /// The place of the point of the set that is shown nearest to `imagePoint`.
     bool getObjectPoint(QString const &id, BaVec2d<double> const &imagePoint,
                         BaVec3d<double> *objectPoint) const override;
-    void measurementsChanged(QString const &id) const override;
+    void measurementsChanged(QString const &id) override;
 
 private:
     class Values;

@@ -361,7 +361,7 @@ bool ProjectImageInterface::getObjectPoint(QString const &id, BaVec2d<double> co
     return std::isfinite(nearest);
 }
 
-void ProjectImageInterface::measurementsChanged(QString const &id) const
+void ProjectImageInterface::measurementsChanged(QString const &id)
 {
     measurementDeleted(id);
 }

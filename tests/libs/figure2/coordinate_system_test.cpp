@@ -218,6 +218,12 @@ TEST_F(CoordinateSystemTest, turnsItsArrowsAndKeepsLettersUprightAtTheirEnds)
         << calls;
 }
 
+TEST_F(CoordinateSystemTest, putsLettersBeyondTheTurnedEnds)
+{
+    // Half a turn about the corner: x runs to the left from -60,-60 to -80,-60, the letter's centre is at -83.5,-60.
+    EXPECT_NE(drawn(cameraAbove(), NO_CLIP, Rotation({0, 0}, PI)).find("text -84.5,-62.5 'x' "), std::string::npos);
+}
+
 TEST_F(CoordinateSystemTest, drawsWithItsWidthAndFont)
 {
     system.setWidth(1);

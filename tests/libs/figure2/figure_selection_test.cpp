@@ -261,6 +261,19 @@ TEST(FigureHit, passesOverLabelsThatHideWithoutConnectors)
     EXPECT_EQ(figure.getElementAt({10, 10}), label);
 }
 
+TEST(FigureHit, isALabelWithoutConnectorsToo)
+{
+    Figure figure;
+    auto *label = new Label;
+    label->setAutoSize(false);
+    label->setSize({4, 4});
+    label->setOrigin({10, 10});
+    figure.getRoot()->addChild(label);
+    label->update(StageIdentifier(1), nullptr, nullptr);
+
+    EXPECT_EQ(figure.getElementAt({10, 10}), label);
+}
+
 TEST(FigureBounds, leaveARimOfAThousandth)
 {
     Figure figure;

@@ -99,12 +99,17 @@ TEST(ImageDataVisualisation, refusesANegativeVectorLineWidthAndKeepsTheOldOne)
 
 TEST(ImageDataVisualisation, callsARefusalFatal)
 {
-    try {
-        Look(false).setVectorScaling(-1.0);
-        FAIL();
-    } catch (ProgError const &error) {
-        EXPECT_TRUE(error.isFatal());
-    }
+    auto const isFatal = [](auto const &refused) {
+        try {
+            refused();
+        } catch (ProgError const &error) {
+            return error.isFatal();
+        }
+        return false;
+    };
+
+    EXPECT_TRUE(isFatal([] { Look(false).setVectorScaling(-1.0); }));
+    EXPECT_TRUE(isFatal([] { Look(false).setVectorLineWidth(-1.0); }));
 }
 
 TEST(ImageDataVisualisation, takesAnyMarkerSize)

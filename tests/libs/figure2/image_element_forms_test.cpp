@@ -257,6 +257,12 @@ TEST(ImageLabelConfigurations, configureLabelsOfTheirType)
     EXPECT_EQ(label.getMargin(), 3.5);
     MeasuredPoint other(ImageLabelCreator::TYPE_LINE);
     EXPECT_FALSE(image.getImageLabelConfiguration(&other));
+
+    other.setMargin(7.0);
+    image.setImageLabelConfiguration(&other);
+    label.setMargin(0.0);
+    EXPECT_TRUE(image.getImageLabelConfiguration(&label));
+    EXPECT_EQ(label.getMargin(), 3.5);
 }
 
 TEST(ImageLabelConfigurations, countInTheSizeOfTheImage)

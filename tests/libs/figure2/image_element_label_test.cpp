@@ -189,6 +189,12 @@ TEST_F(RenderingOrder, refusesAnImageThatIsNone)
     EXPECT_EQ(Support::progError([&] { order(); }), "fig_figure: Image element cast failed");
 }
 
+TEST_F(RenderingOrder, refusesATypeThatThereIsNot)
+{
+    add("rectangle", new Rectangle)->setType(static_cast<Element::Type_t>(Element::NUMBER_OF_TYPES));
+    EXPECT_EQ(Support::progError([&] { order(); }), "fig_figure: type does not belong to a figure element");
+}
+
 TEST_F(RenderingOrder, takesTextLabelsOfAnImageAsTheyStand)
 {
     auto *label = add("label", new Label);

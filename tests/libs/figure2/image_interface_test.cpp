@@ -91,16 +91,19 @@ TEST_F(ImageInterfaceTest, letsGoOfItsFiguresWhenItGoes)
 {
     Figure first;
     Figure second;
+    Figure third;
     Figure moved;
     {
         TestImageInterface passing;
         first.setImageInterface(&passing);
         second.setImageInterface(&passing);
+        third.setImageInterface(&passing);
         moved.setImageInterface(&passing);
         moved.setImageInterface(&interface);
     }
     EXPECT_EQ(first.getImageInterface(), nullptr);
     EXPECT_EQ(second.getImageInterface(), nullptr);
+    EXPECT_EQ(third.getImageInterface(), nullptr);
     EXPECT_EQ(moved.getImageInterface(), &interface);
 }
 

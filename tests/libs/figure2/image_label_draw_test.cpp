@@ -3,6 +3,8 @@
 
 #include <ZemFig2ImageDataFixedShapes.h>
 #include <ZemFig2ImageDataObjectLabel.h>
+#include <ZemFig2ImageDataPoints.h>
+#include <ZemFig2ImageDataShapes.h>
 #include <ZemFig2Rectangle.h>
 
 namespace Zem::Fig2 {
@@ -73,6 +75,20 @@ TEST_F(ImageLabelDrawing, beginsAnewAfterAnInterruption)
     EXPECT_EQ(drawn(), std::string("-- 0\n") + MARK + "-- 1\n" + MARK + "-- 2\n" + MARK + LINE + BOX);
 }
 
+TEST_F(ImageLabelDrawing, beginsWithTheMarkEachTime)
+{
+    EXPECT_EQ(drawn(), drawn());
+}
+
+TEST_F(ImageLabelDrawing, isClippedToThePictureWithinTheImage)
+{
+    image->setScaling(1.0);
+    update();
+
+    // 40 x 30 in the middle of 80 x 60; the pixel 10,5 is at 40,40.
+    EXPECT_TRUE(drawn().starts_with("-- 0\nclip 30,35 70,35 70,65 30,65\nellipse 40,40 ")) << drawn();
+}
+
 TEST_F(ImageLabelDrawing, isNothingWhileHidden)
 {
     label->setVisible(false);
@@ -116,6 +132,8 @@ TEST_F(ImageLabelDrawing, ofAnUnconnectedLabelIsTheBox)
     label->disconnect(image, "");
 
     EXPECT_EQ(drawn(), std::string("-- 0\n") + BOX);
+    label->setVisible(false);
+    EXPECT_FALSE(isDrawn());
 }
 
 TEST_F(ImageLabelDrawing, turnsWithTheImage)
@@ -131,6 +149,15 @@ TEST_F(ImageLabelDrawing, turnsWithTheImage)
                            "unclip\n"
                            "line 110,34.4444 30,70 pen 0.1 full #000000ff sharp\n" +
                            BOX);
+}
+
+TEST_F(ImageLabelDrawing, turnsWithTheImageTheOtherWayRound)
+{
+    image->setAngle(-RIGHT_ANGLE);
+    update();
+
+    // The point, 20 left of and 20 above the centre, turned the other way: 20 right of and 20 above it.
+    EXPECT_EQ(ends(), "110,30 70,30 line");
 }
 
 TEST_F(ImageLabelDrawing, vanishesWithAPointOutsideThePicture)
@@ -212,7 +239,13 @@ TEST_F(ImageLabelConnector, tellsThePointThatLiesInTheBox)
 
 TEST_F(ImageLabelConnector, belongsToItsSourceAlone)
 {
+    // One that would meet the line just as well.
     MeasuredPoint other;
+    other.point = label->point;
+    other.setAutoSize(false);
+    other.setOrigin({120, 30});
+    other.setSize({20, 10});
+    other.computeDynamicData(stage, &tokens);
     BaVec2d<double> from;
     BaVec2d<double> to;
 
@@ -366,6 +399,40 @@ TEST_F(ObjectLabelDrawing, movesWithTheVisiblePart)
 
     // Pixels of 4 mm, and the picture moved by 8,4.
     EXPECT_NE(painter.transcript().find("line 2,16 42,56 "), std::string::npos);
+}
+
+TEST_F(ObjectLabelDrawing, hasTheLookOfItsMarksOrElseThatOfTheImage)
+{
+    own->getImageDataObject().clearElements();
+    own->getImageDataObject().addElement(new ImageDataPointMarker({20, 10}));
+    Support::RecordingPainter painter;
+    auto const drawnColor = [&] {
+        painter.clear();
+        own->drawElement(&tokens, &painter, 0);
+        std::size_t const place = painter.transcript().find('#');
+        return painter.transcript().substr(place, 9);
+    };
+    ImageDataVisualisation ofImage(false);
+    ofImage.setLineStyle(LineStyle(1.0, LineStyle::STYLE_FULL, Color(0, 0, 255)));
+    image->setVisualisation("", ofImage);
+    EXPECT_EQ(drawnColor(), "#0000ffff");
+
+    ImageDataVisualisation ofMarks(false);
+    ofMarks.setLineStyle(LineStyle(1.0, LineStyle::STYLE_FULL, Color(0, 255, 0)));
+    own->getImageDataObject().setVisualisation(ofMarks);
+    EXPECT_EQ(drawnColor(), "#00ff00ff");
+}
+
+TEST_F(ObjectLabelDrawing, takesAsManyStepsAsItsMarks)
+{
+    auto *points = new ImageDataPoints;
+    for (unsigned int i = 0; i <= ImageDataPoints::VECTORS_PER_DRAW_STEP; ++i)
+        points->addPoint(0, {1, 1, 0}, {0, 0, 0}, 0.0, true, 1);
+    own->getImageDataObject().addElement(points);
+    Support::RecordingPainter painter;
+
+    EXPECT_FALSE(own->draw(&tokens, &painter, 0));
+    EXPECT_TRUE(own->draw(&tokens, &painter, 1));
 }
 
 TEST_F(ObjectLabelDrawing, isNeverHitAndLeadsNowhere)

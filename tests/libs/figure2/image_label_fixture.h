@@ -58,7 +58,7 @@ public:
         return id == QStringLiteral("P1") ? &values : nullptr;
     }
     bool getObjectPoint(QString const &, BaVec2d<double> const &, BaVec3d<double> *) const override { return false; }
-    void measurementsChanged(QString const &) const override {}
+    void measurementsChanged(QString const &) override {}
 
     Support::TestTokens values; ///< of the measured thing P1
     mutable std::string calls;

@@ -157,6 +157,15 @@ TEST_F(ImageLabelForms, asTextBringTheLabelBack)
     expectAll(read);
 }
 
+TEST_F(ImageLabelForms, asTextOfATypeThatThereIsNotFail)
+{
+    std::string const text = "1 11" + textForm(label).substr(3);
+
+    EXPECT_FALSE(loadText(read, text));
+
+    EXPECT_EQ(read.getLabelType(), ImageLabelCreator::TYPE_POINT);
+}
+
 TEST_F(ImageLabelForms, asTextOfANewerVersionAreRefused)
 {
     std::string const text = "2" + textForm(label).substr(1);
@@ -289,6 +298,18 @@ TEST_F(FigureWithImageLabel, comesBack)
     EXPECT_EQ(point->getParent(), read.getRoot());
     EXPECT_EQ(point->getConnectedImage(), read.getRoot()->getChildBegin()[0]);
     EXPECT_EQ(read.getRoot()->getChildBegin()[2]->getScriptObject()->getName(), "above");
+}
+
+TEST_F(FigureWithImageLabel, ownsTheLabelsOfAGroupThatIsLoaded)
+{
+    MeasuredPointCreator const creator;
+    label->disconnect(image, "");
+
+    loadBlocks(*read.getRoot(), blockForm(*figure.getRoot()));
+
+    Element const *point = read.getRoot()->getChildBegin()[1];
+    EXPECT_EQ(point->getType(), Element::IMAGE_LABEL);
+    EXPECT_EQ(point->getFigure(), &read);
 }
 
 TEST_F(FigureWithImageLabel, keepsTheMaster)

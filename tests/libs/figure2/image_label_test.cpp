@@ -1,6 +1,7 @@
 // What an image label answers, where its values come from, and its update.
 #include "image_label_fixture.h"
 
+#include <ZemFig2CoordinateSystem.h>
 #include <ZemFig2Label.h>
 
 #include <cmath>
@@ -199,6 +200,26 @@ TEST_F(ImageLabelTransformationTest, hasTheMotionOfTheOther)
     EXPECT_EQ(onPage().getPictureTransformation(), transformation);
 }
 
+TEST_F(ImageLabelTransformationTest, carriesTheAxesOfACoordinateSystem)
+{
+    // A turn by 30 degrees about x: the depths of the ends of x, y and z are 0, 10 and 17.3.
+    constexpr double THIRTY_DEGREES = 0.5235987755982988;
+    tokens.data.setTransformation(transformation = new FlatTransformation({{}, {THIRTY_DEGREES, 0, 0}, 1.0}));
+    ImageLabelTransformation const toPage = onPage();
+    CoordinateSystem system;
+    system.setVisible(true);
+    Support::RecordingPainter painter;
+
+    system.draw(&painter, {0, 0}, 1.0, Rect(-1e6, -1e6, 2e6, 2e6), &toPage, Rotation::null);
+
+    // 20 units are 40 mm; the shaft of x ends 0.95 * 2.5 mm before 50,20.
+    std::string const calls = painter.transcript();
+    std::size_t const x = calls.find("line 10,20 47.625,20 ");
+    EXPECT_NE(x, std::string::npos) << calls;
+    EXPECT_LT(calls.find("'z'"), calls.find("'y'"));
+    EXPECT_LT(calls.find("'y'"), x);
+}
+
 TEST_F(ImageLabelTransformationTest, isNotCopied)
 {
     EXPECT_EQ(thrownText<ProgError>([this] { onPage().copy(); }),
@@ -235,6 +256,24 @@ TEST_F(ImageLabelUpdate, takesTheLookOf3DFirst)
     label->setLinkTo3D(true);
 
     EXPECT_EQ(calls(), "configure P1\nupdate P1\n");
+}
+
+TEST_F(ImageLabelUpdate, ofAClassWithout3DTakesNoLookFromThere)
+{
+    struct FlatPoint : MeasuredPoint
+    {
+        bool canLinkTo3D() const override { return false; }
+    };
+    label->setLinkTo3D(true);
+    std::string const linked = Support::blockForm(*label);
+    label = new FlatPoint;
+    figure.getRoot()->addChild(label);
+
+    // As a file may hold it.
+    Support::loadBlocks(*label, linked);
+
+    EXPECT_TRUE(label->getLinkTo3D());
+    EXPECT_EQ(calls(), "update P1\n");
 }
 
 TEST_F(ImageLabelUpdate, ofAHiddenLabelTakesTheLookAlone)
@@ -379,6 +418,30 @@ TEST_F(ImageLabelValues, ofAnUnknownThingAreLookedForElsewhere)
     tokens.set("x", Value(QString("figure")));
 
     EXPECT_EQ(resolved(), "figure");
+}
+
+TEST_F(ImageLabelValues, areThoseOfTheStage)
+{
+    connectLabel();
+    measurements.values.setAt(1, "x", Value(QString("first")));
+    measurements.values.setAt(2, "x", Value(QString("second")));
+    EXPECT_EQ(resolved(), "first");
+
+    label->computeDynamicData(StageIdentifier(2), &tokens);
+
+    EXPECT_EQ(label->getResolvedText(), "second");
+}
+
+TEST_F(ImageLabelValues, thatTheirSourcesDoNotHaveAreLookedForElsewhere)
+{
+    connectLabel();
+    keep("kept");
+    label->further = &further;
+    further.set("z", Value(QString("further")));
+    tokens.set("y", Value(QString("figure")));
+    label->setText("$x$ $y$ $z$");
+
+    EXPECT_EQ(resolved(), "kept&nbsp;figure&nbsp;further");
 }
 
 TEST_F(ImageLabelValues, countTheChangesOfTheirSourceToo)

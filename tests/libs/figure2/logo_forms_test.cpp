@@ -202,10 +202,15 @@ Logo loadOldColours(unsigned int version, std::string const &pixel, bool alphaFl
     return read;
 }
 
-Color firstPixel(Logo const &logo)
+Color pixelOf(Logo const &logo, unsigned int x, unsigned int y)
 {
     auto const *picture = dynamic_cast<ImageColor const *>(logo.getImage());
-    return picture ? picture->getPixel(0, 0) : Color(1, 2, 3, 4);
+    return picture ? picture->getPixel(x, y) : Color(1, 2, 3, 4);
+}
+
+Color firstPixel(Logo const &logo)
+{
+    return pixelOf(logo, 0, 0);
 }
 
 TEST(OldLogoPictures, ofColoursAreJpegs)
@@ -228,6 +233,8 @@ TEST(OldLogoPictures, withoutAlphaFlagShowNothingWhereTheyAreWhite)
     Logo const black = loadOldColours(1, std::string(3, '\0'), false);
 
     EXPECT_EQ(firstPixel(white), Color(255, 255, 255, 0));
+    EXPECT_EQ(pixelOf(white, 7, 0), Color(255, 255, 255, 0));
+    EXPECT_EQ(pixelOf(white, 0, 7), Color(255, 255, 255, 0));
     EXPECT_TRUE(white.getImage()->hasAlphaChannel());
     EXPECT_EQ(firstPixel(black), Color(0, 0, 0, 255));
 }
@@ -303,6 +310,20 @@ TEST(LogoText, bringsThePictureBack)
     EXPECT_EQ(read.getImage(), nullptr);
 }
 
+TEST(LogoText, holdsTheAlphaFlagBesideThePicture)
+{
+    Logo opaque;
+    opaque.setImage(new ImageColor(3, 2));
+    std::string text = textForm(opaque);
+    ASSERT_TRUE(text.ends_with(" 0 "));
+    text[text.size() - 2] = '1';
+    Logo read;
+
+    EXPECT_TRUE(loadText(read, text));
+
+    EXPECT_TRUE(read.getImage()->hasAlphaChannel());
+}
+
 TEST(LogoText, thatIsCutLeavesThePicture)
 {
     Logo logo;
@@ -312,6 +333,18 @@ TEST(LogoText, thatIsCutLeavesThePicture)
     read.setImage(greyPicture().copy(true));
 
     EXPECT_FALSE(loadText(read, text.substr(0, text.size() - 6)));
+
+    EXPECT_EQ(greyPixels(read), "5 200 ");
+}
+
+TEST(LogoText, whosePictureIsNoneFailsAndLeavesThePicture)
+{
+    std::string text = textForm(Logo());
+    text.replace(text.size() - 2, 2, "1 0 AAAA 0 ");
+    Logo read;
+    read.setImage(greyPicture().copy(true));
+
+    EXPECT_FALSE(loadText(read, text));
 
     EXPECT_EQ(greyPixels(read), "5 200 ");
 }

@@ -130,6 +130,20 @@ TEST_F(LogoTest, withoutRoomDrawsNoPicture)
     logo.setSize({0, 30});
 
     EXPECT_EQ(updatedAndDrawn().find("image"), std::string::npos);
+
+    logo.setAutoScale(false);
+    logo.setScaling(1.0);
+    EXPECT_EQ(updatedAndDrawn().find("image"), std::string::npos);
+    logo.setSize({30, 0});
+    EXPECT_EQ(updatedAndDrawn().find("image"), std::string::npos);
+}
+
+TEST_F(LogoTest, hasTheOutlineOfItsBox)
+{
+    logo.computeDynamicData(StageIdentifier(1), nullptr);
+
+    EXPECT_EQ(Rect(logo.getDragPolygon()), Rect(35, 25, 30, 30));
+    EXPECT_EQ(Rect(logo.getUpdatePolygon()), Rect(35, 25, 30, 30));
 }
 
 TEST_F(LogoTest, keepsItsScalingWithoutAPictureToFit)
@@ -153,6 +167,10 @@ TEST_F(LogoTest, boundsItsInnerOriginByWhatDoesNotShow)
 
     // 80 x 20 in 30 x 30.
     EXPECT_EQ(logo.getInnerOriginBounds(), (Bounds{{0, 0}, {50, 0}}));
+
+    // 20 x 80.
+    logo.setImage(new Image8(10, 40));
+    EXPECT_EQ(logo.getInnerOriginBounds(), (Bounds{{0, 0}, {0, 50}}));
 }
 
 TEST_F(LogoTest, hasAHandleForAPictureThatDoesNotFit)
@@ -178,6 +196,11 @@ TEST_F(LogoTest, hasAnotherCacheIdForEachPicture)
     EXPECT_EQ(std::stoul(second), std::stoul(first) + 1);
     EXPECT_GE(std::stoul(first), FIRST_UNIQUE_ID);
     EXPECT_EQ(second, std::to_string(std::stoul(second)) + "/a");
+
+    // A new logo takes one of its own before it has a picture.
+    Logo const between;
+    logo.setImage(new Image8(10, 10));
+    EXPECT_EQ(std::stoul(cacheId()), std::stoul(second) + 2);
 }
 
 TEST_F(LogoTest, isChangedByAnotherPictureAndAnotherName)
@@ -243,6 +266,7 @@ TEST_F(LogoTest, estimatesItsSizeByThatOfThePicture)
         return logo.getEstimatedObjectSize() - empty;
     };
 
+    EXPECT_EQ(empty, logo.AlignedElement::getEstimatedObjectSize() + 16U);
     EXPECT_EQ(grownBy(new Image8(10, 20)), 136U + 200U);
     EXPECT_EQ(grownBy(new Image16(10, 20)), 144U + 400U);
     EXPECT_EQ(grownBy(new Image32(10, 20)), 144U + 800U);

@@ -92,6 +92,7 @@ TEST(ToolsImage, ofColoursWasAJpegInTheSecondVersion)
     EXPECT_EQ(dynamic_cast<ImageColor const &>(*read).getPixel(0, 0), Color(255, 255, 255, 255));
     EXPECT_FALSE(read->hasAlphaChannel());
     EXPECT_EQ(load(crafted(3, 3, packed(ImageColor(5, 1))))->getWidth(), 5U);
+    EXPECT_EQ(load(crafted(1, 3, packed(ImageColor(5, 1))))->getWidth(), 5U);
 }
 
 TEST(ToolsImage, hadNoAlphaFlagBeforeTheFourthVersion)

@@ -108,6 +108,17 @@ TEST(CameraTransformation, endsTenPictureSizesFromTheCornerOfTheFrame)
     EXPECT_FALSE(imageOf(transformation, {-600, 800.001, 0}));
 }
 
+TEST(CameraTransformation, endsTenTimesTheLargerSideAway)
+{
+    Cal::Camera upright = camera();
+    upright.setImageSize(800, 1000);
+    CameraTransformation const transformation(upright, MOTION);
+
+    // 9980,400 is nearer than 10000, though farther than 8000.
+    EXPECT_EQ(imageOf(transformation, {948, 0, 0}), Point(9980, 400));
+    EXPECT_FALSE(imageOf(transformation, {950, 0, 0}));
+}
+
 TEST(CameraTransformation, measuresTheTenPictureSizesInTheFullFrame)
 {
     // 9990,400 and 10000,400: the former nearer than 10000, the latter farther.
@@ -202,6 +213,12 @@ TEST(ScaledImageTransformation, givesNoImageByAScaleThatIsNone)
         EXPECT_FALSE(imageOf(scaled, {1, 2, 0}));
         EXPECT_FALSE(scaled.computeImagePoints({1, 2, 0}, {3, 4, 0}, &image1, &image2));
     }
+
+    // The origin is seen at 500,400, the other point far away; either alone is enough for a refusal.
+    ScaledImageTransformation const large(&inner, std::numeric_limits<double>::max() / 1000);
+    EXPECT_TRUE(large.computeImagePoints({0, 0, 0}, {0, 0, 0}, &image1, &image2));
+    EXPECT_FALSE(large.computeImagePoints({0, 0, 0}, {100, 0, 0}, &image1, &image2));
+    EXPECT_FALSE(large.computeImagePoints({100, 0, 0}, {0, 0, 0}, &image1, &image2));
 }
 
 TEST(ScaledImageTransformation, keepsACopyOfWhatItIsGiven)
@@ -284,7 +301,11 @@ TEST(TransformationBlocks, ofAScaledImage)
     expected.add([&](IO::OutStream &stream) { Transformation::saveStream(&stream, &inner); });
 
     EXPECT_EQ(blocks(scaled), expected.bytes());
-    EXPECT_EQ(Support::blocksOf(blocks(ScaledImageTransformation())), "1:4 1:1 1:9 ");
+    EXPECT_EQ(blocks(ScaledImageTransformation()), BlockCrafter()
+                                                       .block(1, Payload().u(1))
+                                                       .block(1, Payload().b(false))
+                                                       .block(1, Payload().b(false).d(INFINITE))
+                                                       .bytes());
 }
 
 TEST(TransformationBlocks, areReadAsTheyWereWritten)
