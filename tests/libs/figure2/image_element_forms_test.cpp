@@ -230,6 +230,15 @@ TEST(ImageBlocks, areRefusedWithNewerListsOfLooksOrConfigurations)
     EXPECT_EQ(loadError(image, withLists(1, 2)), "wrong block version");
 }
 
+TEST(ImageBlocks, bringTheColourOfItsMessages)
+{
+    Image image;
+    ASSERT_EQ(loadError(image, crafted(10, 10).bytes()), "nothing thrown");
+    Support::RecordingPainter painter;
+    EXPECT_TRUE(image.draw(nullptr, &painter, 0));
+    EXPECT_NE(painter.transcript().find(" 0 #01020304\n"), std::string::npos) << painter.transcript();
+}
+
 TEST(ImageBlocks, replaceWhatWasImported)
 {
     Image image;
