@@ -89,15 +89,23 @@ public:
     {
     }
 
-    /// All of NaN without such a column.
+    /// All of `absent` without a column of this role.
     std::vector<double> column(QString const &name, double absent) const
     {
-        return name.isEmpty() ? std::vector<double>(rows_, absent) : project_.pointNumbers(set_, name, stage_, nullptr);
+        if (name.isEmpty()) {
+            return std::vector<double>(rows_, absent);
+        }
+        std::vector<double> numbers = project_.pointNumbers(set_, name, stage_, nullptr);
+        if (numbers.size() != rows_) { // a damaged project, or another process has just replaced the points
+            throw ProjectError(QStringLiteral("%1: the columns of the points '%2' have not the same rows")
+                                   .arg(project_.name(), set_.name));
+        }
+        return numbers;
     }
 
     PointField read()
     {
-        std::vector<double> const x = column(set_.columns.x, MISSING);
+        std::vector<double> const x = project_.pointNumbers(set_, set_.columns.x, stage_, nullptr);
         rows_ = x.size();
         std::vector<double> const y = column(set_.columns.y, MISSING);
         std::vector<double> const z = column(set_.columns.z, 0.0);
@@ -130,8 +138,8 @@ private:
     static int idOf(double number, std::size_t row)
     {
         using Limits = std::numeric_limits<int>;
-        return number >= Limits::min() && number <= Limits::max() ? static_cast<int>(number)
-                                                                  : static_cast<int>(row) + 1;
+        bool const isId = number >= Limits::min() && number <= Limits::max() && number == std::trunc(number);
+        return isId ? static_cast<int>(number) : static_cast<int>(row) + 1;
     }
 
     Project const &project_;
@@ -188,7 +196,8 @@ std::vector<double> Project::pointNumbers(ProjectPointSet const &set, QString co
     if (series->unit.hasUnit()) {
         Unit const &quantity = *series->unit.getUnit();
         for (double &number : numbers) {
-            number = quantity.toBase(number, series->unit.getCurrentUnit());
+            double const inBase = quantity.toBase(number, series->unit.getCurrentUnit());
+            number = std::isfinite(inBase) ? inBase : MISSING;
         }
     }
     if (unit) {

@@ -54,8 +54,9 @@ private:
     {
         QString signature; ///< of what it stands for
         unsigned int counter = 0;
-        std::shared_ptr<Shown const> shown; ///< may be dropped when it is not lent
-        std::vector<std::shared_ptr<Shown const>> lent;
+        std::shared_ptr<Shown const> shown;             ///< may be dropped when it is not lent
+        std::vector<std::shared_ptr<Shown const>> lent; ///< all of them live until the last loan is over
+        std::size_t loans = 0;
     };
     /// The values that colour the points of a set, over all its stages.
     struct Values
