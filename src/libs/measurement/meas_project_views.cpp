@@ -5,6 +5,7 @@
 
 #include <ZemErrorLog.h>
 #include <ZemImage.h>
+#include <ZemParse.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -77,6 +78,17 @@ void requireSize(ProjectView const &view, unsigned int width, unsigned int heigh
         throw ImportError(
             QStringLiteral("%1: %2, but view '%3' has %4")
                 .arg(source, sizeText(width, height), view.name, sizeText(view.camera.width, view.camera.height)));
+    }
+}
+
+void requireStorable(QString const &source, CameraModel const &camera)
+{
+    try {
+        CameraModel read;
+        QString parameters = camera.getParameterString();
+        read.createFromParameterString(parameters);
+    } catch (ParamError const &error) {
+        throw ImportError(QStringLiteral("%1: camera: %2").arg(source, error.getText()));
     }
 }
 
@@ -219,6 +231,7 @@ void Project::changeView(QString const &viewName, std::function<void(ProjectView
 void Project::importPicture(QString const &fileName, PictureOptions const &options)
 {
     requireTokenName(fileName, options.view);
+    requireStageNumber(fileName, options.stage);
     QString reason;
     std::unique_ptr<Zem::Image> const picture = loadFile(fileName, &reason);
     if (!picture) {
@@ -251,6 +264,7 @@ void Project::setCamera(QString const &viewName, CameraModel const &camera)
     if (camera.width == 0 || camera.height == 0) {
         throw ImportError(QStringLiteral("%1: the camera of '%2' has no size").arg(name(), viewName));
     }
+    requireStorable(name(), camera);
     changeView(viewName, [&](ProjectView *view) {
         if (!view->stagesOfPictures.empty() || !view->stagesOfOverlays.empty()) {
             requireSize(*view, camera.width, camera.height, QStringLiteral("camera"));

@@ -20,7 +20,7 @@ struct ViewAtStage
 };
 
 /// What an image token stands for: a view at the current stage, or "view.12", at stage 12. None for NO_STAGE, a stage
-/// that does not exist, and any other text.
+/// in the text that does not exist, and any other text.
 std::optional<ViewAtStage> findView(ProjectContents const &contents, QString const &token,
                                     StageIdentifier const &currentStage);
 

@@ -209,8 +209,8 @@ TEST_F(ImageLabelTest, makesLabelsOfWhatIsMeasured)
     }
     EXPECT_EQ(images.createImageLabel(QStringLiteral("other")), nullptr);
     std::vector<QString> const ids = images.getImageElements(QStringLiteral("camera"));
-    EXPECT_EQ(ids.size(), 5u);
-    EXPECT_EQ(ids[2], QStringLiteral("field:2"));
+    EXPECT_THAT(ids, testing::ElementsAre(QStringLiteral("field"), QStringLiteral("field:1"), QStringLiteral("field:2"),
+                                          QStringLiteral("field:3"))); // point 4 has no value and is hidden
     EXPECT_EQ(images.getImageElementName(QStringLiteral("field:1:2")), QStringLiteral("field 1 - 2"));
 }
 
@@ -220,6 +220,70 @@ TEST_F(ImageLabelTest, findsThePointNearestToAPixel)
     ASSERT_TRUE(images.getObjectPoint(QStringLiteral("field"), {28.0, 7.0}, &place));
     EXPECT_EQ(place, (BaVec3d<double>{30.0, 5.0, 0.0}));
     EXPECT_FALSE(images.getObjectPoint(QStringLiteral("other"), {28.0, 7.0}, &place));
+}
+
+TEST_F(ImageLabelTest, doesNotMeasureWithHiddenPoints)
+{
+    auto *const label = addLabel<LineLabel>("field:1:4");
+    auto *const point = addLabel<PointLabel>("field:4");
+    update();
+    EXPECT_TRUE(label->getPlaces().empty());
+    EXPECT_TRUE(point->getPlaces().empty());
+    EXPECT_EQ(value("field:1:4", "strain"), "invalid");
+    EXPECT_EQ(value("field:4", "x"), "invalid");
+    BaVec3d<double> place;
+    ASSERT_TRUE(images.getObjectPoint(QStringLiteral("field"), {20.0, 20.0}, &place));
+    EXPECT_EQ(place, (BaVec3d<double>{10.0, 25.0, 0.0})); // 11 away; the hidden point lies there
+    auto *const field = addLabel<DisplacementFieldLabel>("field");
+    update();
+    EXPECT_NEAR(field->computeObjectPoint().x, 50.0 / 3.0, 1e-12);
+    EXPECT_NEAR(field->computeObjectPoint().y, 35.0 / 3.0, 1e-12);
+}
+
+TEST_F(ImageLabelTest, takesTheFirstOfTwoPointsWithOneNumber)
+{
+    importPoints("id,x,y,s\n7,1,1,\n7,2,2,1\n7,3,3,1\n1.5,4,4,1\n", [] {
+        PointOptions options;
+        options.set = QStringLiteral("twins");
+        options.columns.value = QStringLiteral("s");
+        return options;
+    }());
+    EXPECT_EQ(value("twins:7", "x"), "2.0000"); // the first one is hidden
+    EXPECT_EQ(value("twins:4", "x"), "4.0000"); // 1.5 is no number of a point, so the row counts
+    EXPECT_EQ(value("twins:1", "x"), "invalid");
+    std::vector<QString> const ids = images.getImageElements(QStringLiteral("camera"));
+    EXPECT_EQ(std::count(ids.begin(), ids.end(), QStringLiteral("twins:7")), 1);
+}
+
+TEST_F(ImageLabelTest, tellsOfASetWithoutVectorsAndValues)
+{
+    PointOptions options;
+    options.set = QStringLiteral("plain");
+    importPoints("x,y\n1,1\n2,2\n", options);
+    EXPECT_EQ(value("plain", "count"), "2.0000");
+    EXPECT_EQ(value("plain", "max"), "invalid");
+    EXPECT_EQ(value("plain:1", "dx"), "invalid");
+}
+
+TEST_F(ImageLabelTest, looksAgainAfterAnError)
+{
+    auto *const label = addLabel<PointLabel>("field:2");
+    executeRaw(path(), "UPDATE series SET name = 'field.1.lost' WHERE name = 'field.1.y'");
+    EXPECT_THROW(images.updateImageElement(label), ProjectError);
+    EXPECT_THROW(images.updateImageElement(label), ProjectError);
+    executeRaw(path(), "UPDATE series SET name = 'field.1.y' WHERE name = 'field.1.lost'");
+    EXPECT_TRUE(images.updateImageElement(label));
+    EXPECT_EQ(label->getPlaces().size(), 1u);
+}
+
+TEST_F(ImageLabelTest, countsNothingInARangeWithoutWidth)
+{
+    auto *const label = addLabel<DisplacementFieldLabel>("field");
+    update();
+    Legend2::HistogramData histogram;
+    EXPECT_FALSE(label->getHistogramData(8.0, 8.0, &histogram));
+    EXPECT_FALSE(label->getHistogramData(9.0, 7.0, &histogram));
+    EXPECT_FALSE(label->getHistogramData(10.0, 11.0, &histogram));
 }
 
 TEST_F(ImageLabelTest, comesBackFromAFileWithItsMark)

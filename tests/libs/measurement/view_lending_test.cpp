@@ -5,6 +5,7 @@
 #include <ZemFig2ImageDataPoints.h>
 #include <ZemFig2Transformation.h>
 #include <ZemLegendHandler.h>
+#include <ZemTokenTools.h>
 
 using namespace Zem;
 using namespace Zem::Measurement;
@@ -134,6 +135,58 @@ TEST_F(ViewLendingTest, keepsWhatIsLentWhileTheProjectChanges)
     Loan const after(tokens, "camera");
     EXPECT_EQ(grey(before), 100);
     EXPECT_EQ(grey(after), 0);
+}
+
+TEST_F(ViewLendingTest, keepsAllStatesUntilTheLastLoanIsOver)
+{
+    QString const name = QStringLiteral("camera");
+    importPicture(1);
+    Fig2::ImageData const *const first = tokens.getImage(name);
+    Image8 other(40, 30);
+    std::fill_n(other.getRow(0), 40, std::uint8_t(7));
+    ASSERT_TRUE(other.saveImage(path("other.png"), nullptr));
+    project.importPicture(path("other.png"), {});
+    Fig2::ImageData const *const second = tokens.getImage(name);
+    EXPECT_NE(first, second);
+    tokens.releaseImage(name); // the first loan, or the second: nobody says
+    importPicture(1);
+    EXPECT_NE(counter("camera"), 0u);
+    EXPECT_EQ(static_cast<Image8 const *>(first->getImage())->getRow(0)[0], 100);
+    EXPECT_EQ(static_cast<Image8 const *>(second->getImage())->getRow(0)[0], 7);
+    tokens.releaseImage(name);
+    EXPECT_THROW(tokens.releaseImage(name), ProgError);
+}
+
+TEST_F(ViewLendingTest, standsStillWhenTheSamePointsComeAgain)
+{
+    importPicture(1);
+    importSquare();
+    unsigned int const image = counter("camera");
+    unsigned int const statistic = counter("field.s.max");
+    std::int64_t const revision = project.revision();
+    importSquare();
+    EXPECT_EQ(counter("camera"), image);
+    EXPECT_EQ(counter("field.s.max"), statistic);
+    EXPECT_EQ(project.revision(), revision);
+    PointOptions options;
+    options.moved = true;
+    importSquare(options);
+    EXPECT_NE(counter("camera"), image);
+    EXPECT_NE(counter("field.s.max"), statistic);
+}
+
+TEST_F(ViewLendingTest, movesTheCounterOfTheViewThatPointsLeave)
+{
+    importPicture(1);
+    importSquare();
+    unsigned int const before = counter("camera");
+    ASSERT_TRUE(Loan(tokens, "camera")->getObject(QStringLiteral("field")));
+    PointOptions options;
+    options.view = QStringLiteral("other");
+    importSquare(options);
+    EXPECT_NE(counter("camera"), before);
+    EXPECT_FALSE(Loan(tokens, "camera")->getObject(QStringLiteral("field")));
+    EXPECT_TRUE(Loan(tokens, "other")->getObject(QStringLiteral("field")));
 }
 
 TEST_F(ViewLendingTest, showsThePointsOfTheStage)
@@ -272,6 +325,63 @@ TEST_F(ViewLendingTest, tellsStatisticsOfPoints)
     EXPECT_EQ(value("field.t.max"), "unknown");
     EXPECT_EQ(value("field.s.most"), "unknown");
     EXPECT_NE(counter("field.s.max"), 0u);
+}
+
+TEST_F(ViewLendingTest, tellsNothingOfAColumnThatTheStageDoesNotHave)
+{
+    importPoints("x,y,dx,dy,a\n1,1,3,4,5\n", atStage(1));
+    importPoints("x,y,dx,dy,b\n1,1,6,8,7\n", atStage(2));
+    EXPECT_EQ(value("field.a.max", 1), "5.0000");
+    EXPECT_EQ(value("field.a.max", 2), "invalid");
+    EXPECT_EQ(value("field.a.count", 2), "0.0000");
+    EXPECT_EQ(value("field.b.max", 1), "invalid");
+    EXPECT_EQ(value("field.b.max", 2), "7.0000");
+    EXPECT_EQ(value("field.length.max", 2), "10.0000");
+}
+
+TEST_F(ViewLendingTest, prefersAColumnOfTheNameOfTheLengths)
+{
+    importPicture(1);
+    importPoints("x,y,dx,dy,length\n1,1,3,4,70\n2,2,0,1,80\n");
+    EXPECT_EQ(value("field.length.max"), "80.0000");
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    ASSERT_TRUE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+    EXPECT_EQ(data.getDynamicMaximum(), 5.0); // the vectors are coloured by their lengths
+}
+
+TEST_F(ViewLendingTest, givesLengthsTheUnitOfTheVectors)
+{
+    importPoints("x [mm],y [mm],dz [m/s]\n1,1,2\n");
+    std::vector<TokenInfo> infos;
+    tokens.getTokens(&infos);
+    auto const found = std::find_if(infos.begin(), infos.end(), [](TokenInfo const &info) {
+        return info.getName() == QStringLiteral("field.length.max");
+    });
+    ASSERT_NE(found, infos.end());
+    EXPECT_EQ(found->getType(), TokenTools::getTokenType(uVelocity));
+    Value const value = tokens.getValue(found->getName(), IndexIdentifier::NO_INDEX, StageIdentifier(1));
+    EXPECT_EQ(value.getUnitData().getUnitName(), QStringLiteral("m/s"));
+}
+
+TEST_F(ViewLendingTest, hasNoScaleWithoutVectorsAndValues)
+{
+    importPicture(1);
+    importPoints("x,y\n1,1\n2,2\n");
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    EXPECT_FALSE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+}
+
+TEST_F(ViewLendingTest, bearsPlacesThatAreFarOut)
+{
+    importPicture(1);
+    PointOptions options;
+    options.painted = true;
+    importPoints("x,y,dx,dy\n0,0,3e200,4e200\n1e300,0,0,0\n0,1e300,0,0\n1e300,1e300,1,0\n", options);
+    EXPECT_TRUE(Loan(tokens, "camera"));
+    double const greatest = QString::fromStdString(value("field.length.max")).toDouble();
+    EXPECT_NEAR(greatest / 5e200, 1.0, 1e-12); // its square is out of range
 }
 
 TEST_F(ViewLendingTest, leavesInvalidPointsOutOfStatistics)
