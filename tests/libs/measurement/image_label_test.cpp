@@ -145,6 +145,10 @@ TEST_F(ImageLabelTest, drawsAFieldInTheColorsOfTheImage)
     std::vector<std::string> const marks = marksOf(*label);
     ASSERT_FALSE(marks.empty());
     EXPECT_THAT(marks[0], testing::StartsWith("ellipse 20,15 radii 0.5,0.5"));
+    auto const lowest = std::find_if(marks.begin(), marks.end(),
+                                     [](std::string const &mark) { return mark.starts_with("ellipse 20,35 "); });
+    ASSERT_NE(lowest, marks.end());
+    EXPECT_NE(marks[0].substr(marks[0].find("radii")), lowest->substr(lowest->find("radii"))); // 7 and 9
     Legend2::Data data;
     ASSERT_TRUE(label->getLegendData(&data));
     EXPECT_EQ(data.getDynamicMinimum(), 7.0);
@@ -263,6 +267,51 @@ TEST_F(ImageLabelTest, tellsOfASetWithoutVectorsAndValues)
     EXPECT_EQ(value("plain", "count"), "2.0000");
     EXPECT_EQ(value("plain", "max"), "invalid");
     EXPECT_EQ(value("plain:1", "dx"), "invalid");
+}
+
+TEST_F(ImageLabelTest, tellsOfWhatIsThereNow)
+{
+    PointOptions options;
+    options.columns.value = QStringLiteral("s");
+    importPoints("id,x,y,s,t\n1,10,5,7,70\n2,30,5,8,80\n", options);
+    EXPECT_EQ(value("field:2", "x"), "30.0000");
+    EXPECT_EQ(value("field:2", "s"), "8.0000");
+    EXPECT_EQ(value("field:2", "t"), "80.0000");
+    importPoints("id,x,y,s,t\n1,10,5,7,70\n2,31,5,8,81\n", options);
+    EXPECT_EQ(value("field:2", "t"), "81.0000");
+    EXPECT_EQ(value("field:2", "x"), "31.0000");
+}
+
+TEST_F(ImageLabelTest, takesNoSpeedForADisplacement)
+{
+    PointOptions options;
+    options.set = QStringLiteral("flow");
+    importPoints("x [mm],y [mm],dx [m/s],dy [m/s]\n0,0,0,0\n20,0,10,0\n", options);
+    EXPECT_EQ(value("flow:1:2", "length"), value("flow:1:2", "length0"));
+    EXPECT_EQ(value("flow:1:2", "strain"), "0.0000");
+    EXPECT_EQ(value("flow:1:1", "strain"), "invalid"); // no length to be a share of
+}
+
+TEST_F(ImageLabelTest, drawsTheShorterArcOfAnAngle)
+{
+    PointOptions options;
+    options.set = QStringLiteral("wedge");
+    importPoints("x,y\n10,16\n30,15\n10,14\n", options);
+    auto *const label = addLabel<AngleLabel>("wedge:1:2:3");
+    update();
+    std::string const arc = marksOf(*label)[1];
+    // 0.4 of sqrt(401) to the left of the vertex, which is at (40, 25) of the page.
+    EXPECT_THAT(arc, testing::HasSubstr(" 31.99"));
+    EXPECT_THAT(arc, testing::Not(testing::HasSubstr(" 48.")));
+}
+
+TEST_F(ImageLabelTest, drawsNoWayThroughOneStage)
+{
+    auto *const label = addLabel<StagePointLabel>("field:2");
+    update();
+    std::vector<std::string> const marks = marksOf(*label);
+    ASSERT_EQ(marks.size(), 2u);
+    EXPECT_THAT(marks[0], testing::StartsWith("ellipse 40,15 "));
 }
 
 TEST_F(ImageLabelTest, looksAgainAfterAnError)

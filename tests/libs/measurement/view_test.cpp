@@ -231,6 +231,21 @@ TEST_F(ViewTest, takesTheCameraOfItsPictures)
     EXPECT_EQ(project.views().size(), 1u);
 }
 
+TEST_F(ViewTest, takesTheCameraOfItsOverlays)
+{
+    project.importPicture(colorFile("b.png"), atStage(1, PictureKind_t::OVERLAY));
+    EXPECT_THAT(errorOf([&] { project.setCamera(QStringLiteral("camera"), CameraModel::plane(5, 3, 2.0, {}, false)); }),
+                testing::HasSubstr("5 x 3 pixels, but view 'camera' has 4 x 3 pixels"));
+}
+
+TEST_F(ViewTest, takesWhatIsOutOfRangeInTheBaseUnitForMissing)
+{
+    import("x [m],y [m]\n1e306,1\n2,3\n");
+    PointField const field = project.points(set(), 1);
+    ASSERT_EQ(field.points.size(), 1u);
+    EXPECT_EQ(field.points[0], (BaVec3d<double>{2000.0, 3000.0, 0.0}));
+}
+
 TEST_F(ViewTest, takesPointsByTheNamesOfTheirColumns)
 {
     PointResult const result =
@@ -272,7 +287,7 @@ TEST_F(ViewTest, takesTheFirstFourColumnsWithoutNames)
 
 TEST_F(ViewTest, leavesOutPointsWithoutAPlaceAndHidesThoseThatAreNotValid)
 {
-    import("id,x,y,dx,dy,CHC\n11,1,1,1,1,1\n12,,1,1,1,1\n13,3,3,,1,1\n14,4,4,1,1,-3\n");
+    import("id,x,y,dx,dy,CHC\n11,1,1,1,1,1\n12,,1,1,1,1\n13,3,3,,1,1\n14,4,4,1,1,0\n");
 
     PointField const field = project.points(set(), 1);
     EXPECT_EQ(field.ids, (std::vector<int>{11, 13, 14}));
@@ -380,6 +395,16 @@ TEST_F(ViewTest, tellsOfSeriesThatHaveGone)
     executeRaw(path(), "DELETE FROM series WHERE name = 'field.1.y'");
     EXPECT_THAT(errorOf([&] { project.points(set(), 1); }),
                 testing::HasSubstr("there is no series 'field.1.y' of the points 'field'"));
+}
+
+TEST_F(ViewTest, tellsOfStagesThatCannotBe)
+{
+    import("x,y\n1,2\n");
+    for (char const *const stage : {"4294967295", "-1"}) {
+        executeRaw(path(), (QByteArray("UPDATE point_stage SET stage = ") + stage).constData());
+        EXPECT_THAT(errorOf([&] { project.pointSets(); }),
+                    testing::HasSubstr(std::string("there is no stage ") + stage));
+    }
 }
 
 TEST_F(ViewTest, isEmptyInAProjectOfAnOlderRelease)
