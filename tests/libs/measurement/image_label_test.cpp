@@ -1,5 +1,6 @@
 #include "view_support.h"
 
+#include <BlockCrafter.h>
 #include <RecordingPainter.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Figure.h>
@@ -359,6 +360,29 @@ TEST_F(ImageLabelTest, comesBackFromAFileWithItsMark)
     EXPECT_EQ(found->getMarkLine(), label->getMarkLine());
     EXPECT_EQ(found->getPlaces(), label->getPlaces());
     EXPECT_EQ(found->getImageElementId(), QStringLiteral("field:1:2"));
+}
+
+TEST(MeasuredLabel, refusesAMarkWithoutASizeAndKeepsItsOwn)
+{
+    PointLabel label;
+    label.setMarkSize(2.5);
+    for (double const size : {-1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        std::string const bytes = Support::BlockCrafter()
+                                      .add([](IO::OutStream &stream) { PointLabel().ImageLabel::save(&stream, 0, 0); })
+                                      .block(1, Support::Payload().d(size).u(0))
+                                      .bytes();
+        EXPECT_THROW(Support::readFrom(bytes, [&](IO::InStream &stream) { label.load(&stream, 0, 0); }),
+                     IO::StreamException);
+        EXPECT_EQ(label.getMarkSize(), 2.5);
+    }
+}
+
+TEST_F(ImageLabelTest, marksNoWayOfAPointThatIsNotThereNow)
+{
+    importPicture(2);
+    auto *const label = addLabel<StagePointLabel>("field:2");
+    update(2);
+    EXPECT_TRUE(label->getPlaces().empty());
 }
 
 TEST_F(ImageLabelTest, comesBackFromItsParametersAndItsText)
