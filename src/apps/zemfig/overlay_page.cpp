@@ -161,7 +161,7 @@ private:
     void addScaleArrow()
     {
         UnitData unit;
-        QString const column = set_.columns.dx.isEmpty() ? set_.columns.dy : set_.columns.dx;
+        QString const column = vectorColumn();
         project_.pointNumbers(set_, column, wish_.stage, &unit);
         double const perUnit = unit.hasUnit() ? unit.getUnit()->toBase(1.0, unit.getCurrentUnit()) : 1.0;
         double const millimetres =
@@ -176,6 +176,14 @@ private:
         QString const name = unit.hasUnit() ? unit.getUnitName() : unitTextOf(column);
         addText(QStringLiteral("length of the arrow"), LEFT + value * millimetres + 2.0, y, 9.0,
                 escaped(QStringLiteral("%1 %2").arg(QString::number(value), name).trimmed()));
+    }
+
+    /// The first one that the vectors have.
+    QString vectorColumn() const
+    {
+        PointColumns const &columns = set_.columns;
+        QString const &plane = columns.dx.isEmpty() ? columns.dy : columns.dx;
+        return plane.isEmpty() ? columns.dz : plane;
     }
 
     QString unitTextOf(QString const &column) const
@@ -231,7 +239,7 @@ private:
             if (series.name.startsWith(group) && !left.contains(name) && series.type != ColumnType_t::DATE_TIME)
                 names << name;
         }
-        if (hasVectors())
+        if (hasVectors() && !names.contains(QStringLiteral("length")))
             names << QStringLiteral("length");
         return names;
     }
@@ -239,7 +247,7 @@ private:
     QString titleOf(QString const &quantity) const
     {
         ProjectSeries const *const series = seriesOf(quantity);
-        QString const unit = unitTextOf(series ? quantity : set_.columns.dx);
+        QString const unit = unitTextOf(series ? quantity : vectorColumn());
         QString const title = series ? series->title : QStringLiteral("length");
         return unit.isEmpty() ? title : QStringLiteral("%1 [%2]").arg(title, unit);
     }

@@ -8,10 +8,14 @@
 #include <ZemFig2Group.h>
 #include <ZemFig2Image.h>
 #include <ZemFig2ImageLabel.h>
+#include <ZemFig2Logo.h>
+#include <ZemImage.h>
 #include <ZemParse.h>
 #include <ZemScriptObject.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSet>
 
 #include <algorithm>
@@ -578,11 +582,33 @@ PageDocument parsePageDocument(QByteArray const &text, QString const &fileName)
     return document;
 }
 
+namespace {
+
+/// Names of files are those of the document's folder, wherever the command runs.
+void loadLogos(Figure &figure, QDir const &folder)
+{
+    for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it) {
+        auto *const logo = dynamic_cast<Logo *>(*it);
+        if (!logo || logo->getFileName().isEmpty() || QDir::isAbsolutePath(logo->getFileName()))
+            continue;
+        QString const file = folder.filePath(logo->getFileName());
+        Zem::Image::FileType type{};
+        bool const isPicture = Zem::Image::getFileType(file, &type);
+        logo->setImage(isPicture ? Zem::Image::loadImage(file, nullptr, -1, -1) : nullptr);
+    }
+}
+
+} // namespace
+
 PageDocument readPageDocument(QString const &fileName)
 {
     QFile file(fileName);
-    if (file.open(QIODevice::ReadOnly))
-        return parsePageDocument(file.readAll(), fileName);
+    if (file.open(QIODevice::ReadOnly)) {
+        PageDocument read = parsePageDocument(file.readAll(), fileName);
+        if (read.figure)
+            loadLogos(*read.figure, QFileInfo(fileName).dir());
+        return read;
+    }
     PageDocument document;
     document.problems.push_back({fileName, 0, file.errorString()});
     return document;

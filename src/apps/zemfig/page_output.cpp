@@ -1,12 +1,16 @@
 #include "page_output.h"
 
 #include "cli.h"
+#include "page_schema.h"
 
+#include <ZemFig2Logo.h>
 #include <ZemFig2QtPageWriter.h>
+#include <ZemImage.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <memory>
 #include <set>
 
@@ -58,6 +62,36 @@ void tellLostLooks(PageDocument const &document, QString const &input)
         message(QStringLiteral("%1: a figure file holds no named points: [[point]] is left out").arg(input));
 }
 
+bool isSamePicture(Zem::Image const &a, Zem::Image const *b)
+{
+    if (!b || a.getType() != b->getType() || a.getWidth() != b->getWidth() || a.getHeight() != b->getHeight())
+        return false;
+    StructVector<unsigned char> bytesOfA;
+    StructVector<unsigned char> bytesOfB;
+    a.compressImage(&bytesOfA);
+    b->compressImage(&bytesOfB);
+    return std::equal(bytesOfA.data(), bytesOfA.data() + bytesOfA.size(), bytesOfB.data(),
+                      bytesOfB.data() + bytesOfB.size());
+}
+
+/// A page document names the pictures of logos, and holds none.
+void tellLostPictures(Fig2::Figure const &figure, QString const &input, QString const &output)
+{
+    for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it) {
+        auto const *const logo = dynamic_cast<Fig2::Logo const *>(*it);
+        if (!logo || !logo->getImage())
+            continue;
+        QString const file = QFileInfo(output).dir().filePath(logo->getFileName());
+        Zem::Image::FileType type{};
+        bool const isThere = !logo->getFileName().isEmpty() && Zem::Image::getFileType(file, &type);
+        std::unique_ptr<Zem::Image> const named(isThere ? Zem::Image::loadImage(file, nullptr, -1, -1) : nullptr);
+        if (!isSamePicture(*logo->getImage(), named.get()))
+            message(
+                QStringLiteral("%1: a page document holds no pictures: that of %2 is left out, '%3' does not hold it")
+                    .arg(input, describe(*logo), file));
+    }
+}
+
 } // namespace
 
 void writePage(PageDocument const &document, QString const &input, QString const &output)
@@ -68,6 +102,7 @@ void writePage(PageDocument const &document, QString const &input, QString const
         saveFigureFile(*document.figure, output);
     } else if (output.endsWith(QLatin1StringView(".toml"))) {
         bool const keepsData = areInOneFolder(input, output);
+        tellLostPictures(*document.figure, input, output);
         if (!keepsData)
             tellLostData(document, input, "its data cannot be named from another folder");
         QMap<QString, QVariant> const data = keepsData ? document.data : QMap<QString, QVariant>();
@@ -93,8 +128,7 @@ void writePicture(Fig2::Figure const &figure, QString const &output, double dpi)
 
 QString pathFromPage(QString const &file, QString const &page)
 {
-    QString const path =
-        QDir(QFileInfo(page).absolutePath()).relativeFilePath(QFileInfo(file).absoluteFilePath());
+    QString const path = QDir(QFileInfo(page).absolutePath()).relativeFilePath(QFileInfo(file).absoluteFilePath());
     if (path.startsWith(QLatin1StringView("..")))
         throw UsageError(QStringLiteral("'%1' must stand in the folder of its data, or above it").arg(page));
     return path;

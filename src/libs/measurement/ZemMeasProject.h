@@ -174,21 +174,22 @@ public:
     /// Takes the columns of a table over as series, whole or not at all. A series is named "group.column", by the rules
     /// of token names; a group that exists is replaced, all of it. The counter of a series moves only when a value, the
     /// type or the unit is not what it was; the number it moves to was never used before. Infinite numbers become
-    /// missing ones. Throws ImportError when a name of `options` stands for no column, the group is no token text, no
-    /// column holds numbers, or a series would take the name of a token.
+    /// missing ones. Throws ImportError when a name of `options` stands for no column, the group is no token text or
+    /// holds points, no column holds numbers, or a series would take the name of a token.
     SeriesResult importSeries(CsvTable const &table, SeriesOptions const &options = {});
 
     /// Takes a PNG, JPEG or TIFF file over in place of the picture that the view has at the stage. The camera of a new
     /// view looks at its pixels: the point (x, y, 0) lies at the pixel (x, y). Throws ImportError when the file is no
-    /// picture, when it is not as large as the others of the view, or when an overlay is not in colour.
+    /// picture or not as large as the view, when an overlay is not in colour, or for the number that means no stage.
     void importPicture(QString const &fileName, PictureOptions const &options = {});
     /// Sets the camera of a view, which is made when there is none of this name. Throws ImportError when the view has
-    /// pictures of another size, and for a camera without size.
+    /// pictures of another size, and for a camera without size or with numbers that cannot be stored.
     void setCamera(QString const &view, CameraModel const &camera);
     /// Takes a table over as the points of a set at a stage, whole or not at all; those that the set has at the stage
-    /// are replaced. All columns of numbers become series of the group "set.stage". Throws ImportError when a column
-    /// that is named is not there or holds no numbers, when x or y have none, when another column has a role than at
-    /// the other stages of the set, or when points to be painted between lie on no grid.
+    /// are replaced. All columns of numbers become series of the group "set.stage". What is there already counts as no
+    /// change. Throws ImportError when a column that is named is not there or holds no numbers, when x or y have none,
+    /// when another column has a role than at the other stages of the set, when points to be painted between lie on no
+    /// grid, or for the number that means no stage.
     PointResult importPoints(CsvTable const &table, PointOptions const &options = {});
 
 private:

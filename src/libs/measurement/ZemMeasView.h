@@ -57,6 +57,8 @@ struct ProjectPointSet
     bool painted = false;  ///< the value is painted between the points, which lie on a grid
     unsigned int modified = 0;
     std::map<unsigned int, QString> groups; ///< of series, by stage
+
+    bool operator==(ProjectPointSet const &) const = default;
 };
 
 /// The points of a set at a stage, in the base units. All vectors have one entry for each point. Points without a place

@@ -4,6 +4,7 @@
 #include <ZemParse.h>
 
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 namespace Zem::Measurement {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr double FAR_AWAY = 1e6;
 constexpr unsigned int MAX_SIDE = 1u << 20;
+constexpr std::uint64_t MAX_PIXELS = 1u << 28; // views without pictures are drawn on a blank one
 
 constexpr QLatin1StringView WIDTH_KEY{"width"};
 constexpr QLatin1StringView HEIGHT_KEY{"height"};
@@ -98,6 +100,9 @@ void CameraModel::createFromParameterString(QString &parameters)
     CameraModel read = *this;
     readSide(rest, WIDTH_KEY, &read.width);
     readSide(rest, HEIGHT_KEY, &read.height);
+    if (std::uint64_t(read.width) * read.height > MAX_PIXELS) {
+        throw ParamError(QStringLiteral("%1 x %2 pixels are too many").arg(read.width).arg(read.height), -1);
+    }
     readVec(rest, IMAGE_DISTANCE_KEY, &read.imageDistance);
     readVec(rest, PRINCIPAL_POINT_KEY, &read.principalPoint);
     BaVec3d<double> k{radial[0], radial[1], radial[2]};

@@ -1,15 +1,24 @@
 #include "meas_field.h"
 
+#include <QtCore/QSet>
+
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace Zem::Measurement {
 
 namespace {
 
-bool isLength(ProjectPointSet const &set, QString const &column)
+constexpr double MISSING = std::numeric_limits<double>::quiet_NaN();
+
+/// Null when the stage has no such column.
+ProjectSeries const *seriesOf(ProjectContents const &contents, ProjectPointSet const &set, QString const &column,
+                              unsigned int stage)
 {
-    return column == LENGTH_COLUMN && set.columns.value != LENGTH_COLUMN;
+    auto const group = set.groups.find(stage);
+    return group == set.groups.end() ? nullptr : contents.findSeries(group->second + QLatin1Char('.') + column);
 }
 
 std::vector<double> lengthsOf(PointField const &field)
@@ -17,9 +26,30 @@ std::vector<double> lengthsOf(PointField const &field)
     std::vector<double> lengths;
     lengths.reserve(field.vectors.size());
     for (BaVec3d<double> const &v : field.vectors) {
-        lengths.push_back(std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z));
+        lengths.push_back(std::hypot(v.x, v.y, v.z));
     }
     return lengths;
+}
+
+std::vector<double> byPoint(std::vector<double> const &byRow, ProjectPointSet const &set, PointField const &field,
+                            Project const &project)
+{
+    if (!field.rows.empty() && field.rows.back() >= byRow.size()) {
+        throw ProjectError(
+            QStringLiteral("%1: the columns of the points '%2' have not the same rows").arg(project.name(), set.name));
+    }
+    std::vector<double> numbers;
+    numbers.reserve(field.rows.size());
+    std::transform(field.rows.begin(), field.rows.end(), std::back_inserter(numbers),
+                   [&byRow](std::size_t row) { return byRow[row]; });
+    return numbers;
+}
+
+void hideInvalid(PointField const &field, std::vector<double> *numbers)
+{
+    for (std::size_t i = 0; i < numbers->size(); ++i) {
+        (*numbers)[i] = field.valid[i] ? (*numbers)[i] : MISSING;
+    }
 }
 
 } // namespace
@@ -61,39 +91,75 @@ Fig2::ImageDataPoints marksOf(PointField const &field, std::vector<BaVec3d<doubl
     return marks;
 }
 
-std::vector<double> numbersOf(Project const &project, ProjectPointSet const &set, PointField const &field,
-                              QString const &column, unsigned int stage, UnitData *unit)
+std::vector<double> PointNumbers::known() const
 {
-    constexpr double MISSING = std::numeric_limits<double>::quiet_NaN();
-    std::vector<double> numbers;
-    if (isLength(set, column)) {
-        project.pointNumbers(set, vectorColumn(set), stage, unit);
-        numbers = lengthsOf(field);
-    } else {
-        std::vector<double> const byRow = project.pointNumbers(set, column, stage, unit);
-        numbers.reserve(field.rows.size());
-        for (std::size_t const row : field.rows) {
-            numbers.push_back(byRow[row]);
-        }
-    }
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        numbers[i] = field.valid[i] ? numbers[i] : MISSING;
-    }
-    return numbers;
+    std::vector<double> known;
+    known.reserve(numbers.size());
+    std::copy_if(numbers.begin(), numbers.end(), std::back_inserter(known),
+                 [](double number) { return !std::isnan(number); });
+    return known;
 }
 
-QString coloringColumn(ProjectPointSet const &set)
+PointNumbers numbersOf(ProjectContents const &contents, ProjectPointSet const &set, PointField const &field,
+                       QString const &column, unsigned int stage)
 {
-    return set.columns.value.isEmpty() ? QString(LENGTH_COLUMN) : set.columns.value;
+    PointNumbers result{{}, unitOf(contents, set, column, stage)};
+    if (seriesOf(contents, set, column, stage)) {
+        result.numbers =
+            byPoint(contents.project().pointNumbers(set, column, stage, nullptr), set, field, contents.project());
+    } else if (column == LENGTH_COLUMN && hasVectors(set)) {
+        result.numbers = lengthsOf(field);
+    } else {
+        result.numbers.assign(field.rows.size(), MISSING);
+    }
+    hideInvalid(field, &result.numbers);
+    return result;
+}
+
+PointNumbers coloringOf(ProjectContents const &contents, ProjectPointSet const &set, PointField const &field,
+                        unsigned int stage)
+{
+    bool const hasValue = !set.columns.value.isEmpty();
+    PointNumbers result{field.values, unitOf(contents, set, hasValue ? set.columns.value : vectorColumn(set), stage)};
+    if (!hasValue) {
+        result.numbers = hasVectors(set) ? lengthsOf(field) : std::vector<double>(field.rows.size(), MISSING);
+    }
+    hideInvalid(field, &result.numbers);
+    return result;
+}
+
+UnitData unitOf(ProjectContents const &contents, ProjectPointSet const &set, QString const &column, unsigned int stage)
+{
+    ProjectSeries const *series = seriesOf(contents, set, column, stage);
+    if (!series && column == LENGTH_COLUMN && hasVectors(set)) {
+        series = seriesOf(contents, set, vectorColumn(set), stage);
+    }
+    return series ? series->unit : UnitData();
+}
+
+UnitData unitOf(ProjectContents const &contents, ProjectPointSet const &set, QString const &column)
+{
+    for (auto const &[stage, group] : set.groups) {
+        if (seriesOf(contents, set, column, stage) || column == LENGTH_COLUMN) {
+            return unitOf(contents, set, column, stage);
+        }
+    }
+    return {};
 }
 
 QStringList columnsOf(ProjectContents const &contents, ProjectPointSet const &set)
 {
+    QSet<QString> groups;
+    for (auto const &[stage, group] : set.groups) {
+        groups.insert(group);
+    }
     QStringList columns;
-    QString const group = set.groups.empty() ? QString() : set.groups.begin()->second;
+    QSet<QString> known;
     for (ProjectSeries const &series : contents.series()) {
-        if (series.group == group && series.type != ColumnType_t::DATE_TIME) {
-            columns << series.name.mid(group.size() + 1);
+        QString const column = series.name.mid(series.group.size() + 1);
+        if (groups.contains(series.group) && series.type != ColumnType_t::DATE_TIME && !known.contains(column)) {
+            columns << column;
+            known.insert(column);
         }
     }
     if (hasVectors(set) && !columns.contains(LENGTH_COLUMN)) {

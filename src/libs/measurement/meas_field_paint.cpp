@@ -44,7 +44,7 @@ public:
     void paint(Corner const &a, Corner const &b, Corner const &c)
     {
         double const area = crossed(b.pixel - a.pixel, c.pixel - a.pixel);
-        if (std::abs(area) < 1e-12) {
+        if (!(std::abs(area) > 1e-12)) { // no number where the corners are too far out
             return;
         }
         auto const [top, bottom] = std::minmax({a.pixel.y, b.pixel.y, c.pixel.y});

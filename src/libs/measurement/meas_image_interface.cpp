@@ -11,12 +11,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace Zem::Measurement {
 
 using namespace Fig2;
 
 namespace {
+
+constexpr std::size_t NO_POINT = std::numeric_limits<std::size_t>::max();
 
 /// An id taken apart.
 struct Measured
@@ -72,7 +75,7 @@ public:
         if (!names().contains(name)) {
             return Value::UNKNOWN;
         }
-        PointSetAtStage const *const points = store_->find(measured_.set, stage);
+        PointStore::Points const points = store_->find(measured_.set, stage);
         std::vector<std::size_t> places;
         if (index != IndexIdentifier::NO_INDEX || !points || !points->findPoints(measured_.points, &places)) {
             return Value::INVALID;
@@ -132,12 +135,12 @@ private:
 
     Value setValue(QString const &name, PointSetAtStage const &points) const
     {
-        UnitData unit;
-        std::vector<double> numbers = store_->numbers(points, coloringColumn(*points.set), &unit);
-        std::erase_if(numbers, [](double number) { return std::isnan(number); });
         if (name == QLatin1StringView("count")) {
-            return Value(static_cast<int>(numbers.size()));
+            auto const count = std::count(points.field.valid.begin(), points.field.valid.end(), true);
+            return Value(static_cast<int>(count));
         }
+        PointNumbers const coloring = store_->coloring(points);
+        std::vector<double> const numbers = coloring.known();
         if (numbers.empty()) {
             return Value::INVALID;
         }
@@ -146,7 +149,7 @@ private:
                                                {QStringLiteral("max"), data.getDynamicMaximum()},
                                                {QStringLiteral("mean"), data.getAverage()},
                                                {QStringLiteral("sigma"), data.getSigmaValue()}};
-        return quantity(values.at(name), unit);
+        return quantity(values.at(name), coloring.unit);
     }
 
     Value pointValue(QString const &name, PointSetAtStage const &points, std::size_t place) const
@@ -168,11 +171,10 @@ private:
                                                 {QStringLiteral("dz"), v.z},
                                                 {QStringLiteral("length"), lengthOf(v)}};
         if (auto const found = vectors.find(name); found != vectors.end()) {
-            return quantity(points.hasVectors && field.valid[place] ? found->second : MISSING, points.vectorUnit);
+            return quantity(points.hasVectors ? found->second : MISSING, points.vectorUnit);
         }
-        UnitData unit;
-        std::vector<double> const numbers = store_->numbers(points, name, &unit);
-        return quantity(numbers[place], unit);
+        PointNumbers const &column = store_->numbers(points, name);
+        return quantity(column.numbers[place], column.unit);
     }
 
     Value lineValue(QString const &name, PointSetAtStage const &points, std::vector<std::size_t> const &places) const
@@ -218,10 +220,13 @@ ProjectImageInterface::~ProjectImageInterface() = default;
 std::vector<QString> ProjectImageInterface::getImageElements(QString const &token)
 {
     std::vector<QString> ids;
-    for (PointSetAtStage const *points : store_->ofImage(token)) {
-        ids.push_back(points->set->name);
-        for (int const id : points->field.ids) {
-            ids.push_back(QStringLiteral("%1:%2").arg(points->set->name).arg(id));
+    for (PointStore::Points const &points : store_->ofImage(token)) {
+        ids.push_back(points->set.name);
+        for (std::size_t i = 0; i < points->field.ids.size(); ++i) {
+            int const id = points->field.ids[i];
+            if (points->indexOfId.value(id, NO_POINT) == i) {
+                ids.push_back(QStringLiteral("%1:%2").arg(points->set.name).arg(id));
+            }
         }
     }
     return ids;
@@ -255,7 +260,7 @@ ImageLabel *ProjectImageInterface::createImageLabel(QString const &id) const
 
 namespace {
 
-std::vector<BaVec3d<double>> placesOf(PointSetAtStage const *points, std::vector<int> const &ids)
+std::vector<BaVec3d<double>> placesOf(PointStore::Points const &points, std::vector<int> const &ids)
 {
     std::vector<std::size_t> indices;
     std::vector<BaVec3d<double>> places;
@@ -267,30 +272,32 @@ std::vector<BaVec3d<double>> placesOf(PointSetAtStage const *points, std::vector
     return places;
 }
 
-/// The place now, then those at all stages.
+/// The place now, then those at all stages; nothing without a place now.
 std::vector<BaVec3d<double>> wayOf(PointStore &store, Measured const &measured)
 {
     std::vector<BaVec3d<double>> way = placesOf(store.find(measured.set, store.currentStage()), measured.points);
+    if (way.empty()) {
+        return way;
+    }
     for (unsigned int const stage : store.stages(measured.set)) {
         std::vector<BaVec3d<double>> const there =
             placesOf(store.find(measured.set, StageIdentifier(stage)), measured.points);
-        if (!way.empty() && !there.empty()) {
+        if (!there.empty()) {
             way.push_back(there.front());
         }
     }
     return way;
 }
 
-void showField(PointStore &store, PointSetAtStage const *points, DisplacementFieldLabel *label)
+void showField(PointStore &store, PointStore::Points const &points, DisplacementFieldLabel *label)
 {
     if (!points) {
         label->setPlaces({});
         return label->setField({}, {});
     }
-    std::vector<double> numbers = store.numbers(*points, coloringColumn(*points->set), nullptr);
-    std::erase_if(numbers, [](double number) { return std::isnan(number); });
-    label->setField(marksOf(points->field, points->places), numbers);
-    label->setPlaces(points->places.empty() ? points->places : std::vector{points->middle()});
+    std::optional<BaVec3d<double>> const middle = points->middle();
+    label->setField(marksOf(points->field, points->places), store.coloring(*points).known());
+    label->setPlaces(middle ? std::vector{*middle} : std::vector<BaVec3d<double>>());
 }
 
 } // namespace
@@ -302,7 +309,7 @@ bool ProjectImageInterface::updateImageElement(ImageLabel *label) const
     if (!measuredLabel || !measured || !store_->hasSet(measured->set)) {
         return false;
     }
-    PointSetAtStage const *const points = store_->find(measured->set, store_->currentStage());
+    PointStore::Points const points = store_->find(measured->set, store_->currentStage());
     if (auto *const field = dynamic_cast<DisplacementFieldLabel *>(label)) {
         showField(*store_, points, field);
     } else if (label->getLabelType() == ImageLabelCreator::TYPE_STAGE_POINT && measured->points.size() == 1) {
@@ -345,17 +352,18 @@ bool ProjectImageInterface::getObjectPoint(QString const &id, BaVec2d<double> co
                                            BaVec3d<double> *objectPoint) const
 {
     std::optional<Measured> const measured = parse(id);
-    PointSetAtStage const *const points = measured ? store_->find(measured->set, store_->currentStage()) : nullptr;
+    PointStore::Points const points = measured ? store_->find(measured->set, store_->currentStage()) : nullptr;
     if (!points || !points->view) {
         return false;
     }
     std::unique_ptr<Fig2::Transformation> const transformation = points->view->camera.makeTransformation();
     double nearest = std::numeric_limits<double>::infinity();
-    for (BaVec3d<double> const &place : points->places) {
+    for (std::size_t i = 0; i < points->places.size(); ++i) {
         BaVec2d<double> pixel;
-        if (transformation->computeImagePoint(place, &pixel) && (pixel - imagePoint).length() < nearest) {
+        bool const isShown = points->field.valid[i] && transformation->computeImagePoint(points->places[i], &pixel);
+        if (isShown && (pixel - imagePoint).length() < nearest) {
             nearest = (pixel - imagePoint).length();
-            *objectPoint = place;
+            *objectPoint = points->places[i];
         }
     }
     return std::isfinite(nearest);

@@ -170,19 +170,22 @@ void MeasuredLabel::load(IO::InStream *stream, int a, int b)
     if (stream->getBlockVersion() != MARK_BLOCK_VERSION) {
         throw IO::StreamException(translate("Fig_BlockVersion_Error", "wrong block version"));
     }
-    stream->readDouble(&markSize_);
-    if (!isSize(markSize_)) {
+    double size = 0.0;
+    stream->readDouble(&size);
+    if (!isSize(size)) {
         throw IO::StreamException(translate("Meas_ImageLabel", "a mark has no size"));
     }
     unsigned int count = 0;
     stream->readUInt(&count);
-    places_.clear();
+    std::vector<BaVec3d<double>> places;
     for (unsigned int i = 0; i < count; ++i) { // a count that the block does not hold costs no memory
         BaVec3d<double> place;
         IO::readVec3d(stream, &place);
-        places_.push_back(place);
+        places.push_back(place);
     }
     stream->closeBlock();
+    markSize_ = size;
+    places_ = std::move(places);
     markLine_.load(stream);
 }
 
@@ -331,9 +334,10 @@ bool DisplacementFieldLabel::getHistogramData(double minimum, double maximum, Le
 {
     constexpr int INTERVALS = 10;
     double const step = (maximum - minimum) / INTERVALS;
+    bool const isRange = step > 0.0 && std::isfinite(step);
     std::map<double, unsigned int> counts;
     for (double const value : values_) {
-        if (value >= minimum && value <= maximum) {
+        if (isRange && value >= minimum && value <= maximum) {
             int const interval = std::min(static_cast<int>((value - minimum) / step), INTERVALS - 1);
             ++counts[minimum + (interval + 0.5) * step];
         }

@@ -53,6 +53,22 @@ void requireTokenName(QString const &source, QString const &name)
     }
 }
 
+void requireStageNumber(QString const &source, unsigned int stage)
+{
+    if (stage == std::numeric_limits<unsigned int>::max()) {
+        throw ImportError(QStringLiteral("%1: %2 cannot be the number of a stage").arg(source).arg(stage));
+    }
+}
+
+void requireNoPoints(SqlConnection const &connection, QString const &source, QString const &group)
+{
+    QString const set = pointSetOfGroup(connection, group);
+    if (!set.isEmpty()) {
+        throw ImportError(
+            QStringLiteral("%1: the series of '%2' are the points of '%3': import points").arg(source, group, set));
+    }
+}
+
 PointImport::PointImport(SqlConnection const &connection, CsvTable const &table, PointOptions const &options)
     : connection_(connection), table_(table), options_(options)
 {
@@ -65,8 +81,10 @@ PointResult PointImport::run()
 {
     requireTokenName(table_.fileName, options_.set);
     requireTokenName(table_.fileName, options_.view);
+    requireStageNumber(table_.fileName, options_.stage);
     chooseColumns();
     findSet();
+    unsigned int const before = nextChange(connection_);
     SeriesOptions const series{result_.group, {}};
     series_ = SeriesImport(connection_, table_, series).run();
     for (auto const role : ROLES) {
@@ -74,20 +92,33 @@ PointResult PointImport::run()
     }
     requireSameColumns();
     requireGrid();
-    unsigned int const change = nextChange(connection_);
+    storeSet(nextChange(connection_) != before);
+    return result_;
+}
+
+/// Counters stand still when everything is as it was.
+void PointImport::storeSet(bool haveNumbersChanged)
+{
+    ProjectPointSet const old = set_;
     ProjectView view = findView(connection_, options_.view);
-    view.modified = change;
-    writeView(connection_, &view);
     set_.view = view.id;
     set_.columns = parts_;
     set_.moved = options_.moved;
     set_.painted = options_.painted;
+    set_.groups[options_.stage] = result_.group;
+    if (!haveNumbersChanged && view.id != 0 && set_ == old) {
+        return;
+    }
+    unsigned int const change = nextChange(connection_);
+    view.modified = change;
+    writeView(connection_, &view);
+    countChangeOfView(connection_, old.view, change);
+    set_.view = view.id;
     set_.modified = change;
     writePointSet(connection_, &set_);
     writePointStage(connection_, set_.id, options_.stage, result_.group);
     requireStage(connection_, options_.stage);
     connection_.execute(QStringLiteral("UPDATE zem_project SET change = change + 1"));
-    return result_;
 }
 
 void PointImport::chooseColumns()

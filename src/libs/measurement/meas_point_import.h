@@ -21,6 +21,7 @@ private:
     void findSet();
     void requireSameColumns() const;
     void requireGrid() const;
+    void storeSet(bool haveNumbersChanged);
 
     SqlConnection const &connection_;
     CsvTable const &table_;
@@ -39,5 +40,11 @@ ProjectView findView(SqlConnection const &connection, QString const &name);
 
 /// Throws ImportError, which names `source`, for a text that cannot be a token.
 void requireTokenName(QString const &source, QString const &name);
+
+/// Throws ImportError, which names `source`, for a group of series that holds the points of a set.
+void requireNoPoints(SqlConnection const &connection, QString const &source, QString const &group);
+
+/// Throws ImportError, which names `source`, for the number that means no stage.
+void requireStageNumber(QString const &source, unsigned int stage);
 
 } // namespace Zem::Measurement

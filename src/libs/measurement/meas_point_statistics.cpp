@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace Zem::Measurement {
 
@@ -21,14 +20,6 @@ double pick(Legend2::Data const &data, std::size_t statistic)
     std::array const numbers{0.0, data.getDynamicMinimum(), data.getDynamicMaximum(), data.getAverage(),
                              data.getSigmaValue()};
     return numbers[statistic];
-}
-
-UnitData unitOf(ProjectContents const &contents, ProjectPointSet const &set, QString const &column)
-{
-    QString const part = column == LENGTH_COLUMN ? set.columns.dx : column;
-    ProjectSeries const *const series =
-        set.groups.empty() ? nullptr : contents.findSeries(set.groups.begin()->second + QLatin1Char('.') + part);
-    return series ? series->unit : UnitData();
 }
 
 } // namespace
@@ -82,8 +73,9 @@ PointStatistics::Numbers const &PointStatistics::numbersAt(Name const &name, uns
         return numbers;
     }
     PointField const field = contents_->project().points(*name.set, stage);
-    std::vector<double> values = numbersOf(contents_->project(), *name.set, field, name.column, stage, &numbers.unit);
-    std::erase_if(values, [](double value) { return std::isnan(value); });
+    PointNumbers const all = numbersOf(*contents_, *name.set, field, name.column, stage);
+    std::vector<double> const values = all.known();
+    numbers.unit = all.unit;
     numbers.count = values.size();
     numbers.data = values.empty() ? Legend2::Data() : statisticsOf(values);
     numbers.modified = name.set->modified;

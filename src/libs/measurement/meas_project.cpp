@@ -1,6 +1,7 @@
 #include <ZemMeasProject.h>
 
 #include "meas_import.h"
+#include "meas_point_import.h"
 #include "meas_records.h"
 #include "meas_schema.h"
 #include "meas_series_import.h"
@@ -235,7 +236,10 @@ ImportResult Project::importTable(CsvTable const &table, ImportOptions const &op
 SeriesResult Project::importSeries(CsvTable const &table, SeriesOptions const &options)
 {
     SeriesResult result;
-    change([&] { result = SeriesImport(*connection_, table, options).run(); });
+    change([&] {
+        requireNoPoints(*connection_, table.fileName, seriesGroup(table, options));
+        result = SeriesImport(*connection_, table, options).run();
+    });
     return result;
 }
 

@@ -5,6 +5,7 @@
 
 #include <ZemErrorLog.h>
 #include <ZemImage.h>
+#include <ZemParse.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -80,6 +81,17 @@ void requireSize(ProjectView const &view, unsigned int width, unsigned int heigh
     }
 }
 
+void requireStorable(QString const &source, CameraModel const &camera)
+{
+    try {
+        CameraModel read;
+        QString parameters = camera.getParameterString();
+        read.createFromParameterString(parameters);
+    } catch (ParamError const &error) {
+        throw ImportError(QStringLiteral("%1: camera: %2").arg(source, error.getText()));
+    }
+}
+
 /// Rows of a point field that can be shown, and their numbers by column.
 class FieldReader
 {
@@ -89,15 +101,23 @@ public:
     {
     }
 
-    /// All of NaN without such a column.
+    /// All of `absent` without a column of this role.
     std::vector<double> column(QString const &name, double absent) const
     {
-        return name.isEmpty() ? std::vector<double>(rows_, absent) : project_.pointNumbers(set_, name, stage_, nullptr);
+        if (name.isEmpty()) {
+            return std::vector<double>(rows_, absent);
+        }
+        std::vector<double> numbers = project_.pointNumbers(set_, name, stage_, nullptr);
+        if (numbers.size() != rows_) { // a damaged project, or another process has just replaced the points
+            throw ProjectError(QStringLiteral("%1: the columns of the points '%2' have not the same rows")
+                                   .arg(project_.name(), set_.name));
+        }
+        return numbers;
     }
 
     PointField read()
     {
-        std::vector<double> const x = column(set_.columns.x, MISSING);
+        std::vector<double> const x = project_.pointNumbers(set_, set_.columns.x, stage_, nullptr);
         rows_ = x.size();
         std::vector<double> const y = column(set_.columns.y, MISSING);
         std::vector<double> const z = column(set_.columns.z, 0.0);
@@ -130,8 +150,8 @@ private:
     static int idOf(double number, std::size_t row)
     {
         using Limits = std::numeric_limits<int>;
-        return number >= Limits::min() && number <= Limits::max() ? static_cast<int>(number)
-                                                                  : static_cast<int>(row) + 1;
+        bool const isId = number >= Limits::min() && number <= Limits::max() && number == std::trunc(number);
+        return isId ? static_cast<int>(number) : static_cast<int>(row) + 1;
     }
 
     Project const &project_;
@@ -188,7 +208,8 @@ std::vector<double> Project::pointNumbers(ProjectPointSet const &set, QString co
     if (series->unit.hasUnit()) {
         Unit const &quantity = *series->unit.getUnit();
         for (double &number : numbers) {
-            number = quantity.toBase(number, series->unit.getCurrentUnit());
+            double const inBase = quantity.toBase(number, series->unit.getCurrentUnit());
+            number = std::isfinite(inBase) ? inBase : MISSING;
         }
     }
     if (unit) {
@@ -210,6 +231,7 @@ void Project::changeView(QString const &viewName, std::function<void(ProjectView
 void Project::importPicture(QString const &fileName, PictureOptions const &options)
 {
     requireTokenName(fileName, options.view);
+    requireStageNumber(fileName, options.stage);
     QString reason;
     std::unique_ptr<Zem::Image> const picture = loadFile(fileName, &reason);
     if (!picture) {
@@ -242,6 +264,7 @@ void Project::setCamera(QString const &viewName, CameraModel const &camera)
     if (camera.width == 0 || camera.height == 0) {
         throw ImportError(QStringLiteral("%1: the camera of '%2' has no size").arg(name(), viewName));
     }
+    requireStorable(name(), camera);
     changeView(viewName, [&](ProjectView *view) {
         if (!view->stagesOfPictures.empty() || !view->stagesOfOverlays.empty()) {
             requireSize(*view, camera.width, camera.height, QStringLiteral("camera"));

@@ -134,6 +134,11 @@ void writeView(SqlConnection const &connection, ProjectView *view)
     connection.run(query);
 }
 
+void countChangeOfView(SqlConnection const &connection, std::int64_t view, unsigned int change)
+{
+    runFor(connection, "UPDATE \"view\" SET modified = ? WHERE id = ?", {change, view});
+}
+
 void writePointSet(SqlConnection const &connection, ProjectPointSet *set)
 {
     bool const exists = set->id != 0;
@@ -196,6 +201,16 @@ void writePicture(SqlConnection const &connection, std::int64_t view, unsigned i
     query.addBindValue(picture.type);
     query.addBindValue(picture.pixels.isNull() ? QByteArray("") : picture.pixels);
     connection.run(query);
+}
+
+QString pointSetOfGroup(SqlConnection const &connection, QString const &group)
+{
+    QSqlQuery query = connection.prepare(
+        QStringLiteral("SELECT point_set.name FROM point_stage JOIN point_set ON point_set.id = point_stage.point_set "
+                       "WHERE point_stage.series_group = ?"));
+    query.addBindValue(group);
+    connection.run(query);
+    return query.next() ? query.value(0).toString() : QString();
 }
 
 void requireStage(SqlConnection const &connection, unsigned int stage)

@@ -11,7 +11,9 @@ std::vector<ProjectPointSet> readPointSets(SqlConnection const &connection);
 
 /// Adds the view with a new id, which it receives, when it has none (0); else stores it anew.
 void writeView(SqlConnection const &connection, ProjectView *view);
-/// The same for the set, without its stages.
+/// Marks the view, if there is one of that id, as changed.
+void countChangeOfView(SqlConnection const &connection, std::int64_t view, unsigned int change);
+/// As for views, without its stages.
 void writePointSet(SqlConnection const &connection, ProjectPointSet *set);
 /// The group of series that holds the points of the set at the stage from here on.
 void writePointStage(SqlConnection const &connection, std::int64_t set, unsigned int stage, QString const &group);
@@ -31,6 +33,9 @@ std::optional<StoredPicture> readPicture(SqlConnection const &connection, std::i
                                          PictureKind_t kind);
 void writePicture(SqlConnection const &connection, std::int64_t view, unsigned int stage, PictureKind_t kind,
                   StoredPicture const &picture);
+
+/// The name of a point set that has its points in the group; empty when there is none.
+QString pointSetOfGroup(SqlConnection const &connection, QString const &group);
 
 /// Adds the stage unless it is there.
 void requireStage(SqlConnection const &connection, unsigned int stage);

@@ -35,14 +35,15 @@ std::unique_ptr<ImageColor> asColor(std::unique_ptr<Zem::Image> picture)
     return std::unique_ptr<ImageColor>(isColor ? static_cast<ImageColor *>(picture.release()) : nullptr);
 }
 
-/// Where the connectors of labels of the whole set end: at the point nearest to the middle of all.
-BaVec2d<double> connectorPoint(std::vector<BaVec3d<double>> const &places, Fig2::Transformation const &transformation)
+/// Where the connectors of labels of the whole set end: at the valid point nearest to the middle of all.
+BaVec2d<double> connectorPoint(PointField const &field, std::vector<BaVec3d<double>> const &places,
+                               Fig2::Transformation const &transformation)
 {
     std::vector<BaVec2d<double>> pixels;
     BaVec2d<double> sum;
-    for (BaVec3d<double> const &place : places) {
+    for (std::size_t i = 0; i < places.size(); ++i) {
         BaVec2d<double> pixel;
-        if (transformation.computeImagePoint(place, &pixel)) {
+        if (field.valid[i] && transformation.computeImagePoint(places[i], &pixel)) {
             pixels.push_back(pixel);
             sum += pixel;
         }
@@ -104,19 +105,25 @@ ImageData const *ViewStore::lend(QString const &token)
     if (!found->shown) {
         found->shown = make(*findView(*contents_, token, stage_));
     }
-    found->lent.push_back(found->shown);
     keep(token);
-    return &found->lent.back()->data;
+    if (found->lent.empty() || found->lent.back() != found->shown) {
+        found->lent.push_back(found->shown);
+    }
+    ++found->loans;
+    return &found->shown->data;
 }
 
 void ViewStore::takeBack(QString const &token)
 {
     auto const found = tokens_.find(token);
-    if (found == tokens_.end() || found->second.lent.empty()) {
+    if (found == tokens_.end() || found->second.loans == 0) {
         throw ProgError("Zem::Measurement::ProjectTokenInterface::releaseImage", "meas_view_store", __LINE__,
                         "Image token not locked");
     }
-    found->second.lent.pop_back();
+    // Who gives back does not say what: after a change of the project there may be loans of two states.
+    if (--found->second.loans == 0) {
+        found->second.lent.clear();
+    }
 }
 
 unsigned int ViewStore::modifiedCounter(QString const &token)
@@ -166,7 +173,7 @@ void ViewStore::showPoints(ViewAtStage const &place, ProjectPointSet const &set,
     std::vector<BaVec3d<double>> const places = shownPlaces(set, field);
     auto object = std::make_unique<ImageDataObject>(set.name);
     object->setDisplayText(set.name);
-    object->setConnectorPoint(connectorPoint(places, *shown->data.getTransformation()));
+    object->setConnectorPoint(connectorPoint(field, places, *shown->data.getTransformation()));
     object->addElement(marksOf(field, places).copy());
     shown->data.addObject(object.release());
     showScale(place, set, field, shown);
@@ -187,8 +194,7 @@ void ViewStore::showScale(ViewAtStage const &place, ProjectPointSet const &set, 
     if (legend.getUnit() != values.unit.getUnit()) {
         legend.setUnitData(values.unit);
     }
-    std::vector<double> now = numbersOf(contents_->project(), set, field, coloringColumn(set), place.stage, nullptr);
-    std::erase_if(now, [](double value) { return std::isnan(value); });
+    std::vector<double> const now = coloringOf(*contents_, set, field, place.stage).known();
     shown->data.setLegendData(legend, values.data, histogramOf(now, legend, values.data));
 }
 
@@ -200,8 +206,7 @@ void ViewStore::paint(ViewAtStage const &place, ProjectPointSet const &set, Poin
         return;
     }
     Legend2::LegendHandler const colors(&legend, &data);
-    std::vector<double> const values =
-        numbersOf(contents_->project(), set, field, coloringColumn(set), place.stage, nullptr);
+    std::vector<double> const values = coloringOf(*contents_, set, field, place.stage).numbers;
     shown->overlay = paintField(field, shownPlaces(set, field), values, *shown->data.getTransformation(), colors,
                                 place.view->camera.width, place.view->camera.height);
 }
@@ -216,10 +221,10 @@ ViewStore::Values const &ViewStore::valuesOf(ProjectPointSet const &set)
     std::vector<double> all;
     for (auto const &[stage, group] : set.groups) {
         PointField const field = contents_->project().points(set, stage);
-        std::vector<double> const numbers =
-            numbersOf(contents_->project(), set, field, coloringColumn(set), stage, &values.unit);
-        std::copy_if(numbers.begin(), numbers.end(), std::back_inserter(all),
-                     [](double number) { return !std::isnan(number); });
+        PointNumbers const numbers = coloringOf(*contents_, set, field, stage);
+        std::vector<double> const known = numbers.known();
+        all.insert(all.end(), known.begin(), known.end());
+        values.unit = numbers.unit;
     }
     values.any = !all.empty();
     values.data = values.any ? statisticsOf(all) : Legend2::Data();

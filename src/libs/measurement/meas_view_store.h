@@ -20,7 +20,7 @@ struct ViewAtStage
 };
 
 /// What an image token stands for: a view at the current stage, or "view.12", at stage 12. None for NO_STAGE, a stage
-/// that does not exist, and any other text.
+/// in the text that does not exist, and any other text.
 std::optional<ViewAtStage> findView(ProjectContents const &contents, QString const &token,
                                     StageIdentifier const &currentStage);
 
@@ -54,8 +54,9 @@ private:
     {
         QString signature; ///< of what it stands for
         unsigned int counter = 0;
-        std::shared_ptr<Shown const> shown; ///< may be dropped when it is not lent
-        std::vector<std::shared_ptr<Shown const>> lent;
+        std::shared_ptr<Shown const> shown;             ///< may be dropped when it is not lent
+        std::vector<std::shared_ptr<Shown const>> lent; ///< all of them live until the last loan is over
+        std::size_t loans = 0;
     };
     /// The values that colour the points of a set, over all its stages.
     struct Values

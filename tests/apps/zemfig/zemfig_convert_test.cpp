@@ -1,5 +1,10 @@
 #include "CommandRun.h"
 
+#include <ZemImage.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
 #include <gtest/gtest.h>
 
 namespace Zem::Support {
@@ -46,6 +51,52 @@ TEST(ZemfigConvert, givesTheSameBytesThereAndBack)
 
     EXPECT_FALSE(place.read("a.fig").isEmpty());
     EXPECT_EQ(place.read("a.fig"), place.read("b.fig"));
+}
+
+QByteArray picture(Workplace const &place, QString const &name, Color color)
+{
+    ImageColor image(4, 3);
+    for (unsigned int y = 0; y < 3; ++y)
+        std::fill_n(image.getRow(y), 4, color);
+    EXPECT_TRUE(image.saveImage(place.path(name), nullptr));
+    return place.read(name);
+}
+
+TEST(ZemfigConvert, takesThePicturesOfLogosFromTheFolderOfThePage)
+{
+    Workplace const place;
+    ASSERT_TRUE(QDir(place.path({})).mkdir(QStringLiteral("pages")));
+    picture(place, "logo.png", Color(1, 2, 3));
+    picture(place, "pages/logo.png", Color(200, 100, 50));
+    QByteArray const page = "[[element]]\ntype = \"logo\"\nname = \"sign\"\nfile_name = \"logo.png\"\n";
+    place.write("pages/page.figure.toml", page);
+    place.write("page.figure.toml", page);
+
+    EXPECT_EQ(place.zemfig({"convert", "pages/page.figure.toml", "-o", "a.fig"}).exitCode, 0);
+    EXPECT_EQ(place.zemfig({"convert", "page.figure.toml", "-o", "b.fig"}).exitCode, 0);
+    EXPECT_NE(place.read("a.fig"), place.read("b.fig"));
+
+    // The name is that of the folder which the page is in.
+    EXPECT_EQ(place.zemfig({"convert", "a.fig", "-o", "pages/back.figure.toml"}).errors, "");
+    EXPECT_EQ(place.zemfig({"convert", "pages/back.figure.toml", "-o", "c.fig"}).exitCode, 0);
+    EXPECT_EQ(place.read("c.fig"), place.read("a.fig"));
+}
+
+TEST(ZemfigConvert, tellsOfPicturesThatAPageCannotHold)
+{
+    Workplace const place;
+    picture(place, "logo.png", Color(1, 2, 3));
+    place.write("page.figure.toml", "[[element]]\ntype = \"logo\"\nname = \"sign\"\nfile_name = \"logo.png\"\n");
+    ASSERT_EQ(place.zemfig({"convert", "page.figure.toml", "-o", "a.fig"}).exitCode, 0);
+    EXPECT_EQ(place.zemfig({"convert", "a.fig", "-o", "b.figure.toml"}).errors, "");
+
+    picture(place, "logo.png", Color(200, 100, 50));
+    std::string const changed = place.zemfig({"convert", "a.fig", "-o", "b.figure.toml"}).errors;
+    EXPECT_NE(changed.find("a page document holds no pictures"), std::string::npos) << changed;
+    EXPECT_NE(changed.find("sign"), std::string::npos) << changed;
+    ASSERT_TRUE(QFile::remove(place.path("logo.png")));
+    std::string const gone = place.zemfig({"convert", "a.fig", "-o", "b.figure.toml"}).errors;
+    EXPECT_NE(gone.find("'./logo.png' does not hold it"), std::string::npos) << gone;
 }
 
 TEST(ZemfigConvert, refusesDamagedFilesAndLeavesTheTarget)

@@ -216,4 +216,13 @@ TEST_F(PicturePlace, showsLabelsOfWhatIsMeasured)
     EXPECT_TRUE(contains(place.read("back.figure.toml").toStdString(), "label = \"line\""));
 }
 
+TEST_F(PicturePlace, laysOutVectorsOfDepthAlone)
+{
+    place.write("deep.csv", "x [px],y [px],dz [mm]\n10,5,2\n30,25,4\n");
+    CommandResult const made =
+        place.zemfig({"overlay", "a.tif", "--points", "deep.csv", "-o", "page.svg", "--save", "page.figure.toml"});
+    EXPECT_EQ(made.exitCode, 0) << made.errors;
+    EXPECT_TRUE(contains(place.read("page.figure.toml").toStdString(), "length&nbsp;[mm]"));
+}
+
 } // namespace Zem::Support

@@ -1,5 +1,6 @@
 #include "view_support.h"
 
+#include <BlockCrafter.h>
 #include <RecordingPainter.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Figure.h>
@@ -145,6 +146,10 @@ TEST_F(ImageLabelTest, drawsAFieldInTheColorsOfTheImage)
     std::vector<std::string> const marks = marksOf(*label);
     ASSERT_FALSE(marks.empty());
     EXPECT_THAT(marks[0], testing::StartsWith("ellipse 20,15 radii 0.5,0.5"));
+    auto const lowest = std::find_if(marks.begin(), marks.end(),
+                                     [](std::string const &mark) { return mark.starts_with("ellipse 20,35 "); });
+    ASSERT_NE(lowest, marks.end());
+    EXPECT_NE(marks[0].substr(marks[0].find("radii")), lowest->substr(lowest->find("radii"))); // 7 and 9
     Legend2::Data data;
     ASSERT_TRUE(label->getLegendData(&data));
     EXPECT_EQ(data.getDynamicMinimum(), 7.0);
@@ -209,8 +214,8 @@ TEST_F(ImageLabelTest, makesLabelsOfWhatIsMeasured)
     }
     EXPECT_EQ(images.createImageLabel(QStringLiteral("other")), nullptr);
     std::vector<QString> const ids = images.getImageElements(QStringLiteral("camera"));
-    EXPECT_EQ(ids.size(), 5u);
-    EXPECT_EQ(ids[2], QStringLiteral("field:2"));
+    EXPECT_THAT(ids, testing::ElementsAre(QStringLiteral("field"), QStringLiteral("field:1"), QStringLiteral("field:2"),
+                                          QStringLiteral("field:3"))); // point 4 has no value and is hidden
     EXPECT_EQ(images.getImageElementName(QStringLiteral("field:1:2")), QStringLiteral("field 1 - 2"));
 }
 
@@ -220,6 +225,115 @@ TEST_F(ImageLabelTest, findsThePointNearestToAPixel)
     ASSERT_TRUE(images.getObjectPoint(QStringLiteral("field"), {28.0, 7.0}, &place));
     EXPECT_EQ(place, (BaVec3d<double>{30.0, 5.0, 0.0}));
     EXPECT_FALSE(images.getObjectPoint(QStringLiteral("other"), {28.0, 7.0}, &place));
+}
+
+TEST_F(ImageLabelTest, doesNotMeasureWithHiddenPoints)
+{
+    auto *const label = addLabel<LineLabel>("field:1:4");
+    auto *const point = addLabel<PointLabel>("field:4");
+    update();
+    EXPECT_TRUE(label->getPlaces().empty());
+    EXPECT_TRUE(point->getPlaces().empty());
+    EXPECT_EQ(value("field:1:4", "strain"), "invalid");
+    EXPECT_EQ(value("field:4", "x"), "invalid");
+    BaVec3d<double> place;
+    ASSERT_TRUE(images.getObjectPoint(QStringLiteral("field"), {20.0, 20.0}, &place));
+    EXPECT_EQ(place, (BaVec3d<double>{10.0, 25.0, 0.0})); // 11 away; the hidden point lies there
+    auto *const field = addLabel<DisplacementFieldLabel>("field");
+    update();
+    EXPECT_NEAR(field->computeObjectPoint().x, 50.0 / 3.0, 1e-12);
+    EXPECT_NEAR(field->computeObjectPoint().y, 35.0 / 3.0, 1e-12);
+}
+
+TEST_F(ImageLabelTest, takesTheFirstOfTwoPointsWithOneNumber)
+{
+    importPoints("id,x,y,s\n7,1,1,\n7,2,2,1\n7,3,3,1\n1.5,4,4,1\n", [] {
+        PointOptions options;
+        options.set = QStringLiteral("twins");
+        options.columns.value = QStringLiteral("s");
+        return options;
+    }());
+    EXPECT_EQ(value("twins:7", "x"), "2.0000"); // the first one is hidden
+    EXPECT_EQ(value("twins:4", "x"), "4.0000"); // 1.5 is no number of a point, so the row counts
+    EXPECT_EQ(value("twins:1", "x"), "invalid");
+    std::vector<QString> const ids = images.getImageElements(QStringLiteral("camera"));
+    EXPECT_EQ(std::count(ids.begin(), ids.end(), QStringLiteral("twins:7")), 1);
+}
+
+TEST_F(ImageLabelTest, tellsOfASetWithoutVectorsAndValues)
+{
+    PointOptions options;
+    options.set = QStringLiteral("plain");
+    importPoints("x,y\n1,1\n2,2\n", options);
+    EXPECT_EQ(value("plain", "count"), "2.0000");
+    EXPECT_EQ(value("plain", "max"), "invalid");
+    EXPECT_EQ(value("plain:1", "dx"), "invalid");
+}
+
+TEST_F(ImageLabelTest, tellsOfWhatIsThereNow)
+{
+    PointOptions options;
+    options.columns.value = QStringLiteral("s");
+    importPoints("id,x,y,s,t\n1,10,5,7,70\n2,30,5,8,80\n", options);
+    EXPECT_EQ(value("field:2", "x"), "30.0000");
+    EXPECT_EQ(value("field:2", "s"), "8.0000");
+    EXPECT_EQ(value("field:2", "t"), "80.0000");
+    importPoints("id,x,y,s,t\n1,10,5,7,70\n2,31,5,8,81\n", options);
+    EXPECT_EQ(value("field:2", "t"), "81.0000");
+    EXPECT_EQ(value("field:2", "x"), "31.0000");
+}
+
+TEST_F(ImageLabelTest, takesNoSpeedForADisplacement)
+{
+    PointOptions options;
+    options.set = QStringLiteral("flow");
+    importPoints("x [mm],y [mm],dx [m/s],dy [m/s]\n0,0,0,0\n20,0,10,0\n", options);
+    EXPECT_EQ(value("flow:1:2", "length"), value("flow:1:2", "length0"));
+    EXPECT_EQ(value("flow:1:2", "strain"), "0.0000");
+    EXPECT_EQ(value("flow:1:1", "strain"), "invalid"); // no length to be a share of
+}
+
+TEST_F(ImageLabelTest, drawsTheShorterArcOfAnAngle)
+{
+    PointOptions options;
+    options.set = QStringLiteral("wedge");
+    importPoints("x,y\n10,16\n30,15\n10,14\n", options);
+    auto *const label = addLabel<AngleLabel>("wedge:1:2:3");
+    update();
+    std::string const arc = marksOf(*label)[1];
+    // 0.4 of sqrt(401) to the left of the vertex, which is at (40, 25) of the page.
+    EXPECT_THAT(arc, testing::HasSubstr(" 31.99"));
+    EXPECT_THAT(arc, testing::Not(testing::HasSubstr(" 48.")));
+}
+
+TEST_F(ImageLabelTest, drawsNoWayThroughOneStage)
+{
+    auto *const label = addLabel<StagePointLabel>("field:2");
+    update();
+    std::vector<std::string> const marks = marksOf(*label);
+    ASSERT_EQ(marks.size(), 2u);
+    EXPECT_THAT(marks[0], testing::StartsWith("ellipse 40,15 "));
+}
+
+TEST_F(ImageLabelTest, looksAgainAfterAnError)
+{
+    auto *const label = addLabel<PointLabel>("field:2");
+    executeRaw(path(), "UPDATE series SET name = 'field.1.lost' WHERE name = 'field.1.y'");
+    EXPECT_THROW(images.updateImageElement(label), ProjectError);
+    EXPECT_THROW(images.updateImageElement(label), ProjectError);
+    executeRaw(path(), "UPDATE series SET name = 'field.1.y' WHERE name = 'field.1.lost'");
+    EXPECT_TRUE(images.updateImageElement(label));
+    EXPECT_EQ(label->getPlaces().size(), 1u);
+}
+
+TEST_F(ImageLabelTest, countsNothingInARangeWithoutWidth)
+{
+    auto *const label = addLabel<DisplacementFieldLabel>("field");
+    update();
+    Legend2::HistogramData histogram;
+    EXPECT_FALSE(label->getHistogramData(8.0, 8.0, &histogram));
+    EXPECT_FALSE(label->getHistogramData(9.0, 7.0, &histogram));
+    EXPECT_FALSE(label->getHistogramData(10.0, 11.0, &histogram));
 }
 
 TEST_F(ImageLabelTest, comesBackFromAFileWithItsMark)
@@ -246,6 +360,29 @@ TEST_F(ImageLabelTest, comesBackFromAFileWithItsMark)
     EXPECT_EQ(found->getMarkLine(), label->getMarkLine());
     EXPECT_EQ(found->getPlaces(), label->getPlaces());
     EXPECT_EQ(found->getImageElementId(), QStringLiteral("field:1:2"));
+}
+
+TEST(MeasuredLabel, refusesAMarkWithoutASizeAndKeepsItsOwn)
+{
+    PointLabel label;
+    label.setMarkSize(2.5);
+    for (double const size : {-1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        std::string const bytes = Support::BlockCrafter()
+                                      .add([](IO::OutStream &stream) { PointLabel().ImageLabel::save(&stream, 0, 0); })
+                                      .block(1, Support::Payload().d(size).u(0))
+                                      .bytes();
+        EXPECT_THROW(Support::readFrom(bytes, [&](IO::InStream &stream) { label.load(&stream, 0, 0); }),
+                     IO::StreamException);
+        EXPECT_EQ(label.getMarkSize(), 2.5);
+    }
+}
+
+TEST_F(ImageLabelTest, marksNoWayOfAPointThatIsNotThereNow)
+{
+    importPicture(2);
+    auto *const label = addLabel<StagePointLabel>("field:2");
+    update(2);
+    EXPECT_TRUE(label->getPlaces().empty());
 }
 
 TEST_F(ImageLabelTest, comesBackFromItsParametersAndItsText)

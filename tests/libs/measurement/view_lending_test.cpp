@@ -5,6 +5,7 @@
 #include <ZemFig2ImageDataPoints.h>
 #include <ZemFig2Transformation.h>
 #include <ZemLegendHandler.h>
+#include <ZemTokenTools.h>
 
 using namespace Zem;
 using namespace Zem::Measurement;
@@ -136,6 +137,58 @@ TEST_F(ViewLendingTest, keepsWhatIsLentWhileTheProjectChanges)
     EXPECT_EQ(grey(after), 0);
 }
 
+TEST_F(ViewLendingTest, keepsAllStatesUntilTheLastLoanIsOver)
+{
+    QString const name = QStringLiteral("camera");
+    importPicture(1);
+    Fig2::ImageData const *const first = tokens.getImage(name);
+    Image8 other(40, 30);
+    std::fill_n(other.getRow(0), 40, std::uint8_t(7));
+    ASSERT_TRUE(other.saveImage(path("other.png"), nullptr));
+    project.importPicture(path("other.png"), {});
+    Fig2::ImageData const *const second = tokens.getImage(name);
+    EXPECT_NE(first, second);
+    tokens.releaseImage(name); // the first loan, or the second: nobody says
+    importPicture(1);
+    EXPECT_NE(counter("camera"), 0u);
+    EXPECT_EQ(static_cast<Image8 const *>(first->getImage())->getRow(0)[0], 100);
+    EXPECT_EQ(static_cast<Image8 const *>(second->getImage())->getRow(0)[0], 7);
+    tokens.releaseImage(name);
+    EXPECT_THROW(tokens.releaseImage(name), ProgError);
+}
+
+TEST_F(ViewLendingTest, standsStillWhenTheSamePointsComeAgain)
+{
+    importPicture(1);
+    importSquare();
+    unsigned int const image = counter("camera");
+    unsigned int const statistic = counter("field.s.max");
+    std::int64_t const revision = project.revision();
+    importSquare();
+    EXPECT_EQ(counter("camera"), image);
+    EXPECT_EQ(counter("field.s.max"), statistic);
+    EXPECT_EQ(project.revision(), revision);
+    PointOptions options;
+    options.moved = true;
+    importSquare(options);
+    EXPECT_NE(counter("camera"), image);
+    EXPECT_NE(counter("field.s.max"), statistic);
+}
+
+TEST_F(ViewLendingTest, movesTheCounterOfTheViewThatPointsLeave)
+{
+    importPicture(1);
+    importSquare();
+    unsigned int const before = counter("camera");
+    ASSERT_TRUE(Loan(tokens, "camera")->getObject(QStringLiteral("field")));
+    PointOptions options;
+    options.view = QStringLiteral("other");
+    importSquare(options);
+    EXPECT_NE(counter("camera"), before);
+    EXPECT_FALSE(Loan(tokens, "camera")->getObject(QStringLiteral("field")));
+    EXPECT_TRUE(Loan(tokens, "other")->getObject(QStringLiteral("field")));
+}
+
 TEST_F(ViewLendingTest, showsThePointsOfTheStage)
 {
     importPicture(1);
@@ -196,6 +249,72 @@ TEST_F(ViewLendingTest, scalesItsColorsForAllStages)
     EXPECT_EQ(histogram.getMaxCount(), 2u);
 }
 
+TEST_F(ViewLendingTest, connectsLabelsToAPointThatIsShown)
+{
+    importPicture(1);
+    PointOptions options;
+    options.columns.value = QStringLiteral("s");
+    importPoints("x,y,s\n10,10,1\n11,10,\n12,10,2\n", options);
+    BaVec2d<double> const point = Loan(tokens, "camera")->getObject(QStringLiteral("field"))->getConnectorPoint();
+    EXPECT_NEAR(std::abs(point.x - 11.0), 1.0, 1e-6); // the middle, (11, 10), is hidden
+}
+
+TEST_F(ViewLendingTest, scalesItsColorsForTheFirstSetThatHasValues)
+{
+    importPicture(1);
+    PointOptions options;
+    options.set = QStringLiteral("a");
+    importPoints("x,y\n1,1\n", options);
+    options.set = QStringLiteral("b");
+    importPoints("x,y,dx [m/s]\n1,1,3\n", options);
+    options.set = QStringLiteral("c");
+    importPoints("x,y,dx\n1,1,9\n2,2,8\n", options);
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    ASSERT_TRUE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+    EXPECT_EQ(data.getDynamicMaximum(), 3.0);
+    EXPECT_EQ(legend.getUnit(), uVelocity);
+}
+
+TEST_F(ViewLendingTest, scalesItsColorsAnewWhenPointsAreReplaced)
+{
+    importPicture(1);
+    importPoints("x,y,dx,dy\n1,1,3,4\n2,2,0,1\n");
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    ASSERT_TRUE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+    importPoints("x,y,dx,dy\n1,1,6,8\n2,2,0,1\n");
+    ASSERT_TRUE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+    EXPECT_EQ(data.getDynamicMaximum(), 10.0);
+}
+
+TEST_F(ViewLendingTest, prefersAnOverlayToPainting)
+{
+    importPicture(1);
+    ImageColor overlay(40, 30);
+    overlay.setHasAlphaChannel(true);
+    overlay.setPixel(20, 15, Color(1, 2, 3, 4));
+    ASSERT_TRUE(overlay.saveImage(path("overlay.png"), nullptr));
+    PictureOptions picture;
+    picture.kind = PictureKind_t::OVERLAY;
+    project.importPicture(path("overlay.png"), picture);
+    PointOptions options;
+    options.painted = true;
+    importSquare(options);
+    EXPECT_EQ(Loan(tokens, "camera")->getOverlay()->getPixel(20, 15), Color(1, 2, 3, 4));
+}
+
+TEST_F(ViewLendingTest, tellsOfAColumnThatHasNotTheRowsOfTheOthers)
+{
+    importPoints("x,y,s\n1,2,3\n4,5,6\n");
+    project.importSeries(parse("a\n1\n"), {QStringLiteral("short"), {}});
+    EXPECT_EQ(value("field.x.max"), "4.0000"); // what is known of the series is from here on
+    executeRaw(path(), "UPDATE series SET name = 'away' WHERE name = 'field.1.s'");
+    executeRaw(path(), "UPDATE series SET name = 'field.1.s' WHERE name = 'short.a'");
+    EXPECT_THAT(errorOf([&] { value("field.s.max"); }),
+                testing::HasSubstr("the columns of the points 'field' have not the same rows"));
+}
+
 TEST_F(ViewLendingTest, scalesLengthsWithoutAColumnOfValues)
 {
     importPicture(1);
@@ -232,6 +351,19 @@ TEST_F(ViewLendingTest, paintsValuesBetweenThePoints)
     EXPECT_NEAR(painted.getRed(), expected.getRed(), 2);
     EXPECT_NEAR(painted.getGreen(), expected.getGreen(), 2);
     EXPECT_NEAR(painted.getBlue(), expected.getBlue(), 2);
+}
+
+TEST_F(ViewLendingTest, paintsCellsWhereTheirCornersWent)
+{
+    importPicture(1);
+    PointOptions options;
+    options.painted = true;
+    options.moved = true;
+    importPoints("x,y,dx\n10,5,0\n30,5,0\n10,25,0\n30,25,-10\n", options); // the last corner goes to (20, 25)
+    Loan const image(tokens, "camera");
+    EXPECT_EQ(image->getOverlay()->getPixel(20, 15).getAlpha(), 160);
+    EXPECT_EQ(image->getOverlay()->getPixel(28, 6).getAlpha(), 160);
+    EXPECT_EQ(image->getOverlay()->getPixel(28, 20).getAlpha(), 0);
 }
 
 TEST_F(ViewLendingTest, paintsNothingOnWhatIsNoGrid)
@@ -274,6 +406,70 @@ TEST_F(ViewLendingTest, tellsStatisticsOfPoints)
     EXPECT_NE(counter("field.s.max"), 0u);
 }
 
+TEST_F(ViewLendingTest, tellsNothingOfAColumnThatTheStageDoesNotHave)
+{
+    importPoints("x,y,dx,dy,a\n1,1,3,4,5\n", atStage(1));
+    importPoints("x,y,dx,dy,b\n1,1,6,8,7\n", atStage(2));
+    EXPECT_EQ(value("field.a.max", 1), "5.0000");
+    EXPECT_EQ(value("field.a.max", 2), "invalid");
+    EXPECT_EQ(value("field.a.count", 2), "0.0000");
+    EXPECT_EQ(value("field.b.max", 1), "invalid");
+    EXPECT_EQ(value("field.b.max", 2), "7.0000");
+    EXPECT_EQ(value("field.length.max", 2), "10.0000");
+}
+
+TEST_F(ViewLendingTest, prefersAColumnOfTheNameOfTheLengths)
+{
+    importPicture(1);
+    importPoints("x,y,dx,dy,length\n1,1,3,4,70\n2,2,0,1,80\n");
+    EXPECT_EQ(value("field.length.max"), "80.0000");
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    ASSERT_TRUE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+    EXPECT_EQ(data.getDynamicMaximum(), 5.0); // the vectors are coloured by their lengths
+}
+
+TEST_F(ViewLendingTest, givesLengthsTheUnitOfTheVectors)
+{
+    importPoints("x [mm],y [mm],dz [m/s]\n1,1,2\n");
+    std::vector<TokenInfo> infos;
+    tokens.getTokens(&infos);
+    auto const found = std::find_if(infos.begin(), infos.end(), [](TokenInfo const &info) {
+        return info.getName() == QStringLiteral("field.length.max");
+    });
+    ASSERT_NE(found, infos.end());
+    EXPECT_EQ(found->getType(), TokenTools::getTokenType(uVelocity));
+    Value const value = tokens.getValue(found->getName(), IndexIdentifier::NO_INDEX, StageIdentifier(1));
+    EXPECT_EQ(value.getUnitData().getUnitName(), QStringLiteral("m/s"));
+}
+
+TEST_F(ViewLendingTest, tellsLengthsInSpace)
+{
+    importPoints("x,y,z,dx,dy,dz\n1,1,1,2,3,6\n2,2,,9,9,9\n");
+    EXPECT_EQ(value("field.length.max"), "7.0000"); // the second point has no place
+    EXPECT_EQ(value("field.length.count"), "1.0000");
+}
+
+TEST_F(ViewLendingTest, hasNoScaleWithoutVectorsAndValues)
+{
+    importPicture(1);
+    importPoints("x,y\n1,1\n2,2\n");
+    Legend2::Legend legend(nullptr);
+    Legend2::Data data;
+    EXPECT_FALSE(Loan(tokens, "camera")->getLegendData(&legend, &data));
+}
+
+TEST_F(ViewLendingTest, bearsPlacesThatAreFarOut)
+{
+    importPicture(1);
+    PointOptions options;
+    options.painted = true;
+    importPoints("x,y,dx,dy\n0,0,3e200,4e200\n1e300,0,0,0\n0,1e300,0,0\n1e300,1e300,1,0\n", options);
+    EXPECT_TRUE(Loan(tokens, "camera"));
+    double const greatest = QString::fromStdString(value("field.length.max")).toDouble();
+    EXPECT_NEAR(greatest / 5e200, 1.0, 1e-12); // its square is out of range
+}
+
 TEST_F(ViewLendingTest, leavesInvalidPointsOutOfStatistics)
 {
     PointOptions options;
@@ -296,4 +492,27 @@ TEST_F(ViewLendingTest, listsItsTokens)
     EXPECT_TRUE(names.contains(QStringLiteral("camera")));
     EXPECT_TRUE(names.contains(QStringLiteral("field.s.mean")));
     EXPECT_TRUE(names.contains(QStringLiteral("field.length.max")));
+}
+
+TEST_F(ViewLendingTest, takesNoColumnForAStatistic)
+{
+    importPoints("x,y,max\n1,1,3\n");
+    EXPECT_EQ(value("field.max"), "unknown");
+    EXPECT_EQ(value("field.max.max"), "3.0000");
+}
+
+TEST_F(ViewLendingTest, listsEachColumnOfNumbersOnce)
+{
+    PointOptions second = atStage(2);
+    importPoints("x,y,when,b\n1,1,2024-01-01 10:00:00,1\n", atStage(1));
+    importPoints("x,y,when,b\n1,1,2024-01-01 10:00:00,1\n", second);
+    std::vector<TokenInfo> infos;
+    tokens.getTokens(&infos);
+    std::vector<std::string> names;
+    for (TokenInfo const &info : infos) {
+        if (info.getName().endsWith(QLatin1String(".max"))) {
+            names.push_back(info.getName().toStdString());
+        }
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("field.x.max", "field.y.max", "field.b.max"));
 }

@@ -231,6 +231,21 @@ TEST_F(ViewTest, takesTheCameraOfItsPictures)
     EXPECT_EQ(project.views().size(), 1u);
 }
 
+TEST_F(ViewTest, takesTheCameraOfItsOverlays)
+{
+    project.importPicture(colorFile("b.png"), atStage(1, PictureKind_t::OVERLAY));
+    EXPECT_THAT(errorOf([&] { project.setCamera(QStringLiteral("camera"), CameraModel::plane(5, 3, 2.0, {}, false)); }),
+                testing::HasSubstr("5 x 3 pixels, but view 'camera' has 4 x 3 pixels"));
+}
+
+TEST_F(ViewTest, takesWhatIsOutOfRangeInTheBaseUnitForMissing)
+{
+    import("x [m],y [m]\n1e306,1\n2,3\n");
+    PointField const field = project.points(set(), 1);
+    ASSERT_EQ(field.points.size(), 1u);
+    EXPECT_EQ(field.points[0], (BaVec3d<double>{2000.0, 3000.0, 0.0}));
+}
+
 TEST_F(ViewTest, takesPointsByTheNamesOfTheirColumns)
 {
     PointResult const result =
@@ -272,7 +287,7 @@ TEST_F(ViewTest, takesTheFirstFourColumnsWithoutNames)
 
 TEST_F(ViewTest, leavesOutPointsWithoutAPlaceAndHidesThoseThatAreNotValid)
 {
-    import("id,x,y,dx,dy,CHC\n11,1,1,1,1,1\n12,,1,1,1,1\n13,3,3,,1,1\n14,4,4,1,1,-3\n");
+    import("id,x,y,dx,dy,CHC\n11,1,1,1,1,1\n12,,1,1,1,1\n13,3,3,,1,1\n14,4,4,1,1,0\n");
 
     PointField const field = project.points(set(), 1);
     EXPECT_EQ(field.ids, (std::vector<int>{11, 13, 14}));
@@ -317,12 +332,79 @@ TEST_F(ViewTest, wantsTheSameColumnsAtAllStages)
     EXPECT_TRUE(set().columns.dx.isEmpty());
 }
 
+TEST_F(ViewTest, keepsPointsFromAnImportOfSeries)
+{
+    import("x,y\n1,2\n");
+    SeriesOptions options;
+    options.group = QStringLiteral("field.1");
+    EXPECT_THAT(errorOf([&] { project.importSeries(parse("a\n1\n"), options); }),
+                testing::HasSubstr("a.csv: the series of 'field.1' are the points of 'field': import points"));
+    EXPECT_EQ(project.points(set(), 1).points.size(), 1u);
+    options.group = QStringLiteral("field.2");
+    EXPECT_EQ(project.importSeries(parse("a\n1\n"), options).rows, 1u);
+}
+
+TEST_F(ViewTest, refusesTheNumberThatMeansNoStage)
+{
+    constexpr unsigned int LAST = 4294967294u;
+    project.importPicture(greyFile("a.png"), atStage(LAST));
+    import("x,y\n1,2\n", LAST);
+    EXPECT_EQ(project.stages(), Stages{LAST});
+    EXPECT_EQ(project.points(set(), LAST).points.size(), 1u);
+    EXPECT_THAT(errorOf([&] { project.importPicture(greyFile("a.png"), atStage(LAST + 1)); }),
+                testing::HasSubstr("a.png: 4294967295 cannot be the number of a stage"));
+    EXPECT_THAT(importError("x,y\n1,2\n", LAST + 1), testing::HasSubstr("4294967295 cannot be the number of a stage"));
+    EXPECT_EQ(project.stages(), Stages{LAST});
+}
+
+TEST_F(ViewTest, refusesACameraThatCouldNotBeRead)
+{
+    double const none = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_THAT(errorOf([&] {
+                    project.setCamera(QStringLiteral("a"), CameraModel::plane(8, 6, none, {0.0, 0.0}, false));
+                }),
+                testing::HasSubstr("camera: parameter 'image_distance'"));
+    EXPECT_THAT(
+        errorOf([&] { project.setCamera(QStringLiteral("a"), CameraModel::plane(1 << 20, 1 << 20, 1.0, {}, false)); }),
+        testing::HasSubstr("1048576 x 1048576 pixels are too many"));
+    EXPECT_TRUE(project.views().empty());
+}
+
+TEST_F(ViewTest, tellsOfColumnsThatHaveNotTheSameRows)
+{
+    import("x,y,s\n1,2,3\n4,5,6\n");
+    project.importSeries(parse("a\n1\n"), {QStringLiteral("short"), {}});
+    for (char const *const column : {"x", "y"}) {
+        QByteArray const swap = QByteArray("UPDATE series SET name = 'field.1.") + column + "' WHERE name = 'short.a'";
+        QByteArray const away = QByteArray("UPDATE series SET name = 'away' WHERE name = 'field.1.") + column + "'";
+        QByteArray const back = QByteArray("UPDATE series SET name = 'short.a' WHERE name = 'field.1.") + column + "'";
+        QByteArray const home = QByteArray("UPDATE series SET name = 'field.1.") + column + "' WHERE name = 'away'";
+        executeRaw(path(), away.constData());
+        executeRaw(path(), swap.constData());
+        EXPECT_THAT(errorOf([&] { project.points(set(), 1); }),
+                    testing::HasSubstr("the columns of the points 'field' have not the same rows"));
+        executeRaw(path(), back.constData());
+        executeRaw(path(), home.constData());
+    }
+    EXPECT_EQ(project.points(set(), 1).points.size(), 2u);
+}
+
 TEST_F(ViewTest, tellsOfSeriesThatHaveGone)
 {
     import("x,y\n1,2\n");
     executeRaw(path(), "DELETE FROM series WHERE name = 'field.1.y'");
     EXPECT_THAT(errorOf([&] { project.points(set(), 1); }),
                 testing::HasSubstr("there is no series 'field.1.y' of the points 'field'"));
+}
+
+TEST_F(ViewTest, tellsOfStagesThatCannotBe)
+{
+    import("x,y\n1,2\n");
+    for (char const *const stage : {"4294967295", "-1"}) {
+        executeRaw(path(), (QByteArray("UPDATE point_stage SET stage = ") + stage).constData());
+        EXPECT_THAT(errorOf([&] { project.pointSets(); }),
+                    testing::HasSubstr(std::string("there is no stage ") + stage));
+    }
 }
 
 TEST_F(ViewTest, isEmptyInAProjectOfAnOlderRelease)
