@@ -252,12 +252,14 @@ private:
         return unit.isEmpty() ? title : QStringLiteral("%1 [%2]").arg(title, unit);
     }
 
+    /// The greatest number, in the unit in which it is shown.
     double sizeOf(QString const &quantity) const
     {
-        if (!seriesOf(quantity))
+        ProjectSeries const *const series = seriesOf(quantity);
+        if (!series)
             return extent_.greatestLength;
         double greatest = 0.0;
-        for (double const number : project_.pointNumbers(set_, quantity, wish_.stage, nullptr))
+        for (double const number : project_.seriesNumbers(*series))
             greatest = std::max(greatest, std::isnan(number) ? 0.0 : std::abs(number));
         return greatest;
     }
