@@ -58,7 +58,7 @@ Payload objectFields(unsigned int version)
 {
     Payload payload = Payload().s("part").v(3, 4).u(2).u(0).u(10);
     if (version >= 2)
-        payload.s("Part 1");
+        payload.s("Bolt 1");
     if (version >= 3)
         payload.u(7);
     if (version >= 4)
@@ -84,7 +84,7 @@ TEST(ImageDataObjectBlocks, areTheObjectItsElementsItsLookAndItsTokens)
     made.setConnectorPoint({3, 4});
     made.addElement(new ImageDataPointMarker({1, 2}));
     made.addElement(new ImageDataFixedGrid);
-    made.setDisplayText("Part 1");
+    made.setDisplayText("Bolt 1");
     made.setLabelTemplateType(LabelElementCreator::Element_t{7});
     made.setFiltered(true);
     made.setCanBeConnectorTarget(false);
@@ -109,7 +109,7 @@ TEST(ImageDataObjectBlocks, ofVersions7And8HaveNoTokens)
     EXPECT_EQ(contentOf(read.getVisualisation()), contentOf(unusualLook()));
 
     expectLoads(read, object(7));
-    EXPECT_EQ(read.getDisplayText(), "Part 1");
+    EXPECT_EQ(read.getDisplayText(), "Bolt 1");
     EXPECT_EQ(static_cast<int>(read.getLabelTemplateType()), 7);
     EXPECT_TRUE(read.getFiltered());
     EXPECT_FALSE(read.getCanBeConnectorTarget());

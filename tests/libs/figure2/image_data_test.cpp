@@ -104,7 +104,7 @@ TEST(ImageDataObject, isClearedButForItsTextAndTokens)
     std::string log;
     ImageDataObject object("part");
     object.addElement(new Probe(&log));
-    object.setDisplayText("Part 1");
+    object.setDisplayText("Bolt 1");
     object.setConnectorPoint({3, 4});
     object.setFiltered(true);
     object.setCanBeConnectorTarget(false);
@@ -118,7 +118,7 @@ TEST(ImageDataObject, isClearedButForItsTextAndTokens)
     EXPECT_TRUE(object.getCanBeConnectorTarget());
     EXPECT_EQ(object.getVisualisation(), ImageDataVisualisation::NONE);
     EXPECT_EQ(static_cast<int>(object.getLabelTemplateType()), -1);
-    EXPECT_EQ(object.getDisplayText(), "Part 1");
+    EXPECT_EQ(object.getDisplayText(), "Bolt 1");
     EXPECT_EQ(object.getConnectorPoint(), BaVec2d<double>(3, 4));
     EXPECT_NE(object.getTokenContainer(), nullptr);
 }
@@ -128,7 +128,7 @@ TEST(ImageDataObject, isCopiedWithoutItsDisplayText)
     std::string log;
     ImageDataObject object("part");
     object.addElement(new Probe(&log));
-    object.setDisplayText("Part 1");
+    object.setDisplayText("Bolt 1");
     object.setConnectorPoint({3, 4});
     object.setFiltered(true);
     object.setCanBeConnectorTarget(false);
@@ -170,14 +170,14 @@ TEST(ImageDataObject, sharesWhenItIsAssigned)
 {
     std::string log;
     auto *object = new ImageDataObject("part");
-    object->setDisplayText("Part 1");
+    object->setDisplayText("Bolt 1");
     object->addElement(new Probe(&log));
     // Only one of the two may ever be deleted.
     alignas(ImageDataObject) std::byte room[sizeof(ImageDataObject)];
     auto *assigned = new (room) ImageDataObject("");
     *assigned = *object;
     EXPECT_EQ(assigned->getId(), "part");
-    EXPECT_EQ(assigned->getDisplayText(), "Part 1");
+    EXPECT_EQ(assigned->getDisplayText(), "Bolt 1");
     EXPECT_EQ(*assigned->getElementBegin(), *object->getElementBegin());
     assigned->removeElement(*object->getElementBegin());
     assigned->~ImageDataObject();
