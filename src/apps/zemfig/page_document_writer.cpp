@@ -17,7 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <limits>
 
 namespace Zem::Zemfig {
 
@@ -90,16 +89,6 @@ QString fontForm(QString const &text)
     return QStringLiteral("{ family = %1, size = %2%3 }").arg(quoted(font.getFamily()), size, styles);
 }
 
-QString textListForm(Parameter const &parameter)
-{
-    QString entry = parameter.key + QLatin1StringView(" = ") + parameter.value + QLatin1Char('\n');
-    QStringList texts;
-    for (QString const &text :
-         Parse::getStringVector(entry, parameter.key, 0, std::numeric_limits<unsigned int>::max()))
-        texts << quoted(text);
-    return QLatin1Char('[') + texts.join(QLatin1StringView(", ")) + QLatin1Char(']');
-}
-
 QString valueForm(Parameter const &parameter)
 {
     switch (parameter.kind) {
@@ -114,8 +103,6 @@ QString valueForm(Parameter const &parameter)
     case ParameterKind::SpaceVector:
     case ParameterKind::VectorList:
         return vectorForm(parameter.value);
-    case ParameterKind::TextList:
-        return textListForm(parameter);
     case ParameterKind::Number:
         return numberForm(parameter.value);
     case ParameterKind::Bool:

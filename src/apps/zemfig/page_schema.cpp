@@ -15,7 +15,7 @@ namespace Zem::Zemfig {
 
 namespace {
 
-ParameterKind kindOf(QString const &key, QString const &value)
+ParameterKind kindOf(QString const &value)
 {
     if (value.startsWith(QLatin1Char('"')))
         return ParameterKind::Text;
@@ -26,7 +26,7 @@ ParameterKind kindOf(QString const &key, QString const &value)
     if (value.startsWith(QLatin1Char('(')))
         return value.count(QLatin1Char(',')) > 1 ? ParameterKind::SpaceVector : ParameterKind::Vector;
     if (value.startsWith(QLatin1Char('[')))
-        return isTextListKey(key) ? ParameterKind::TextList : ParameterKind::VectorList;
+        return ParameterKind::VectorList;
     return ParameterKind::Number;
 }
 
@@ -79,7 +79,7 @@ std::vector<Parameter> entriesOf(QString const &parameters)
             continue;
         QString const key = line.left(equals);
         QString const value = line.mid(equals + 3);
-        entries.push_back({key, kindOf(key, value), value});
+        entries.push_back({key, kindOf(value), value});
     }
     return entries;
 }
@@ -92,7 +92,11 @@ std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type)
         return found->second;
     std::unique_ptr<Fig2::Element> const prototype(type == Fig2::Element::IMAGE_LABEL ? nullptr
                                                                                       : Fig2::Element::create(type));
-    return tables[type] = prototype ? entriesOf(prototype->getParameterString()) : std::vector<Parameter>();
+    std::vector<Parameter> &parameters = tables[type];
+    if (prototype)
+        parameters = entriesOf(prototype->getParameterString());
+    std::erase_if(parameters, [](Parameter const &one) { return one.key == Fig2::ImageBase::PARAM_VISUALISATIONS; });
+    return parameters;
 }
 
 std::vector<Parameter> const &parametersOf(Fig2::Element const &element)
@@ -143,11 +147,6 @@ bool isStructureKey(QString const &key)
 bool isFontKey(QString const &key)
 {
     return key == Fig2::Element::PARAM_FONT || key.endsWith(QLatin1StringView("_font"));
-}
-
-bool isTextListKey(QString const &key)
-{
-    return key == Fig2::ImageBase::PARAM_VISUALISATIONS;
 }
 
 QString describe(Fig2::Element const &element)

@@ -14,7 +14,7 @@
 namespace Zem::Zemfig {
 
 /// What a parameter holds, told from the form that the library itself writes.
-enum class ParameterKind { Bool, Number, Text, Color, Vector, SpaceVector, VectorList, TextList };
+enum class ParameterKind { Bool, Number, Text, Color, Vector, SpaceVector, VectorList };
 
 struct Parameter
 {
@@ -27,7 +27,8 @@ struct Parameter
 std::vector<Parameter> entriesOf(QString const &parameters);
 
 /// The parameters that every element of a type has, with their defaults; empty for a type that cannot be made, and for
-/// image labels, whose parameters depend on what they are labels of.
+/// image labels, whose parameters depend on what they are labels of. The looks of an image's objects are none: they have
+/// tables of their own.
 std::vector<Parameter> const &parametersOf(Fig2::Element::Type_t type);
 /// Those of an element, image labels included.
 std::vector<Parameter> const &parametersOf(Fig2::Element const &element);
@@ -45,9 +46,6 @@ bool isStructureKey(QString const &key);
 
 /// Whether the text of the key is a font, which may stand as a table.
 bool isFontKey(QString const &key);
-
-/// Whether the list of the key holds texts; an empty one does not tell.
-bool isTextListKey(QString const &key);
 
 /// The words for the style bits of a font, in the order in which they are written.
 struct FontStyle

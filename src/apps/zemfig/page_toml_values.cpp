@@ -94,21 +94,6 @@ QString spaceVector(Parameter const &parameter, toml::node const &node, QString 
     return Parse::createVec3dString(parameter.key, value);
 }
 
-QString textList(Parameter const &parameter, toml::node const &node, QString *expected)
-{
-    *expected = QStringLiteral("a list of texts");
-    toml::array const *array = node.as_array();
-    if (!array)
-        return {};
-    std::vector<QString> texts;
-    for (toml::node const &item : *array) {
-        if (!item.is_string())
-            return {};
-        texts.push_back(textOf(item.as_string()->get()));
-    }
-    return Parse::createStringVector(parameter.key, texts);
-}
-
 QString vectorList(Parameter const &parameter, toml::node const &node, QString *expected)
 {
     *expected = QStringLiteral("a list of points as [[x, y], [x, y], ...]");
@@ -146,8 +131,6 @@ QString makeEntry(Parameter const &parameter, toml::node const &node, QString *e
         return spaceVector(parameter, node, expected);
     case ParameterKind::VectorList:
         return vectorList(parameter, node, expected);
-    case ParameterKind::TextList:
-        return textList(parameter, node, expected);
     }
     return {};
 }

@@ -28,6 +28,10 @@ constexpr unsigned int CAMERA_BLOCK_VERSION = 3; // 2: coordinate system; 3: leg
 constexpr unsigned int MASKS_BLOCK_VERSION = 1;
 constexpr unsigned int LEGEND_BLOCK_VERSION = 2; // 2: compatibility mode of the legend
 
+// What users of these errors know them by.
+constexpr unsigned int DUPLICATE_ID_LINE = 3663;
+constexpr unsigned int UNKNOWN_ID_LINE = 3682;
+
 [[noreturn]] void throwProgError(char const *function, unsigned int line, char const *text)
 {
     throw ProgError(function, "fig_image_data", line, text);
@@ -116,14 +120,14 @@ bool ImageData::getLegendData(Legend2::Legend *legend, Legend2::Data *data, Lege
 void ImageData::addObject(ImageDataObject *object)
 {
     if (!objects_.try_emplace(object->getId(), object).second)
-        throwProgError("Zem::Fig2::ImageData::addObject", __LINE__, "Duplicate ImageDataObject id");
+        throwProgError("Zem::Fig2::ImageData::addObject", DUPLICATE_ID_LINE, "Duplicate ImageDataObject id");
 }
 
 void ImageData::removeObject(QString const &id)
 {
     auto const found = objects_.find(id);
     if (found == objects_.end())
-        throwProgError("Zem::Fig2::ImageData::removeObject", __LINE__, "Object with that ID does not exist");
+        throwProgError("Zem::Fig2::ImageData::removeObject", UNKNOWN_ID_LINE, "Object with that ID does not exist");
     delete found->second;
     objects_.erase(found);
 }

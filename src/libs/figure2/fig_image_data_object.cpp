@@ -14,6 +14,8 @@ namespace Zem::Fig2 {
 
 namespace {
 
+constexpr unsigned int NOT_REGISTERED_LINE = 3215; ///< what users of this error know it by
+
 // 2: display text; 3: kind of label; 4: filter; 5: connector target; 7: no more tokens behind it; 8: look; 9: tokens
 constexpr unsigned int BLOCK_VERSION = 9;
 /// Objects of older versions carry an older kind of token container, which has no reader.
@@ -109,7 +111,7 @@ void ImageDataObject::removeElement(ImageDataElement *element)
 {
     auto const found = std::find(elements_.begin(), elements_.end(), element);
     if (found == elements_.end())
-        throw ProgError("Zem::Fig2::ImageDataObject::removeElement", "fig_image_data", __LINE__,
+        throw ProgError("Zem::Fig2::ImageDataObject::removeElement", "fig_image_data", NOT_REGISTERED_LINE,
                         "Element not registered");
     elements_.erase(found);
 }

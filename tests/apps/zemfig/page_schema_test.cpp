@@ -23,7 +23,6 @@ TEST(PageSchema, tellsWhatAParameterHolds)
     EXPECT_EQ(kindOf(Element::RECTANGLE, "origin"), ParameterKind::Vector);
     EXPECT_EQ(kindOf(Element::POLYGON, "polygon"), ParameterKind::VectorList);
     EXPECT_EQ(kindOf(Element::IMAGE, "image_cs_origin"), ParameterKind::SpaceVector);
-    EXPECT_EQ(kindOf(Element::IMAGE, "visualisations"), ParameterKind::TextList);
 }
 
 TEST(PageSchema, knowsNoParametersOfATypeThatCannotBeMade)

@@ -95,7 +95,8 @@ TEST(ImageDataObject, handsARemovedElementBack)
     object.removeElement(first);
     EXPECT_EQ(log, "");
     EXPECT_EQ(object.getElementEnd() - object.getElementBegin(), 1);
-    EXPECT_EQ(Support::progError([&] { object.removeElement(first); }), "fig_image_data: Element not registered");
+    EXPECT_EQ(Support::thrownText<ProgError>([&] { object.removeElement(first); }),
+              "Zem::Fig2::ImageDataObject::removeElement (fig_image_data:3215): Element not registered");
     delete first;
 }
 
@@ -227,13 +228,14 @@ TEST(ImageData, keepsObjectsByTheirIds)
     EXPECT_EQ(data.getObjectBegin()->first, "a");
 
     ImageDataObject second("b");
-    EXPECT_EQ(Support::progError([&] { data.addObject(&second); }), "fig_image_data: Duplicate ImageDataObject id");
+    EXPECT_EQ(Support::thrownText<ProgError>([&] { data.addObject(&second); }),
+              "Zem::Fig2::ImageData::addObject (fig_image_data:3663): Duplicate ImageDataObject id");
     EXPECT_EQ(data.getObject("b"), b);
 
     data.removeObject("b");
     EXPECT_FALSE(data.objectExists("b"));
-    EXPECT_EQ(Support::progError([&] { data.removeObject("b"); }),
-              "fig_image_data: Object with that ID does not exist");
+    EXPECT_EQ(Support::thrownText<ProgError>([&] { data.removeObject("b"); }),
+              "Zem::Fig2::ImageData::removeObject (fig_image_data:3682): Object with that ID does not exist");
 }
 
 TEST(ImageData, handsOutItsColourScale)
