@@ -71,7 +71,7 @@ void PageReader::endForm()
 bool PageReader::readNature(QString const &line)
 {
     using Nature = FormatForm::Nature;
-    static QRegularExpression const block(QStringLiteral("^Block of version (\\d+)(?:, when (.+))?\\.$"));
+    static QRegularExpression const block(QStringLiteral("^Block of version (\\d+)(?:, when ([^.]+))?\\."));
     static QRegularExpression const file(QStringLiteral("^File of type \"([^\"]+)\", version (\\d+)\\."));
     static std::map<QString, Nature> const plain{
         {"Record.", Nature::Record}, {"Sequence.", Nature::Sequence}, {"Choice.", Nature::Choice}};

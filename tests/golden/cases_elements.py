@@ -38,7 +38,8 @@ def symbol(forms, old, new):
 
 
 # Elements of files without names get one: what they are, and how many elements there are already.
-TYPE_NAMES = {LINE: "line", RECTANGLE: "rectangle", ELLIPSE: "ellipse", POLYGON: "polygon", GROUP: "group"}
+TYPE_NAMES = {LINE: "line", RECTANGLE: "rectangle", ELLIPSE: "ellipse", POLYGON: "polygon", GROUP: "group",
+              4: "label", 7: "legend", 8: "chart_legend"}
 
 
 def turn_about_centre(old, new):
@@ -108,8 +109,8 @@ def with_children(types, **more):
     return given
 
 
-def cases(forms):
-    result = []
+def family(forms, result):
+    """Appends the cases of a form: files of figures whose root has children of some types."""
 
     def add(form, types, version, variant, suffix="", adjust=None, **given):
         name = f"{form.lower().replace(' ', '_')}{suffix}_v{version}_{'ab'[variant]}"
@@ -119,6 +120,13 @@ def cases(forms):
         for version in range(1, forms[form].version + 1):
             for variant in range(2):
                 add(form, types, version, variant, **given)
+
+    return add, add_versions
+
+
+def cases(forms):
+    result = []
+    add, add_versions = family(forms, result)
 
     add_versions("Figure", [RECTANGLE])
     add_versions("Element", [RECTANGLE, ELLIPSE])

@@ -83,7 +83,7 @@ def parse_form_cell(row, cell):
 
 
 NATURES = [
-    (re.compile(r"Block of version (\d+)(?:, when (.+))?\.$"), "block"),
+    (re.compile(r"Block of version (\d+)(?:, when ([^.]+))?\."), "block"),
     (re.compile(r"Record\."), "record"),
     (re.compile(r"Sequence\."), "sequence"),
     (re.compile(r"Choice\."), "choice"),
