@@ -29,7 +29,7 @@ struct ObjectLabel
 
 bool showsImportedPicture(Element const *element)
 {
-    auto const *info = dynamic_cast<ImageImportInfo const *>(element->getImportInfo());
+    ImageImportInfo const *info = element->getImportInfo();
     return info && info->getTokenType() == ImageImportInfo::TOKEN_IMAGE;
 }
 
@@ -130,6 +130,8 @@ ImageLabel *Import::createImageLabelFromLabel(Figure *figure, ImageBase *image, 
 
     ImageLabel *result = made.get();
     parent->replaceChild(label, made.release());
+    if (!result->getConnectedImage())
+        result->connect(image, id);
     if (ImageInterface const *interface = figure->getImageInterface())
         interface->importImageElementVisualisation(result, look);
     return result;

@@ -85,7 +85,8 @@ QString Importer::place() const
 void Importer::report(char const *record, QString const &place, ImportEntry::Outcome outcome, char const *text) const
 {
     if (report_)
-        report_->add({QString::fromLatin1(record), place, outcome, *text ? translate("Figure_Import", text) : QString()});
+        report_->add(
+            {QString::fromLatin1(record), place, outcome, *text ? translate("Figure_Import", text) : QString()});
 }
 
 void Importer::kept(char const *record) const

@@ -1,5 +1,6 @@
 // The legends of older files and the elements whose colours they show.
 #include "ZemFig2Chart.h"
+#include "ZemFig2Figure.h"
 #include "ZemFig2Image.h"
 #include "ZemFig2Legend.h"
 #include "fig_import_data.h"

@@ -1,5 +1,6 @@
 // The texts of older files and the charts whose values they name.
 #include "ZemFig2Chart.h"
+#include "ZemFig2Figure.h"
 #include "ZemFig2ImportHook.h"
 #include "ZemFig2Label.h"
 #include "ZemFig2RichText.h"
@@ -99,9 +100,9 @@ struct OldText
 bool isChartValue(QStringView token)
 {
     static constexpr std::array VALUES{ChartBase::TOKEN_UNIT_AXIS_X, ChartBase::TOKEN_UNIT_AXIS_Y};
-    static constexpr std::array BEGINNINGS{ChartBase::TOKEN_NAME,  ChartBase::TOKEN_MIN_X,   ChartBase::TOKEN_MIN_Y,
-                                           ChartBase::TOKEN_MAX_X, ChartBase::TOKEN_MAX_Y,   ChartBase::TOKEN_AVERAGE,
-                                           ChartBase::TOKEN_VARIANCE, ChartBase::TOKEN_DEVIATION};
+    static constexpr std::array BEGINNINGS{
+        ChartBase::TOKEN_NAME,  ChartBase::TOKEN_MIN_X,   ChartBase::TOKEN_MIN_Y,    ChartBase::TOKEN_MAX_X,
+        ChartBase::TOKEN_MAX_Y, ChartBase::TOKEN_AVERAGE, ChartBase::TOKEN_VARIANCE, ChartBase::TOKEN_DEVIATION};
     return std::any_of(VALUES.begin(), VALUES.end(), [token](QLatin1StringView value) { return token == value; }) ||
            std::any_of(BEGINNINGS.begin(), BEGINNINGS.end(),
                        [token](QLatin1StringView beginning) { return token.startsWith(beginning); });
