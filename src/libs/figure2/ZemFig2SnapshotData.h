@@ -65,8 +65,8 @@ public:
     DrawingMode getDrawingMode() const { return drawingMode_; }
     void setDrawingMode(DrawingMode mode) { drawingMode_ = mode; }
 
-    /// Adds the elements of `source` that pass the filter, moved by `offset` (page millimetres), with the data that they
-    /// show at the stage. The source is updated for that stage before.
+    /// Adds the elements of `source` that pass the filter, moved by `offset` (page millimetres), with the data that
+    /// they show at the stage. The source is updated for that stage before.
     void merge(StageIdentifier const &stage, Figure const *source, BaVec2d<double> const &offset,
                SnapshotElementFilter const &filter);
     /// Cuts the page to the rectangle, as far as it lies on it, and moves the elements along.
@@ -100,7 +100,24 @@ private:
         Legend2::HistogramData histogram;
     };
 
+    struct Header;
+
+    void swap(SnapshotData &other) noexcept;
+    void renewTokenInterface();
+    void connectFigure();
+    void freezeCharts(Figure const *source);
+    void adoptElement(std::unique_ptr<Element> child, StageIdentifier const &stage, Figure const *source,
+                      BaVec2d<double> const &offset);
+    static void switchSystemFontOff(Figure *figure);
     void updateFigure() const;
+
+    // The persistent form.
+    template <class Archive, class Self>
+    static void headerFields(Archive &archive, Self &header);
+    void clear();
+    void loadTokens(IO::InStream *stream, Header const &header);
+    void loadParts(IO::InStream *stream, Header const &header);
+    void loadScale(IO::InStream *stream, Header const &header);
 
     // The figure unregisters from the chart interface, so that one goes last.
     std::unique_ptr<FigureTokenContainer> tokenContainer_;
