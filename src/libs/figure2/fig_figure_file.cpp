@@ -3,6 +3,7 @@
 
 #include "ZemFig2Connector.h"
 #include "fig_block.h"
+#include "fig_losses.h"
 
 #include <ZemScriptObject.h>
 
@@ -127,6 +128,7 @@ bool Figure::saveFigure(QString const &fileName, Figure const *figure, ErrorLog 
         *log << error.getText() << END_LOG;
         return false;
     }
+    logLosses(*figure, log);
     return true;
 }
 
