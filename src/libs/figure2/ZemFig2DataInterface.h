@@ -15,8 +15,8 @@ class DataReferenceInterface;
 /// tokens from providers. Figures draw from a FigureTokenInterface only; a registry is filled into one
 /// (FigureTokenContainer), and comes from older files.
 ///
-/// Who registers here, registries and providers, is not owned. Unless told otherwise an operation throws ProgError for a
-/// token that is not registered.
+/// Who registers here, registries and providers, is not owned. Unless told otherwise an operation throws ProgError for
+/// a token that is not registered.
 class DataInterface
 {
 public:
@@ -118,6 +118,21 @@ public:
 
 private:
     DataInterface &operator=(DataInterface const &other);
+
+    Variable const *findVariable(Token_t const &token, bool searchSub) const;
+    Variable const &requireVariable(Token_t const &token) const;
+    Variable &requireOwnVariable(Token_t const &token);
+    template <class Field, class Value>
+    void setDescription(Token_t const &token, Field Variable::*field, Value const &value);
+    template <class Change>
+    void setValue(Token_t const &token, Change const &change);
+    void setBare(QString const &name, Variable_t type);
+    template <class AskProvider, class AskInterface>
+    bool fetchReference(Token_t const &token, AskProvider const &askProvider, AskInterface const &askInterface) const;
+    template <class Data>
+    bool fetchData(Token_t const &token, Data const **data,
+                   bool (DataReferenceInterface::*askProvider)(QString const &, Data const **) const,
+                   bool (DataInterface::*askInterface)(QString const &, Data const **) const) const;
 
     Tokens tokens_; // owns the records
     SubInterfaces subInterfaces_;

@@ -209,6 +209,7 @@ private:
     void readBlock(Reader &reader);
     template <class Reader>
     void readScale(Reader &reader);
+    void loadToken(IO::InStream *stream);
     void loadVisualisations(IO::InStream *stream, unsigned int version);
     template <class Reader>
     void readVisualisations(Reader &reader);

@@ -7,11 +7,13 @@
 #include <ZemStream.h>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace Zem::Fig2 {
 
 class ImageBase;
+struct Variable;
 
 /// A token interface that holds values, images, charts and snapshots itself, each under its bare name, so that a figure
 /// is drawn with no application behind it. Owns all of them. Pixels are held once: the image data only point at them.
@@ -80,6 +82,23 @@ public:
     void load(IO::InStream *stream);
 
 private:
+    void clear();
+    void setEntry(QString const &name, std::unique_ptr<Entry> entry);
+    void setImageCopy(TokenInfo const &info, ImageData const *data, Zem::Image const *image,
+                      Zem::ImageColor const *overlay);
+    template <class Data>
+    void setCopy(TokenInfo const &info, Data const *data);
+    void mergeImage(TokenInfo const &info, QString const &name, FigureTokenInterface const *source);
+    template <class DataLoan>
+    void mergeCopy(TokenInfo const &info, QString const &name, FigureTokenInterface const *source);
+    void takeVariable(DataInterface const &registry, Token_t const &token, Variable const &variable);
+    void takeImageReference(DataInterface const &registry, Token_t const &token, TokenInfo const &info);
+    template <class Data>
+    void takeReference(DataInterface const &registry, Token_t const &token, TokenInfo const &info,
+                       bool (DataInterface::*fetch)(QString const &, Data const **) const);
+    void loadImage(IO::InStream *stream, QString const &name, bool isOlder);
+    void loadOverlay(IO::InStream *stream, QString const &name);
+
     std::vector<TokenInfo> tokenInfos_; // in the order of first entry
     // All by bare name, all owned.
     std::map<QString, Entry *> entries_;

@@ -105,10 +105,18 @@ struct Variable
     /// be shown is told by the text itself.
     QString toString(QString format) const;
 
-    /// A header block and, by type, what follows. load throws IO::StreamException; what was read so far stays. A record
-    /// of type image has an image when it is saved.
+    /// A header block and, by type, what follows. save throws ProgError for a chart or a snapshot without data. load
+    /// replaces all but the counter; it throws IO::StreamException, and what was read so far stays.
     void save(IO::OutStream *stream) const;
     void load(IO::InStream *stream);
+
+private:
+    void deleteData();
+    void saveImage(IO::OutStream *stream) const;
+    void loadBoolean(IO::InStream *stream);
+    void loadValue(IO::InStream *stream);
+    void loadDouble(IO::InStream *stream);
+    void loadImage(IO::InStream *stream);
 };
 
 } // namespace Zem::Fig2

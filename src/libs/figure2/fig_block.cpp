@@ -2,7 +2,7 @@
 
 namespace Zem::Fig2 {
 
-void BlockReader::throwIllegalNumber(unsigned int number)
+void throwIllegalNumber(unsigned int number)
 {
     throw IO::StreamException(translate("Fig_Block_err", "illegal value %1 in block").arg(number));
 }

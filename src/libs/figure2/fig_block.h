@@ -97,6 +97,9 @@ private:
     IO::OutStream *stream_;
 };
 
+/// Throws the refusal of a number that is none of its enumeration.
+[[noreturn]] void throwIllegalNumber(unsigned int number);
+
 /// Reads the fields of a block that is open, each under the version of that block.
 /// Every operation throws IO::StreamException for data that is missing or damaged.
 class BlockReader
@@ -162,8 +165,6 @@ public:
     }
 
 private:
-    [[noreturn]] static void throwIllegalNumber(unsigned int number);
-
     IO::InStream *stream_;
     unsigned int version_;
 };

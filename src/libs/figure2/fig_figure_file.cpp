@@ -2,6 +2,9 @@
 #include "ZemFig2Figure.h"
 
 #include "ZemFig2Connector.h"
+#include "ZemFig2Import.h"
+#include "ZemFig2ImportHook.h"
+#include "ZemFig2Template.h"
 #include "fig_block.h"
 #include "fig_losses.h"
 
@@ -87,11 +90,12 @@ void Figure::load(IO::InStream *stream, int a, int b)
         it->updateId();
         it->setFigure(this);
     }
+    ImportHook::callConvertFigure(this);
 }
 
 bool Figure::canOpenFile(std::vector<char> const &head)
 {
-    return IO::Stream::isOfFileType(head, FILE_TYPE_ID);
+    return IO::Stream::isOfFileType(head, FILE_TYPE_ID) || Import::canImportFile(head);
 }
 
 Figure *Figure::loadFigure(QString const &fileName, ErrorLog *log)
@@ -102,6 +106,8 @@ Figure *Figure::loadFigure(QString const &fileName, ErrorLog *log)
         return nullptr;
     }
     try {
+        if (Import::canImportFile(&stream))
+            return Import::importTemplate(&stream);
         if (!stream.isOfType(FILE_TYPE_ID))
             throw IO::StreamException(translate("Figure_err", "file is no valid figure file"));
         auto figure = std::make_unique<Figure>();
