@@ -42,9 +42,8 @@ OldRecords legend()
     Support::OldLegendFields fields;
     fields.token = "camera";
     fields.hasScale = true;
-    return oldElementOf(Import::OLD_LEGEND, Support::oldLegend(3, fields)
-                                                .add(Support::oldLegendDisplay(2))
-                                                .add(Support::oldLegendData(2)));
+    return oldElementOf(Import::OLD_LEGEND,
+                        Support::oldLegend(3, fields).add(Support::oldLegendDisplay(2)).add(Support::oldLegendData(2)));
 }
 
 OldRecords image(bool withSnapshot)
@@ -60,8 +59,8 @@ OldRecords image(bool withSnapshot)
 
 OldRecords picture()
 {
-    OldRecords const packed = Support::oldPicture(3, 0, Support::packedGrey(3, 2, "abcxyz"), true,
-                                                  Support::packedColor(3, 2, 1, 2, 3));
+    OldRecords const packed =
+        Support::oldPicture(3, 0, Support::packedGrey(3, 2, "abcxyz"), true, Support::packedColor(3, 2, 1, 2, 3));
     OldRecords records = packed;
     records.add(Support::oldImageData(3, true, 1, 1, true)).add(Support::oldCamera(3)).add(Support::oldMask(2));
     records.add(Support::oldObject(3, "bolt", 2, true)).add(Support::oldPoint(1, 1)).add(Support::oldPoint(2, 2));
@@ -92,13 +91,13 @@ std::string everything()
     OldRecords group = Support::oldGroup(2, 3, 1);
     group.add(oldElementOf(Import::OLD_LINE, Support::oldLine(3)));
     group.add(oldElementOf(Import::OLD_CIRCLE, Support::oldCircle(2)));
-    group.add(oldElementOf(Import::OLD_GROUP, Support::oldGroup(1, 1).add(
-                                                  oldElementOf(Import::OLD_POLYGON, Support::oldPolygon(2)))));
-    return Support::oldFile(oldFigure(2, tokens(),
-                                      {oldElementOf(Import::OLD_RECTANGLE, Support::oldRectangle(2)), chart(),
-                                       image(false), image(true), legend(), text("$curve.MAX_Y_left$", -1, ""),
-                                       text("<html><body>$gap$</body></html>", 3, "bolt"),
-                                       oldElementOf(Import::OLD_GROUP, group)}));
+    group.add(oldElementOf(Import::OLD_GROUP,
+                           Support::oldGroup(1, 1).add(oldElementOf(Import::OLD_POLYGON, Support::oldPolygon(2)))));
+    return Support::oldFile(
+        oldFigure(2, tokens(),
+                  {oldElementOf(Import::OLD_RECTANGLE, Support::oldRectangle(2)), chart(), image(false), image(true),
+                   legend(), text("$curve.MAX_Y_left$", -1, ""), text("<html><body>$gap$</body></html>", 3, "bolt"),
+                   oldElementOf(Import::OLD_GROUP, group)}));
 }
 
 /// Null when the file is refused. Whatever it claims, reading keeps to its limit.
@@ -125,11 +124,10 @@ bool loads(std::string const &bytes)
     std::unique_ptr<FigureTemplate> const figure = load(bytes, &registry);
     if (!figure)
         return false;
-    std::string const saved =
-        Support::streamOf([&](IO::OutStream &stream) { figure->Figure::save(&stream, -1, -1); });
+    std::string const saved = Support::streamOf([&](IO::OutStream &stream) { figure->Figure::save(&stream, -1, -1); });
     Figure again;
     Support::readFrom(saved, [&again](IO::InStream &stream) { again.load(&stream, -1, -1); });
-    EXPECT_EQ(again.toString(), figure->toString());
+    EXPECT_EQ(again.toString().toStdString(), figure->toString().toStdString());
     return true;
 }
 
@@ -150,7 +148,8 @@ TEST(DamagedOldFigure, isDrawnWithItsOwnTokens)
     Support::RecordingPainter painter;
     figure->draw(&painter);
 
-    EXPECT_NE(painter.transcript().find("4.000000"), std::string::npos) << painter.transcript(); // the maximum of the left curve
+    EXPECT_NE(painter.transcript().find("4.000000"), std::string::npos)
+        << painter.transcript(); // the maximum of the left curve
     figure->setTokenInterface(nullptr);
 }
 
@@ -176,7 +175,8 @@ TEST(DamagedOldFigure, loadsOrIsRefusedAfterAnyMutation)
 TEST(DamagedOldFigure, loadsOrIsRefusedAfterAnyMutationWithARightChecksum)
 {
     std::string const bytes = everything();
-    std::vector<std::size_t> const blocks = blockPlaces(bytes);
+    std::vector<std::size_t> blocks = blockPlaces(bytes);
+    std::erase_if(blocks, [&bytes](std::size_t block) { return numberAt(bytes, block) == 0; });
     std::mt19937 random(20240612);
     int loaded = 0;
     for (int i = 0; i < 5000; ++i) {

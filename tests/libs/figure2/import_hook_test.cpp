@@ -1,6 +1,6 @@
 // How the application takes part in reading figures.
-#include "import_fixture.h"
 #include "crafted_element.h"
+#include "import_fixture.h"
 
 #include <ZemFig2ImportHook.h>
 #include <ZemFig2Label.h>

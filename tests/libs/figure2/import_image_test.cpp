@@ -1,7 +1,7 @@
 // The images of older figures, what was measured on them, and what becomes of their labels.
-#include "import_fixture.h"
 #include "image_element_fixture.h"
 #include "image_label_fixture.h"
+#include "import_fixture.h"
 
 #include <ZemFig2Image.h>
 #include <ZemFig2ImageDataObjectLabel.h>
@@ -166,6 +166,8 @@ TEST(ImportLook, hasNoLengthsThatAreNone)
         OldLookFields fields;
         fields.scaling = length;
         fields.width = length;
+        fields.markerSize = length;
+        EXPECT_EQ(importLook(2, fields).getPointMarkerSize(), 20.0);
         EXPECT_EQ(importLook(2, fields).getVectorScaling(), 1.0);
         EXPECT_EQ(importLook(2, fields).getVectorLineWidth(), 1.0);
     }
@@ -180,8 +182,7 @@ TEST(ImportLook, withAnUnknownNumberIsRefused)
     OldLookFields arrows;
     arrows.arrows = 4;
 
-    EXPECT_EQ(elementRefusal(Import::OLD_IMAGE, oldImage(3, image).add(oldLook(1, mode))),
-              "illegal value 7 in block");
+    EXPECT_EQ(elementRefusal(Import::OLD_IMAGE, oldImage(3, image).add(oldLook(1, mode))), "illegal value 7 in block");
     EXPECT_EQ(elementRefusal(Import::OLD_IMAGE, oldImage(3, image).add(oldLook(1, arrows))),
               "illegal value 4 in block");
 }
@@ -193,8 +194,7 @@ TEST(ImportLook, belongsToTheObjectOfItsId)
     OldLookFields other;
     other.markerSize = 5.0;
 
-    auto const image =
-        importAs<Image>(Import::OLD_IMAGE, oldImage(3, fields).add(oldLook(1)).add(oldLook(1, other)));
+    auto const image = importAs<Image>(Import::OLD_IMAGE, oldImage(3, fields).add(oldLook(1)).add(oldLook(1, other)));
 
     EXPECT_EQ(image->getVisualisation("bolt").getPointMarkerSize(), 5.0);
     EXPECT_EQ(image->getVisualisation("any").getPointMarkerSize(), 12.0);
@@ -337,8 +337,11 @@ TEST(ImportImageData, mayHaveAScaleFromVersion3On)
 
 TEST(ImportImageData, haveObjectsWithPoints)
 {
-    withImageData(oldImageData(1, false, 2).add(oldObject(1, "bolt", 2)).add(oldPoint(1, 4)).add(oldPoint(1, 5)).add(
-                      oldObject(1, "nut", 0)),
+    withImageData(oldImageData(1, false, 2)
+                      .add(oldObject(1, "bolt", 2))
+                      .add(oldPoint(1, 4))
+                      .add(oldPoint(1, 5))
+                      .add(oldObject(1, "nut", 0)),
                   [](ImageData const &data) {
                       ImageDataObject const *bolt = data.getObject("bolt");
                       ASSERT_NE(bolt, nullptr);
@@ -358,7 +361,8 @@ std::string savedPoint(unsigned int version)
     std::string result;
     withImageData(oldImageData(1, false, 1).add(oldObject(1, "o", 1)).add(oldPoint(version, 4)),
                   [&result](ImageData const &data) {
-                      result = Support::streamOf([&](IO::OutStream &stream) { pointsOf(*data.getObject("o")).save(&stream); });
+                      result = Support::streamOf(
+                          [&](IO::OutStream &stream) { pointsOf(*data.getObject("o")).save(&stream); });
                   });
     return result;
 }

@@ -211,9 +211,10 @@ TEST(ImportElement, ofANewerVersionIsRefused)
 
 TEST(ImportGroup, keepsItsElementsInTheirOrder)
 {
-    OldRecords const inner = oldElementOf(Import::OLD_GROUP, oldGroup(2, 2, 1)
-                                                                 .add(oldElementOf(Import::OLD_LINE, oldLine(1)))
-                                                                 .add(oldElementOf(Import::OLD_RECTANGLE, oldRectangle(1))));
+    OldRecords const inner =
+        oldElementOf(Import::OLD_GROUP, oldGroup(2, 2, 1)
+                                            .add(oldElementOf(Import::OLD_LINE, oldLine(1)))
+                                            .add(oldElementOf(Import::OLD_RECTANGLE, oldRectangle(1))));
 
     auto const figure = importFigure(oldFigure({line(), inner}));
 

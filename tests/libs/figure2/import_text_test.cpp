@@ -216,8 +216,8 @@ TEST(ImportTextTarget, isTheLaterOfTwoElementsWithOneId)
 
 TEST(ImportTextTarget, mayBeAnObjectOfAnImage)
 {
-    auto const figure =
-        importFigure(oldFigure({oldElementOf(Import::OLD_IMAGE, Support::oldImage(1), {3, true}), text("a", 3, "bolt")}));
+    auto const figure = importFigure(
+        oldFigure({oldElementOf(Import::OLD_IMAGE, Support::oldImage(1), {3, true}), text("a", 3, "bolt")}));
 
     QString object;
     EXPECT_EQ(childAt<Label>(*figure, 1).getConnectorTarget(&object), &childAt<Image>(*figure, 0));
@@ -249,7 +249,8 @@ TEST(ImportTextOfAChart, isConnectedToTheChartWhoseValuesItNames)
     ImportReport report;
 
     auto const figure = importFigure(
-        oldFigure({chart("force"), chart("strain"), text("max $5.2strain.MAX_Y_left$ min $strain.MIN_Y_left$")}), &report);
+        oldFigure({chart("force"), chart("strain"), text("max $5.2strain.MAX_Y_left$ min $strain.MIN_Y_left$")}),
+        &report);
 
     EXPECT_EQ(chartOf(childAt<Label>(*figure, 2)), "strain");
     EXPECT_EQ(childAt<Label>(*figure, 2).getText(), "max $5.2MAX_Y_left$ min $MIN_Y_left$");
@@ -268,8 +269,9 @@ TEST(ImportTextOfAChart, knowsEachValueOfACharts)
 
 TEST(ImportTextOfAChart, leavesOtherTokensAlone)
 {
-    for (char const *content : {"$strain.length$", "$strain$", "$MAX_Y_left$", "$other.MAX_Y_left$", "strain.MAX_Y_left",
-                                "$strain.X_UNITS$", "cost $$ strain.MAX_Y_left", "one $strain.MAX_Y_left"}) {
+    for (char const *content :
+         {"$strain.length$", "$strain$", "$MAX_Y_left$", "$other.MAX_Y_left$", "strain.MAX_Y_left", "$strain.X_UNITS$",
+          "cost $$ strain.MAX_Y_left", "one $strain.MAX_Y_left"}) {
         auto const figure = importFigure(oldFigure({chart("strain"), text(content)}));
         EXPECT_EQ(chartOf(childAt<Label>(*figure, 1)), "none") << content;
         EXPECT_EQ(childAt<Label>(*figure, 1).getText(), content);

@@ -72,7 +72,8 @@ Value valueOf(TokenContainer const &container, QString const &name)
 
 TEST(ImportTokens, ofTypeBoolBecomeWords)
 {
-    withTokens(oneToken(0, oldBool(1, true)), [](DataInterface const &tokens) { EXPECT_EQ(tokens.getString("t"), "true"); });
+    withTokens(oneToken(0, oldBool(1, true)),
+               [](DataInterface const &tokens) { EXPECT_EQ(tokens.getString("t"), "true"); });
     withTokens(oneToken(0, oldBool(2, false, "5")), [](DataInterface const &tokens) {
         EXPECT_EQ(tokens.getString("t"), "false");
         EXPECT_EQ(variableOf(tokens).defaultFormat, "5");
@@ -133,9 +134,8 @@ TEST(ImportTokens, withoutDataAreThereAllTheSame)
                                                          {10, VARIABLE_SNAPSHOT_REFERENCE},
                                                          {11, VARIABLE_SEPARATOR}};
     for (auto const &[old, type] : types)
-        withTokens(oneToken(old, {}), [type = type](DataInterface const &tokens) {
-            EXPECT_TRUE(tokens.tokenExists(Token_t("t", type)));
-        });
+        withTokens(oneToken(old, {}),
+                   [type = type](DataInterface const &tokens) { EXPECT_TRUE(tokens.tokenExists(Token_t("t", type))); });
 }
 
 TEST(ImportTokens, areDescribedFromVersion2On)
@@ -369,8 +369,11 @@ TEST(ImportSnapshotToken, canBeSavedAndReadAgain)
 TEST(ImportTokenContainer, takesThePlainValues)
 {
     TokenContainer container;
-    OldRecords records = oldTokens(
-        2, {{"n", 1, "number", "", ""}, {"d", 2, "", "", ""}, {"s", 3, "", "", ""}, {"b", 0, "", "", ""}, {"g", 8, "", "", ""}});
+    OldRecords records = oldTokens(2, {{"n", 1, "number", "", ""},
+                                       {"d", 2, "", "", ""},
+                                       {"s", 3, "", "", ""},
+                                       {"b", 0, "", "", ""},
+                                       {"g", 8, "", "", ""}});
     records.add(oldInteger(1, 5)).add(oldDouble(2, 1500.0, "kN")).add(oldString(1, "x")).add(oldBool(1, true));
 
     readRecords(records, [&container](IO::InStream *stream) { Import::importTokenData(stream, &container); });
@@ -448,10 +451,18 @@ TEST(ImportTokenContainer, refusesAVariableOfNoKnownType)
 
 TEST(ImportVariableType, isThatOfToday)
 {
-    Variable_t const types[] = {VARIABLE_STRING,          VARIABLE_INTEGER,         VARIABLE_DOUBLE,
-                                VARIABLE_STRING,          VARIABLE_IMAGE,           VARIABLE_CHART,
-                                VARIABLE_IMAGE_REFERENCE, VARIABLE_CHART_REFERENCE, VARIABLE_GROUP,
-                                VARIABLE_SNAPSHOT,        VARIABLE_SNAPSHOT_REFERENCE, VARIABLE_SEPARATOR};
+    Variable_t const types[] = {VARIABLE_STRING,
+                                VARIABLE_INTEGER,
+                                VARIABLE_DOUBLE,
+                                VARIABLE_STRING,
+                                VARIABLE_IMAGE,
+                                VARIABLE_CHART,
+                                VARIABLE_IMAGE_REFERENCE,
+                                VARIABLE_CHART_REFERENCE,
+                                VARIABLE_GROUP,
+                                VARIABLE_SNAPSHOT,
+                                VARIABLE_SNAPSHOT_REFERENCE,
+                                VARIABLE_SEPARATOR};
     for (unsigned int type = 0; type < Import::NUMBER_OF_OLD_VARS; ++type)
         EXPECT_EQ(Import::convertVariableType(static_cast<Import::OldVar_t>(type)), types[type]);
 }
@@ -466,7 +477,8 @@ TEST(ImportRegistry, isReadWithItsDescriptions)
 {
     DataInterface tokens;
 
-    readRecords(Support::oldRegistry(), [&tokens](IO::InStream *stream) { Import::importDataInterface(stream, &tokens); });
+    readRecords(Support::oldRegistry(),
+                [&tokens](IO::InStream *stream) { Import::importDataInterface(stream, &tokens); });
 
     EXPECT_EQ(tokens.getString("operator"), "Smith");
     EXPECT_EQ(tokens.getTypeHint(Token_t("curve", VARIABLE_CHART_REFERENCE)), "strain");
@@ -476,7 +488,8 @@ TEST(ImportRegistry, fillsAContainer)
 {
     TokenContainer container;
 
-    readRecords(Support::oldRegistry(), [&container](IO::InStream *stream) { Import::importDataInterface(stream, &container); });
+    readRecords(Support::oldRegistry(),
+                [&container](IO::InStream *stream) { Import::importDataInterface(stream, &container); });
 
     EXPECT_EQ(valueOf(container, "operator"), Value(QString("Smith")));
     EXPECT_EQ(valueOf(container, "curve"), Value::UNKNOWN);
@@ -531,8 +544,9 @@ TEST(ImportFigureTokens, areToldByTheirNames)
 {
     ImportReport report;
 
-    importFigure(oldFigure(2, oneToken(9, oldFigure({oldElementOf(Import::OLD_LINE, Support::oldLine(1))}), "frozen"), {}),
-                 &report);
+    importFigure(
+        oldFigure(2, oneToken(9, oldFigure({oldElementOf(Import::OLD_LINE, Support::oldLine(1))}), "frozen"), {}),
+        &report);
 
     EXPECT_EQ(keptPlaces(report), "page frozen/\nline frozen/1\ntoken frozen\npage \n");
 }
@@ -546,10 +560,8 @@ OldRecords chart(std::string const &token)
 
 TEST(ImportTypeHints, areThoseOfTheTokensOfCharts)
 {
-    OldRecords tokens = oldTokens(2, {{"a", 7, "", "force", ""},
-                                      {"b", 5, "", "strain", ""},
-                                      {"c", 7, "", "", ""},
-                                      {"d", 1, "", "number", ""}});
+    OldRecords tokens = oldTokens(
+        2, {{"a", 7, "", "force", ""}, {"b", 5, "", "strain", ""}, {"c", 7, "", "", ""}, {"d", 1, "", "number", ""}});
     tokens.add(oldChartData(1)).add(oldInteger(1, 1));
 
     auto const figure =
