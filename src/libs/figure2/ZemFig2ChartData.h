@@ -229,6 +229,7 @@ private:
     void loadAll(IO::InStream *stream);
     void loadDataset(IO::InStream *stream, QString const &id);
     void addLegacyMarkers(Block const &block);
+    void importTokens(IO::InStream *stream, unsigned int version);
     void loadTokens(IO::InStream *stream, Block const &block);
 
     Values values_;

@@ -19,6 +19,7 @@
 #include <QtCore/QString>
 
 #include <iosfwd>
+#include <memory>
 #include <vector>
 
 namespace Zem::Legend2 {
@@ -34,6 +35,7 @@ class Connector;
 class Figure;
 class FigureTokenInterface;
 class Group;
+class ImageImportInfo;
 class Painter;
 
 /// Identity, place, looks, selection and connectors of an element, the update of its dynamic data, and its three
@@ -217,6 +219,12 @@ public:
     /// The version of the element block last read by load, -1 when none was.
     int getBlockVersion() const { return blockVersion_; }
 
+    /// What is known of the older file that the element came from, null for nothing; owned here.
+    ImageImportInfo const *getImportInfo() const { return importInfo_.get(); }
+    ImageImportInfo *getImportInfo() { return importInfo_.get(); }
+    /// Takes ownership and deletes the one before. May be null.
+    void setImportInfo(ImageImportInfo *info);
+
     /// Outline without the border; its points are the drag points.
     Polygon2d const &getDragPolygon() const { return dragPolygon_; }
     /// Outline with the border.
@@ -354,6 +362,7 @@ private:
     bool externallyManaged_ = false;
     int blockVersion_ = -1;
     bool temporarilyInvisible_ = false;
+    std::shared_ptr<ImageImportInfo> importInfo_; // shared by assigned values only
 };
 
 } // namespace Zem::Fig2

@@ -5,6 +5,7 @@
 #include "ZemFig2Element.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <type_traits>
@@ -48,6 +49,8 @@ public:
     void addChild(Element *element, Element const *predecessor = nullptr);
     /// Gives the child back to the caller. Throws ProgError when it is none.
     void removeChild(Element *element);
+    /// Gives back, in layer order, all children for which `wanted` answers true. It costs one walk over the children.
+    std::vector<Element *> removeChildren(std::function<bool(Element const *)> const &wanted);
     /// Puts a new element in the place of a child, carries over the connectors that it accepts and deletes the old one.
     /// Throws ProgError when `oldElement` is no child.
     void replaceChild(Element *oldElement, Element *newElement);
@@ -120,6 +123,7 @@ private:
     void deleteChildren();
     static void deleteOrRelease(Element *child);
     static void leaveFigure(Element *element);
+    void release(Element *child);
     void setFigureBelow(Figure *figure);
     void copyMaster(Group const &other);
     Element *findAlignmentElement(Alignment_t x, Alignment_t y) const;

@@ -108,8 +108,7 @@ public:
               unsigned int step) const;
 
     /// A block, then those of the elements, the look and the tokens. load replaces everything; it throws
-    /// IO::StreamException and then changes nothing. Objects with values of a release that had another kind of token
-    /// container are refused.
+    /// IO::StreamException and then changes nothing.
     void save(IO::OutStream *stream) const;
     void load(IO::InStream *stream);
 
@@ -131,7 +130,7 @@ private:
     friend class ImageData; // a file's list of ids has the last word on them
 
     void loadElements(IO::InStream *stream, std::vector<ImageDataElement::Type_t> const &types);
-    void loadTokens(IO::InStream *stream, Block const &block);
+    void loadTokens(IO::InStream *stream, Block const &block, unsigned int version);
     void swap(ImageDataObject &other) noexcept;
 
     Values values_;

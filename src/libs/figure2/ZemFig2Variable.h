@@ -1,12 +1,22 @@
-// ZemFig2Variable.h: the names under which a figure's own values are registered.
+// ZemFig2Variable.h: the names under which a figure's own values are registered, and the record of one.
 // Layer: tokens. Plain values; distinct objects may be used from distinct threads.
 #pragma once
 
 #include <ZemStream.h>
+#include <ZemUnit.h>
 
 #include <QtCore/QString>
 
+namespace Zem {
+class Image;
+class ImageColor;
+} // namespace Zem
+
 namespace Zem::Fig2 {
+
+class ChartData;
+class ImageData;
+class SnapshotData;
 
 /// What a registered token holds. Stored in files: never renumber.
 enum Variable_t {
@@ -60,6 +70,53 @@ public:
 private:
     QString name_;
     Variable_t type_ = VARIABLE_INTEGER;
+};
+
+/// The record of one registered token. Which of the values counts is told by the type, and the data objects are owned
+/// by a record of the matching type only. A DataInterface keeps the records; others go through its operations.
+struct Variable
+{
+    Variable_t type;
+    QString typeHint;
+    unsigned int modifiedCounter = 0; ///< raised at each change; not stored
+    QString displayText;
+    int sortIndex = -1;
+    QString groupToken; ///< name of the group token above
+    QString defaultFormat;
+    QString iconId;
+    int intValue = 0;
+    double doubleValue = 0.0; ///< in the base unit of unitData
+    UnitData unitData;
+    QString stringValue;
+    Zem::Image *image = nullptr;
+    Zem::ImageColor *overlayImage = nullptr;
+    ImageData *imageData = nullptr;
+    ChartData *chartData = nullptr;
+    SnapshotData *snapshotData = nullptr;
+
+    explicit Variable(Variable_t variableType) : type(variableType) {}
+    /// Copies whatever data objects there are, and the counter.
+    Variable(Variable const &other);
+    /// Deliberately shares the data objects and deletes none: the caller keeps ownership straight.
+    Variable &operator=(Variable const &other) = default;
+    ~Variable();
+
+    /// The value as text; `format` is sign, unit in brackets, sign, width, point, precision, each optional. What cannot
+    /// be shown is told by the text itself.
+    QString toString(QString format) const;
+
+    /// A header block and, by type, what follows. save throws ProgError for a chart or a snapshot without data. load
+    /// replaces all but the counter; it throws IO::StreamException, and what was read so far stays.
+    void save(IO::OutStream *stream) const;
+    void load(IO::InStream *stream);
+
+private:
+    void deleteData();
+    void saveImage(IO::OutStream *stream) const;
+    void loadBoolean(IO::InStream *stream);
+    void loadValue(IO::InStream *stream);
+    void loadDouble(IO::InStream *stream);
+    void loadImage(IO::InStream *stream);
 };
 
 } // namespace Zem::Fig2

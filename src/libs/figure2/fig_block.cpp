@@ -2,7 +2,7 @@
 
 namespace Zem::Fig2 {
 
-void BlockReader::throwIllegalNumber(unsigned int number)
+void throwIllegalNumber(unsigned int number)
 {
     throw IO::StreamException(translate("Fig_Block_err", "illegal value %1 in block").arg(number));
 }
@@ -12,7 +12,7 @@ void throwWrongBlockVersion()
     throw IO::StreamException(translate("Fig_BlockVersion_Error", "wrong block version"));
 }
 
-void throwWrapped(char const *context, char const *text, IO::StreamException const &cause)
+void throwWrapped(char const *context, char const *text, Exception const &cause)
 {
     throw IO::StreamException(translate(context, text).arg(cause.getText()));
 }

@@ -97,6 +97,9 @@ private:
     IO::OutStream *stream_;
 };
 
+/// Throws the refusal of a number that is none of its enumeration.
+[[noreturn]] void throwIllegalNumber(unsigned int number);
+
 /// Reads the fields of a block that is open, each under the version of that block.
 /// Every operation throws IO::StreamException for data that is missing or damaged.
 class BlockReader
@@ -162,8 +165,6 @@ public:
     }
 
 private:
-    [[noreturn]] static void throwIllegalNumber(unsigned int number);
-
     IO::InStream *stream_;
     unsigned int version_;
 };
@@ -172,7 +173,7 @@ private:
 [[noreturn]] void throwWrongBlockVersion();
 
 /// Throws IO::StreamException with translate(context, text), %1 being what went wrong inside.
-[[noreturn]] void throwWrapped(char const *context, char const *text, IO::StreamException const &cause);
+[[noreturn]] void throwWrapped(char const *context, char const *text, Exception const &cause);
 
 /// Writes one block of exactly the fields that `fields` lists. `fields` is called twice: to count, then to write.
 template <class Fields>
@@ -201,13 +202,13 @@ unsigned int loadBlock(IO::InStream *stream, unsigned int newest, Fields const &
     return version;
 }
 
-/// Runs `load` and gives a stream failure inside it the class's own text, "... : %1".
-template <class Load>
+/// Runs `load` and gives a failure inside it, mostly that of the stream, the class's own text, "... : %1".
+template <class Failure = IO::StreamException, class Load>
 void loadWrapped(char const *context, char const *text, Load const &load)
 {
     try {
         load();
-    } catch (IO::StreamException const &cause) {
+    } catch (Failure const &cause) {
         throwWrapped(context, text, cause);
     }
 }

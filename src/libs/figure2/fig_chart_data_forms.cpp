@@ -1,5 +1,6 @@
 #include "ZemFig2ChartData.h"
 
+#include "ZemFig2Import.h"
 #include "fig_block.h"
 #include "fig_items.h"
 
@@ -12,10 +13,16 @@ namespace Zem::Fig2 {
 
 namespace {
 
-/// 11: token container; 12: marker list and two flags for markers; 13: no more markers within the block; 14: histogram.
+// 2: position of a marker; 3: ranges that the data ask for; 4: whether there is a colour scale; 5: statistics; 6:
+// whether markers are supported; 7: values of the marker; 8: which ranges there are; 9: a token registry in place of
+// older token data; 10: neither; 11: token container; 12: marker list and two flags for markers; 13: no more markers
+// within the block; 14: histogram
 constexpr unsigned int BLOCK_VERSION = 14;
-/// Files with older blocks carry an older token registry, which has no reader.
-constexpr unsigned int OLDEST_VERSION = 10;
+constexpr unsigned int REGISTRY_VERSION = 9;
+constexpr unsigned int FIRST_POSITION_VERSION = 2;
+constexpr unsigned int FIRST_SUPPORT_VERSION = 6;
+constexpr unsigned int FIRST_VALUES_VERSION = 7;
+constexpr unsigned int LAST_MARKER_FIELDS_VERSION = 12;
 
 } // namespace
 
@@ -41,29 +48,34 @@ void ChartData::Block::fields(Archive &archive, Self &block, ValuesOf &values)
     archive.field(infoPoints);
     archive.field(values.infoPointColor);
     blockItems(archive, values.infoPoints, infoPoints);
-    archive.field(values.hasAxisXRange);
-    archive.field(values.hasAxisYRange);
-    archive.field(values.axisXRange);
-    archive.field(values.axisYRange);
+    archive.field(values.hasAxisXRange, Since{8}, false);
+    archive.field(values.hasAxisYRange, Since{8}, false);
+    archive.field(values.axisXRange, Since{3}, {DBL_MAX, DBL_MAX});
+    archive.field(values.axisYRange, Since{3}, {DBL_MAX, DBL_MAX});
     archive.field(values.supportsStageMarkers, Since{12}, true);
     archive.field(values.supportsPointMarkers, Since{12}, true);
     if constexpr (Archive::isReader)
         markerFields(archive, block, values);
-    archive.field(values.hasLegendData);
-    archive.field(values.computeStatistics);
+    archive.field(values.hasLegendData, Since{4}, false);
+    archive.field(values.computeStatistics, Since{5}, true);
     archive.field(block.hasTokenContainer, Since{11}, false);
     archive.field(block.interfaceIsContainer, Since{11}, false);
 }
 
-/// Up to version 12. That version has all three flags for markers, and deliberately this one counts.
+/// Version 12 has all three flags for markers, and deliberately this one counts.
 void ChartData::Block::markerFields(BlockReader &reader, Block &block, Values &values)
 {
-    if (reader.version() > 12)
+    unsigned int const version = reader.version();
+    if (version > LAST_MARKER_FIELDS_VERSION)
         return;
-    reader.field(values.supportsStageMarkers);
-    values.supportsPointMarkers = values.supportsStageMarkers;
-    reader.field(block.markerPosition);
-    blockList(reader, block.markerValues);
+    if (version >= FIRST_SUPPORT_VERSION) {
+        reader.field(values.supportsStageMarkers);
+        values.supportsPointMarkers = values.supportsStageMarkers;
+    }
+    if (version >= FIRST_POSITION_VERSION)
+        reader.field(block.markerPosition);
+    if (version >= FIRST_VALUES_VERSION)
+        blockList(reader, block.markerValues);
 }
 
 void ChartData::save(IO::OutStream *stream) const
@@ -99,11 +111,8 @@ void ChartData::loadAll(IO::InStream *stream)
     values_.tokenInterface = nullptr;
 
     Block block;
-    unsigned int const version = loadBlock(stream, BLOCK_VERSION, [&](BlockReader &reader) {
-        if (reader.version() < OLDEST_VERSION)
-            throwWrongBlockVersion();
-        Block::fields(reader, block, values_);
-    });
+    unsigned int const version =
+        loadBlock(stream, BLOCK_VERSION, [&](BlockReader &reader) { Block::fields(reader, block, values_); });
     for (QString const &id : block.ids)
         loadDataset(stream, id);
     if (version >= 12)
@@ -113,6 +122,8 @@ void ChartData::loadAll(IO::InStream *stream)
     values_.legendData.load(stream);
     if (version >= 14)
         values_.histogramData.load(stream);
+    if (version <= REGISTRY_VERSION)
+        importTokens(stream, version);
     values_.unitX.load(stream);
     values_.unitY.load(stream);
     loadTokens(stream, block);
@@ -137,6 +148,18 @@ void ChartData::addLegacyMarkers(Block const &block)
         points.emplace_back(block.markerPosition, value);
     addMarker(new LineChartMarker(block.markerPosition));
     addMarker(new PointsChartMarker(std::move(points)));
+}
+
+/// What older data had in place of a token container.
+void ChartData::importTokens(IO::InStream *stream, unsigned int version)
+{
+    auto container = std::make_unique<TokenContainer>();
+    if (version < REGISTRY_VERSION)
+        Import::importTokenData(stream, container.get());
+    else
+        Import::importDataInterface(stream, container.get());
+    setTokenContainer(container.release());
+    values_.tokenInterface = tokenContainer_;
 }
 
 void ChartData::loadTokens(IO::InStream *stream, Block const &block)

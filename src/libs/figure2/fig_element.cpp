@@ -2,6 +2,7 @@
 
 #include "ZemFig2Connector.h"
 #include "ZemFig2Figure.h"
+#include "ZemFig2ImportInfo.h"
 #include "ZemFig2Rotation.h"
 #include "ZemFig2TokenInterface.h"
 #include "fig_find.h"
@@ -79,7 +80,8 @@ Element::Element(Element const &other)
       appliedFont_(other.appliedFont_), useSystemFont_(other.useSystemFont_), fontColor_(other.fontColor_),
       highlighted_(other.highlighted_), highlightColor_(other.highlightColor_),
       pivotAlignmentX_(other.pivotAlignmentX_), pivotAlignmentY_(other.pivotAlignmentY_), margin_(other.margin_),
-      spacing_(other.spacing_), blockVersion_(other.blockVersion_), temporarilyInvisible_(other.temporarilyInvisible_)
+      spacing_(other.spacing_), blockVersion_(other.blockVersion_), temporarilyInvisible_(other.temporarilyInvisible_),
+      importInfo_(other.importInfo_ ? other.importInfo_->copy() : nullptr)
 {
     updateId();
     createScriptObject();
@@ -102,6 +104,12 @@ unsigned int Element::getEstimatedObjectSize() const
     std::size_t const points = dragPolygon_.size() + coveredPolygon_.size() + updatePolygon_.size();
     return static_cast<unsigned int>(sizeof(Element) + SCRIPT_OBJECT_SIZE + points * sizeof(BaVec2d<double>) +
                                      connectors_.capacity() * sizeof(Connector *));
+}
+
+void Element::setImportInfo(ImageImportInfo *info)
+{
+    if (info != importInfo_.get())
+        importInfo_.reset(info);
 }
 
 void Element::createScriptObject()

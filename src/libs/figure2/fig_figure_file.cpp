@@ -2,7 +2,11 @@
 #include "ZemFig2Figure.h"
 
 #include "ZemFig2Connector.h"
+#include "ZemFig2Import.h"
+#include "ZemFig2ImportHook.h"
+#include "ZemFig2Template.h"
 #include "fig_block.h"
+#include "fig_losses.h"
 
 #include <ZemScriptObject.h>
 
@@ -86,11 +90,12 @@ void Figure::load(IO::InStream *stream, int a, int b)
         it->updateId();
         it->setFigure(this);
     }
+    ImportHook::callConvertFigure(this);
 }
 
 bool Figure::canOpenFile(std::vector<char> const &head)
 {
-    return IO::Stream::isOfFileType(head, FILE_TYPE_ID);
+    return IO::Stream::isOfFileType(head, FILE_TYPE_ID) || Import::canImportFile(head);
 }
 
 Figure *Figure::loadFigure(QString const &fileName, ErrorLog *log)
@@ -101,6 +106,8 @@ Figure *Figure::loadFigure(QString const &fileName, ErrorLog *log)
         return nullptr;
     }
     try {
+        if (Import::canImportFile(&stream))
+            return Import::importTemplate(&stream);
         if (!stream.isOfType(FILE_TYPE_ID))
             throw IO::StreamException(translate("Figure_err", "file is no valid figure file"));
         auto figure = std::make_unique<Figure>();
@@ -127,6 +134,7 @@ bool Figure::saveFigure(QString const &fileName, Figure const *figure, ErrorLog 
         *log << error.getText() << END_LOG;
         return false;
     }
+    logLosses(*figure, log);
     return true;
 }
 

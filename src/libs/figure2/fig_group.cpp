@@ -168,16 +168,33 @@ void Group::removeChild(Element *element)
     auto const place = findFromEnds(children_, element);
     if (place == children_.end())
         throw ProgError("Zem::Fig2::Group::removeChild", "fig_group", __LINE__, "Element is not a child element");
-    Figure *figure = getFigure();
-    element->setSelected(false);
-    element->setParent(nullptr);
-    leaveFigure(element);
     children_.erase(place);
-    if (masterElement_ == element)
+    release(element);
+}
+
+/// The rest of what has to be done for an element that is no child any more.
+void Group::release(Element *child)
+{
+    child->setSelected(false);
+    child->setParent(nullptr);
+    leaveFigure(child);
+    if (masterElement_ == child)
         masterElement_ = children_.empty() ? nullptr : children_.front();
     invalidate();
-    if (figure)
-        figure->forgetSelection(element, this);
+    if (Figure *figure = getFigure())
+        figure->forgetSelection(child, this);
+}
+
+std::vector<Element *> Group::removeChildren(std::function<bool(Element const *)> const &wanted)
+{
+    std::vector<Element *> kept;
+    std::vector<Element *> removed;
+    std::partition_copy(children_.begin(), children_.end(), std::back_inserter(removed), std::back_inserter(kept),
+                        wanted);
+    children_ = std::move(kept);
+    for (Element *child : removed)
+        release(child);
+    return removed;
 }
 
 namespace {

@@ -1,6 +1,7 @@
 // ImageDataObject, one measured thing on a picture.
 #include "ZemFig2ImageData.h"
 
+#include "ZemFig2Import.h"
 #include "fig_block.h"
 
 #include <ZemError.h>
@@ -18,8 +19,7 @@ constexpr unsigned int NOT_REGISTERED_LINE = 3215; ///< what users of this error
 
 // 2: display text; 3: kind of label; 4: filter; 5: connector target; 7: no more tokens behind it; 8: look; 9: tokens
 constexpr unsigned int BLOCK_VERSION = 9;
-/// Objects of older versions carry an older kind of token container, which has no reader.
-constexpr unsigned int OLDEST_VERSION = 7;
+constexpr unsigned int REGISTRY_VERSION = 6; ///< below, older token data are behind the object, in it a registry
 constexpr unsigned int FIRST_LOOK_VERSION = 8;
 
 template <class Archive, class Types>
@@ -183,12 +183,8 @@ void ImageDataObject::load(IO::InStream *stream)
 {
     ImageDataObject read{QString()};
     Block block;
-    unsigned int const version = loadBlock(stream, BLOCK_VERSION, [&](BlockReader &reader) {
-        if (reader.version() < OLDEST_VERSION)
-            throw IO::StreamException(
-                translate("Figure_ImageData_err", "image data with tokens of an older release cannot be read"));
-        Block::fields(reader, block, read.values_);
-    });
+    unsigned int const version =
+        loadBlock(stream, BLOCK_VERSION, [&](BlockReader &reader) { Block::fields(reader, block, read.values_); });
     read.values_.labelTemplateType =
         static_cast<LabelElementCreator::Element_t>(static_cast<int>(block.labelTemplateType));
     read.loadElements(stream, block.types);
@@ -196,7 +192,7 @@ void ImageDataObject::load(IO::InStream *stream)
     read.values_.visualisation = ImageDataVisualisation(false);
     if (version >= FIRST_LOOK_VERSION)
         read.values_.visualisation.load(stream);
-    read.loadTokens(stream, block);
+    read.loadTokens(stream, block, version);
     swap(read);
 }
 
@@ -210,14 +206,20 @@ void ImageDataObject::loadElements(IO::InStream *stream, std::vector<ImageDataEl
     }
 }
 
-void ImageDataObject::loadTokens(IO::InStream *stream, Block const &block)
+void ImageDataObject::loadTokens(IO::InStream *stream, Block const &block, unsigned int version)
 {
-    if (block.hasTokenContainer) {
+    bool const isImported = version <= REGISTRY_VERSION;
+    if (block.hasTokenContainer || isImported) {
         auto container = std::make_unique<TokenContainer>();
-        container->load(stream);
+        if (version < REGISTRY_VERSION)
+            Import::importTokenData(stream, container.get());
+        else if (isImported)
+            Import::importDataInterface(stream, container.get());
+        else
+            container->load(stream);
         setTokenContainer(container.release());
     }
-    if (block.interfaceIsContainer)
+    if (block.interfaceIsContainer || isImported)
         values_.tokenInterface = tokenContainer_;
 }
 

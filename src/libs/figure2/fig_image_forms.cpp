@@ -1,6 +1,7 @@
 // The persistent forms of ImageBase and Image.
 #include "ZemFig2Image.h"
 
+#include "ZemFig2ImportInfo.h"
 #include "ZemFig2Tools.h"
 #include "fig_block.h"
 #include "fig_items.h"
@@ -94,6 +95,11 @@ void ImageBase::save(IO::OutStream *stream, int a, int b) const
 void ImageBase::load(IO::InStream *stream, int a, int b)
 {
     AlignedElement::load(stream, a, b);
+    loadImage(stream);
+}
+
+void ImageBase::loadImage(IO::InStream *stream)
+{
     unsigned int version = 0;
     own_ = Own();
     loadWrapped("Figure_Image_err", "cannot load figure image: %1", [&] {
@@ -103,13 +109,27 @@ void ImageBase::load(IO::InStream *stream, int a, int b)
         setAlignmentX(getPivotAlignmentX());
         setAlignmentY(getPivotAlignmentY());
     }
-    setToken(Tools::loadToken(stream, nullptr));
+    loadToken(stream);
     coordinateSystem_.load(stream);
     imageConversion_.load(stream);
     loadVisualisations(stream, version);
     if (version >= FIRST_CONFIGURATIONS_VERSION)
         loadBlock(stream, CONFIGURATIONS_BLOCK_VERSION,
                   [this](auto &archive) { configurationFields(archive, own_.labelConfigurations); });
+}
+
+/// Tokens of older elements tell what they named.
+void ImageBase::loadToken(IO::InStream *stream)
+{
+    Variable_t type = VARIABLE_STRING;
+    setToken(Tools::loadToken(stream, &type));
+    bool const namedImage = type == VARIABLE_IMAGE || type == VARIABLE_IMAGE_REFERENCE;
+    bool const namedSnapshot = type == VARIABLE_SNAPSHOT || type == VARIABLE_SNAPSHOT_REFERENCE;
+    if (!namedImage && !namedSnapshot)
+        return;
+    auto *info = new ImageImportInfo;
+    info->setTokenType(namedImage ? ImageImportInfo::TOKEN_IMAGE : ImageImportInfo::TOKEN_SNAPSHOT);
+    setImportInfo(info);
 }
 
 template <class Reader>

@@ -1,6 +1,7 @@
 // The persistent forms of LabelBase.
 #include "ZemFig2LabelBase.h"
 
+#include "ZemFig2ImportHook.h"
 #include "ZemFig2RichText.h"
 #include "fig_block.h"
 #include "fig_parameters.h"
@@ -62,6 +63,7 @@ void LabelBase::convertLoadedText(unsigned int version)
         else
             text = RTFTools::convertText(text);
     }
+    text = ImportHook::callConvertLabelText(this, text);
     if (version < FIRST_QT4_VERSION)
         text = RTFTools::convertToQt4(text);
     setText(text);
@@ -90,7 +92,8 @@ std::ostream &LabelBase::saveToStream(std::ostream &stream) const
 std::istream &LabelBase::loadFromStream(std::istream &stream)
 {
     unsigned int const version = loadText(stream, TEXT_VERSION, [this](auto &archive) { textItems(archive, *this); });
-    setText(version < FIRST_QT4_TEXT_VERSION ? RTFTools::convertToQt4(text_) : text_);
+    QString const text = ImportHook::callConvertLabelText(this, text_);
+    setText(version < FIRST_QT4_TEXT_VERSION ? RTFTools::convertToQt4(text) : text);
     return AreaBase::loadFromStream(stream);
 }
 
