@@ -56,6 +56,9 @@ protected:
     /// The full size of the content.
     virtual BaVec2d<double> getInnerElementSize() const = 0;
 
+    /// Reads the block behind the area part, which the caller has opened, and closes it.
+    void loadOpenAlignment(IO::InStream *stream);
+
     /// The extent and the top left corner of the part of a content that is seen.
     BaVec2d<double> computeInnerDrawingSize(BaVec2d<double> const &contentSize) const;
     BaVec2d<double> computeInnerDrawingOrigin(BaVec2d<double> const &contentSize) const;

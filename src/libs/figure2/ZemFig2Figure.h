@@ -46,7 +46,6 @@ public:
     explicit Figure(FigureTokenInterface const *tokenInterface);
     /// Copies the elements with the connectors among them; selection and invalidators are not copied.
     Figure(Figure const &other);
-    Figure &operator=(Figure const &) = delete;
     ~Figure() override;
 
     /// Owned by the figure; never null but while loading.
@@ -119,9 +118,9 @@ public:
     QString toString() const;
 
     virtual unsigned int getEstimatedObjectSize() const;
-    /// The stream blocks of a figure. load throws IO::StreamException, and ProgError for an image label of a type without
-    /// ImageLabelCreator; the elements of before are gone then and the page is empty. `a` and `b` are handed on to the
-    /// elements.
+    /// The stream blocks of a figure. load throws IO::StreamException, and ProgError for an image label of a type
+    /// without ImageLabelCreator; the elements of before are gone then and the page is empty. `a` and `b` are handed on
+    /// to the elements.
     virtual void load(IO::InStream *stream, int a, int b);
     virtual void save(IO::OutStream *stream, int a, int b) const;
 
@@ -132,10 +131,15 @@ public:
     static Figure *loadFigure(QString const &fileName, ErrorLog *log);
     /// Stores page, elements and connectors, no data of the interfaces. False when the file cannot be written, which
     /// leaves an old file as it was; the reason goes to `log`, which is not null. A file that cannot even be opened is
-    /// told in `log` alone, the result is true then.
+    /// told in `log` alone, the result is true then. What a figure file does not keep is told there too.
     static bool saveFigure(QString const &fileName, Figure const *figure, ErrorLog *log);
 
 protected:
+    /// Replaces the page by a copy of the other one, as the copy constructor makes it; what listens to this figure
+    /// stays. For derived classes alone: of a figure no elements are to be assigned away under the hands of those who
+    /// hold them.
+    Figure &operator=(Figure const &other);
+
     /// Called while loading, when elements and connectors stand and have the ids of the file.
     virtual void elementsLoaded();
 

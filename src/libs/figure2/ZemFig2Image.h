@@ -26,6 +26,7 @@ class ImageLabel;
 class Label;
 class Legend;
 class SnapshotData;
+class SnapshotFrame;
 class Transformation;
 
 /// Shows in its rectangle what the token interface lends under one token: a picture with overlay, marks and the axes of
@@ -148,6 +149,9 @@ protected:
     ImageBase(ImageBase const &) = default;
     ImageBase &operator=(ImageBase const &) = default;
 
+    /// Reads what stands behind the blocks of AlignedElement.
+    void loadImage(IO::InStream *stream);
+
 private:
     /// What assignment takes along and a copy begins without.
     struct Own
@@ -237,6 +241,8 @@ class Image : public ImageBase
 public:
     Image();
     Image(Image const &) = default;
+    /// What the frame has in common with it.
+    explicit Image(SnapshotFrame const *frame);
 
     Image *copy() const override { return new Image(*this); }
     std::istream &loadFromStream(std::istream &stream) override;

@@ -89,6 +89,10 @@ public:
     void save(IO::OutStream *stream) const;
     void load(IO::InStream *stream);
 
+protected:
+    /// As it is now, whether it is up to date or not.
+    Figure const *getPresentFigure() const { return figure_.get(); }
+
 private:
     struct Scale
     {

@@ -4,6 +4,8 @@
 
 #include "ZemFig2Image.h"
 
+#include <memory>
+
 namespace Zem::Fig2 {
 
 /// Shows the snapshot that the token interface lends under the id of its source.
@@ -14,11 +16,11 @@ public:
 
     SnapshotFrame();
     SnapshotFrame(SnapshotFrame const &) = default;
-    /// What the image has in common with it, on a white background that is not shown.
+    /// What the image has in common with it, on a white background that is not shown. Its source has the image's token.
     explicit SnapshotFrame(Image const *image);
 
+    /// Always the token of the element too, unless that was set alone.
     QString const &getSnapshotSourceId() const { return snapshotSourceId_; }
-    /// Also the token of the element.
     void setSnapshotSourceId(QString const &id);
 
     SnapshotFrame *copy() const override { return new SnapshotFrame(*this); }
@@ -32,6 +34,9 @@ public:
     void createFromParameterString(QString &parameters) override;
 
 private:
+    template <class Reader>
+    void loadColor(Reader &reader);
+
     QString snapshotSourceId_;
 };
 
@@ -44,16 +49,19 @@ public:
     ~Snapshot() override;
 
     /// Owned here; null for none.
-    SnapshotData const *getSnapshotData() const { return snapshotData_; }
+    SnapshotData const *getSnapshotData() const { return snapshotData_.get(); }
 
     Snapshot *copy() const override { return new Snapshot(*this); }
+    /// Reads an older element with its snapshot, and as well what save has written.
     void load(IO::InStream *stream, int a, int b) override;
     /// Both throw ProgError: there is no text form.
     std::istream &loadFromStream(std::istream &stream) override;
     std::ostream &saveToStream(std::ostream &stream) const override;
 
 private:
-    SnapshotData *snapshotData_ = nullptr;
+    void loadAll(IO::InStream *stream, int a, int b);
+
+    std::unique_ptr<SnapshotData> snapshotData_;
 };
 
 } // namespace Zem::Fig2

@@ -5,6 +5,8 @@
 #include "ZemFig2Figure.h"
 
 #include <map>
+#include <utility>
+#include <vector>
 
 namespace Zem::Fig2 {
 
@@ -18,9 +20,15 @@ public:
     /// The elements as Figure's copy takes them; without hints.
     explicit FigureTemplate(Figure const &figure);
     FigureTemplate(FigureTemplate const &other);
+    /// Copies the page as the constructor does, and the hints as they are: deliberately they go on telling of the other
+    /// template's elements, not of the copies.
+    FigureTemplate &operator=(FigureTemplate const &other);
+    ~FigureTemplate() override = default;
 
     /// Empty for none.
     QString getTypeHint(Element const *element) const;
+    /// Hints of elements that are not in this template are not saved. Whoever deletes an element with a hint takes the
+    /// hint back: it is known by the element's address.
     void setTypeHint(Element const *element, QString const &hint);
     /// Forgets all hints.
     void clearImportedData();
@@ -42,6 +50,10 @@ protected:
     void elementsLoaded() override;
 
 private:
+    std::vector<std::pair<int, QString>> collectHints() const;
+    void importFigureWithTokens(IO::InStream *stream, int a, int b);
+    void importOldFigure(IO::InStream *stream);
+
     std::map<int, Element *> loadedElements_;
     std::map<Element const *, QString> typeHints_;
 };

@@ -131,6 +131,13 @@ void AlignedElement::load(IO::InStream *stream, int a, int b)
         loadBlock(stream, BLOCK_VERSION, [this](auto &archive) { blockFields(archive, *this); });
 }
 
+void AlignedElement::loadOpenAlignment(IO::InStream *stream)
+{
+    BlockReader reader(stream, stream->getBlockVersion());
+    blockFields(reader, *this);
+    stream->closeBlock();
+}
+
 template <class Archive, class Self>
 void AlignedElement::textItems(Archive &archive, Self &self)
 {

@@ -11,6 +11,7 @@
 #include "ZemFig2Logo.h"
 #include "ZemFig2Polygon.h"
 #include "ZemFig2Rectangle.h"
+#include "ZemFig2SnapshotFrame.h"
 
 #include <ZemError.h>
 
@@ -46,10 +47,10 @@ Element *Element::create(Type_t type)
     case IMAGE_LABEL:
         throw ProgError("Zem::Fig2::Element::create", "fig_element", __LINE__,
                         "Image labels cannot be created this way");
-    // The application has classes for these, the library has none.
     case SNAPSHOT:
+        return new Snapshot;
     case SNAPSHOT_FRAME:
-        break;
+        return new SnapshotFrame;
     }
     return nullptr;
 }

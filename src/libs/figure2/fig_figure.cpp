@@ -101,6 +101,20 @@ Figure::Figure(Figure const &other)
         imageInterface_->registerFigureForUpdate(this);
 }
 
+Figure &Figure::operator=(Figure const &other)
+{
+    if (this == &other)
+        return *this;
+    setRoot(other.root_->clone(nullptr));
+    setTokenInterface(other.tokenInterface_);
+    setChartInterface(other.chartInterface_);
+    setImageInterface(other.imageInterface_);
+    size_ = other.size_;
+    background_ = other.background_;
+    invalidatePage_ = other.invalidatePage_;
+    return *this;
+}
+
 Figure::~Figure()
 {
     if (chartInterface_)

@@ -6,6 +6,7 @@
 #include "ZemFig2ImportHook.h"
 #include "ZemFig2Template.h"
 #include "fig_block.h"
+#include "fig_losses.h"
 
 #include <ZemScriptObject.h>
 
@@ -133,6 +134,7 @@ bool Figure::saveFigure(QString const &fileName, Figure const *figure, ErrorLog 
         *log << error.getText() << END_LOG;
         return false;
     }
+    logLosses(*figure, log);
     return true;
 }
 

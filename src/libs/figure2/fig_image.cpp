@@ -3,6 +3,7 @@
 
 #include "ZemFig2Connector.h"
 #include "ZemFig2ImageLabel.h"
+#include "ZemFig2SnapshotFrame.h"
 #include "ZemFig2Tools.h"
 #include "fig_loan.h"
 
@@ -197,6 +198,11 @@ bool ImageBase::isDataValid(StageIdentifier const &stage, FigureTokenInterface c
 
 Image::Image() : ImageBase(IMAGE)
 {
+}
+
+Image::Image(SnapshotFrame const *frame) : ImageBase(*frame)
+{
+    setType(IMAGE);
 }
 
 } // namespace Zem::Fig2

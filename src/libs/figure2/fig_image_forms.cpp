@@ -95,6 +95,11 @@ void ImageBase::save(IO::OutStream *stream, int a, int b) const
 void ImageBase::load(IO::InStream *stream, int a, int b)
 {
     AlignedElement::load(stream, a, b);
+    loadImage(stream);
+}
+
+void ImageBase::loadImage(IO::InStream *stream)
+{
     unsigned int version = 0;
     own_ = Own();
     loadWrapped("Figure_Image_err", "cannot load figure image: %1", [&] {
