@@ -32,6 +32,8 @@ int main(int argc, char **argv)
     Run run;
     addImportVerb(&app, &run);
     addRenderVerb(&app, &run);
+    addFreezeVerb(&app, &run);
+    addTemplateVerb(&app, &run);
     addConvertVerb(&app, &run);
     addPlaceVerb(&app, &run);
     addPlotVerb(&app, &run);

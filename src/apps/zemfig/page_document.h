@@ -26,7 +26,8 @@ struct Problem
     QString toString() const;
 };
 
-/// A [[series]], [[picture]], [[points]] or [[camera]] table: a file that is shown, or how it is looked at.
+/// A [[series]], [[picture]], [[points]], [[camera]] or [[snippet]] table: a file that is shown, or how it is looked
+/// at.
 struct SourceTable
 {
     int line = 0;                   ///< of the table, from 1
@@ -44,12 +45,15 @@ struct PointSource
 /// A page document as it was read. Everything stays in memory; nothing is read through it later.
 struct PageDocument
 {
-    std::unique_ptr<Fig2::Figure> figure; ///< all that could be read of it; null when the file is no TOML
-    QMap<QString, QVariant> data;         ///< the [data] table: where the values come from
-    std::vector<SourceTable> sources;     ///< in the order of the file
-    std::vector<PointSource> points;      ///< the [[point]] tables
+    /// Of a page that brings its own data along: what the figure looks at, so the figure goes first.
+    std::shared_ptr<void const> ownData;
+    std::unique_ptr<Fig2::Figure> figure;         ///< all that could be read of it; null when the file is no TOML
+    QMap<QString, QVariant> data;                 ///< the [data] table: where the values come from
+    std::vector<SourceTable> sources;             ///< in the order of the file
+    std::vector<PointSource> points;              ///< the [[point]] tables
     std::optional<Measurement::ColorScale> scale; ///< the [scale] table: the colour scale of the page
-    std::vector<Problem> problems;        ///< empty for a sound document
+    std::vector<Problem> problems;                ///< empty for a sound document
+    std::vector<QString> notes;                   ///< what did not come from the file as it was, for the user
 };
 
 /// Reads a document. Never throws for what is in it: all that is wrong is told in `problems`, in the order of the file.
@@ -62,7 +66,6 @@ PageDocument parsePageDocument(QByteArray const &text, QString const &fileName);
 /// tables of their sections, `points` the [[point]] tables.
 QString writePageDocument(Fig2::Figure const &figure, QMap<QString, QVariant> const &data = {},
                           std::optional<Measurement::ColorScale> const &scale = {},
-                          std::vector<SourceTable> const &sources = {},
-                          std::vector<PointSource> const &points = {});
+                          std::vector<SourceTable> const &sources = {}, std::vector<PointSource> const &points = {});
 
 } // namespace Zem::Zemfig

@@ -84,7 +84,7 @@ private:
         else
             report(lineOf(node), QStringLiteral("unknown section '%1'%2")
                                      .arg(key, suggestion(key, {"page", "data", "series", "picture", "points", "camera",
-                                                                "point", "scale", "element"})));
+                                                                "snippet", "point", "scale", "element"})));
     }
 
     void readPage(toml::table const &table)
@@ -113,7 +113,8 @@ private:
     static bool isSourceSection(QString const &key)
     {
         return key == QLatin1StringView("series") || key == QLatin1StringView("picture") ||
-               key == QLatin1StringView("points") || key == QLatin1StringView("camera");
+               key == QLatin1StringView("points") || key == QLatin1StringView("camera") ||
+               key == QLatin1StringView("snippet");
     }
 
     void readSources(QString const &section, toml::node const &node)

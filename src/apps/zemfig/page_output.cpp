@@ -1,7 +1,10 @@
 #include "page_output.h"
 
 #include "cli.h"
+#include "page_file.h"
 #include "page_schema.h"
+#include "page_template.h"
+#include "page_tokens.h"
 
 #include <ZemFig2Logo.h>
 #include <ZemFig2QtPageWriter.h>
@@ -18,17 +21,43 @@ namespace Zem::Zemfig {
 
 namespace {
 
-void saveFigureFile(Fig2::Figure const &figure, QString const &fileName)
+/// The library's own saving logs a file that it cannot open without failing; here that is a failure.
+template <class Save>
+void saveBlocks(QString const &fileName, QLatin1StringView type, Save const &save)
 {
-    // The library's own saving logs a file that it cannot open without failing; here that is a failure.
     try {
-        IO::OutStream stream(fileName, Fig2::Figure::FILE_TYPE_ID, 1);
+        IO::OutStream stream(fileName, type, 1);
         if (!stream.isInit())
             throw OutputFailure(stream.getError());
-        figure.save(&stream, -1, -1);
+        save(&stream);
         stream.close();
     } catch (IO::StreamException const &error) {
         throw OutputFailure(error.getText());
+    }
+}
+
+void saveFigureFile(Fig2::Figure const &figure, QString const &fileName)
+{
+    // Of a template the page alone: what follows it in a file is no part of a figure file.
+    saveBlocks(fileName, Fig2::Figure::FILE_TYPE_ID,
+               [&figure](IO::OutStream *stream) { figure.Figure::save(stream, -1, -1); });
+}
+
+/// The colour scale of the first element that has one.
+void freezeScale(Fig2::Figure const &figure, Fig2::Snippet *snippet)
+{
+    for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it) {
+        Legend2::Legend legend;
+        Legend2::Data data;
+        bool showTolerances = false;
+        Legend2::ToleranceParams tolerance;
+        Legend2::HistogramData histogram;
+        bool canDrawColors = false;
+        if (!it->hasLegendData() || !it->getLegendData(figure.getTokenInterface(), &legend, &data, &showTolerances,
+                                                       &tolerance, &histogram, &canDrawColors))
+            continue;
+        snippet->setLegendData(legend, data, showTolerances, tolerance, histogram);
+        return;
     }
 }
 
@@ -96,7 +125,19 @@ void tellLostPictures(Fig2::Figure const &figure, QString const &input, QString 
 
 void writePage(PageDocument const &document, QString const &input, QString const &output)
 {
-    if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
+    bool const isSnippet = output.endsWith(SNIPPET_ENDING);
+    if (document.ownData && !isSnippet)
+        message(QStringLiteral("%1: the data that it brings are left out, only a snippet holds them").arg(input));
+    if (isSnippet) {
+        if (!document.ownData)
+            throw UsageError(QStringLiteral("%1 brings no data: use 'zemfig freeze'").arg(input));
+        document.figure->update(StageIdentifier::NO_STAGE, true);
+        writeSnippet(*document.figure, StageIdentifier::NO_STAGE, output);
+    } else if (output.endsWith(TEMPLATE_ENDING)) {
+        tellLostData(document, input, "a template names no data");
+        tellLostLooks(document, input);
+        writeTemplate(*document.figure, output);
+    } else if (output.endsWith(Fig2::Figure::FILE_EXTENSION)) {
         tellLostData(document, input, "a figure file names no data");
         tellLostLooks(document, input);
         saveFigureFile(*document.figure, output);
@@ -109,8 +150,27 @@ void writePage(PageDocument const &document, QString const &input, QString const
         std::vector<SourceTable> const sources = keepsData ? document.sources : std::vector<SourceTable>();
         writeFile(output, writePageDocument(*document.figure, data, document.scale, sources, document.points).toUtf8());
     } else {
-        throw UsageError(QStringLiteral("'%1' is neither a .fig nor a .toml file").arg(output));
+        throw UsageError(QStringLiteral("'%1' is no .fig, .toml, .template or .snippet file").arg(output));
     }
+}
+
+void writeTemplate(Fig2::Figure const &figure, QString const &output)
+{
+    std::unique_ptr<Fig2::FigureTemplate> const made = makeTemplate(figure);
+    saveBlocks(output, Fig2::FigureTemplate::TEMPLATE_FILE_TYPE_ID,
+               [&made](IO::OutStream *stream) { made->save(stream, -1, -1); });
+}
+
+void writeSnippet(Fig2::Figure &figure, StageIdentifier const &stage, QString const &output)
+{
+    Fig2::FigureTokenInterface const *const tokens = figure.getTokenInterface();
+    ShownTokens const shown(tokens, &figure);
+    figure.setTokenInterface(&shown);
+    Fig2::Snippet snippet(stage, &figure, Fig2::SnapshotAllElementFilter());
+    figure.setTokenInterface(tokens);
+    copyNames(figure, snippet.getFigure());
+    freezeScale(figure, &snippet);
+    saveBlocks(output, Fig2::Snippet::FILE_TYPE_ID, [&snippet](IO::OutStream *stream) { snippet.save(stream); });
 }
 
 void writePicture(Fig2::Figure const &figure, QString const &output, double dpi)

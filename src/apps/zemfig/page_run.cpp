@@ -1,5 +1,7 @@
 #include "page_run.h"
 
+#include "cli.h"
+
 namespace Zem::Zemfig {
 
 namespace {
@@ -13,8 +15,12 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
         choice.project = QString::fromStdString(arguments.project);
         choice.csv = QString::fromStdString(arguments.data);
         askOfData(document, &choice);
-        if (arguments.project.empty())
-            addSourcesOfDocument(document, QString::fromStdString(arguments.page), &choice);
+        DataChoice named;
+        addSourcesOfDocument(document, QString::fromStdString(arguments.page),
+                             arguments.project.empty() ? &choice : &named);
+        // A project holds all but frozen pages.
+        if (!arguments.project.empty())
+            choice.snippets = named.snippets;
     }
     arguments.csv.apply(&choice);
     return choice;
@@ -24,17 +30,35 @@ DataChoice chooseData(PageArguments const &arguments, PageDocument const &docume
 
 void PageArguments::addTo(CLI::App *verb)
 {
-    verb->add_option("page", page, "page document (.figure.toml) or figure file (.fig)")->required();
+    verb->add_option("page", page, PAGE_HELP)->required();
     auto *projectOption = verb->add_option("--project", project, "project file or URL");
     verb->add_option("--data", data, "CSV file")->excludes(projectOption);
     verb->add_option("--stage", stage, "12, 3..40, 1,5,9 or all; the last one when not given");
     csv.addTo(verb);
 }
 
-PageRun::PageRun(PageArguments const &arguments)
-    : document_(openSoundPage(QString::fromStdString(arguments.page))),
-      data_(std::make_unique<PageData>(chooseData(arguments, document_)))
+namespace {
+
+/// What a page was frozen with is all that it shows.
+void requireNoChoice(PageArguments const &arguments)
 {
+    if (!arguments.project.empty() || !arguments.data.empty() || !arguments.stage.empty())
+        throw UsageError(QStringLiteral("%1 brings its own data: --project, --data and --stage make no sense")
+                             .arg(QString::fromStdString(arguments.page)));
+}
+
+} // namespace
+
+PageRun::PageRun(PageArguments const &arguments) : document_(openSoundPage(QString::fromStdString(arguments.page)))
+{
+    for (QString const &note : document_.notes)
+        message(QString::fromStdString(arguments.page) + QStringLiteral(": ") + note);
+    if (document_.ownData) {
+        requireNoChoice(arguments);
+        stages_.push_back(StageIdentifier::NO_STAGE);
+        return;
+    }
+    data_ = std::make_unique<PageData>(chooseData(arguments, document_));
     data_->showOn(document_.figure.get());
     QString wish = QString::fromStdString(arguments.stage);
     if (wish.isEmpty() && arguments.project.empty() && arguments.data.empty())
@@ -47,7 +71,8 @@ PageRun::PageRun(PageArguments const &arguments)
 
 Fig2::Figure *PageRun::at(StageIdentifier const &stage)
 {
-    data_->setStage(stage);
+    if (data_)
+        data_->setStage(stage);
     document_.figure->update(stage, true);
     return document_.figure.get();
 }

@@ -39,8 +39,8 @@ public:
     Fig2::Figure *at(StageIdentifier const &stage);
 
 private:
+    std::unique_ptr<PageData> data_; ///< null for a page that brings its own; the figure looks at it and goes first
     PageDocument document_;
-    std::unique_ptr<PageData> data_;
     std::vector<StageIdentifier> stages_;
 };
 

@@ -2,11 +2,11 @@
 
 #include "cli.h"
 #include "page_schema.h"
+#include "page_tokens.h"
 
-#include <ZemFig2Connector.h>
+#include <ZemParse.h>
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -16,95 +16,6 @@ namespace Zem::Zemfig {
 
 using namespace Fig2;
 using namespace Measurement;
-
-namespace {
-
-constexpr qint64 HEAD_SIZE = 4096;
-
-std::vector<char> headOf(QString const &fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw InputError(fileName + QStringLiteral(": ") + file.errorString());
-    QByteArray const head = file.read(HEAD_SIZE);
-    return {head.begin(), head.end()};
-}
-
-/// Whether the bytes are text: a page document; block files hold zero bytes within their header.
-bool looksLikeText(std::vector<char> const &head)
-{
-    return std::find(head.begin(), head.end(), '\0') == head.end();
-}
-
-/// The log of the library says what went wrong, the stream why a file could not even be opened.
-QString reasonOf(QString const &fileName, ErrorLog const &log)
-{
-    IO::InStream const stream(fileName);
-    return stream.isInit() ? log.getLog().trimmed() : stream.getError();
-}
-
-/// A file may hold connectors that no program can make; an update takes them for a mistake of the program.
-void findIllegalConnectors(Element const &element, QString const &fileName, std::vector<Problem> *problems)
-{
-    for (auto it = element.getConnectorBegin(); it != element.getConnectorEnd(); ++it) {
-        Connector const &connector = **it;
-        if (connector.getSource() == &element &&
-            !element.canConnectTo(connector.getTarget(), connector.getTargetName()))
-            problems->push_back({fileName, 0,
-                                 QStringLiteral("%1 cannot be connected to %2")
-                                     .arg(describe(element), describe(*connector.getTarget()))});
-    }
-}
-
-std::vector<Problem> illegalConnectors(Figure const &figure, QString const &fileName)
-{
-    std::vector<Problem> problems;
-    findIllegalConnectors(*figure.getRoot(), fileName, &problems);
-    for (auto it = figure.getElementBegin(); it != figure.getElementEnd(); ++it)
-        findIllegalConnectors(**it, fileName, &problems);
-    return problems;
-}
-
-PageDocument openFigureFile(QString const &fileName)
-{
-    PageDocument document;
-    ErrorLog log(false);
-    document.figure.reset(Figure::loadFigure(fileName, &log));
-    if (!document.figure) {
-        document.problems.push_back({fileName, 0, reasonOf(fileName, log)});
-        return document;
-    }
-    document.problems = illegalConnectors(*document.figure, fileName);
-    // A page that cannot be updated is of no use.
-    if (!document.problems.empty())
-        document.figure.reset();
-    return document;
-}
-
-} // namespace
-
-PageDocument openPage(QString const &fileName)
-{
-    std::vector<char> const head = headOf(fileName);
-    if (Figure::canOpenFile(head))
-        return openFigureFile(fileName);
-    if (looksLikeText(head))
-        return readPageDocument(fileName);
-    PageDocument refused;
-    refused.problems.push_back({fileName, 0, QStringLiteral("is neither a page document nor a figure file")});
-    return refused;
-}
-
-PageDocument openSoundPage(QString const &fileName)
-{
-    PageDocument document = openPage(fileName);
-    if (document.problems.empty())
-        return document;
-    QStringList lines;
-    for (Problem const &problem : document.problems)
-        lines += problem.toString();
-    throw InputError(lines.join(QLatin1Char('\n')));
-}
 
 namespace {
 
@@ -349,6 +260,20 @@ PointsChoice pointsOf(SourceTable const &source, QString const &fileName)
     return choice;
 }
 
+SnippetChoice snippetOf(SourceTable const &source, QString const &fileName)
+{
+    SnippetChoice choice;
+    choice.file = fileOf(source, fileName, "a snippet");
+    choice.name = QFileInfo(choice.file).completeBaseName();
+    readEntries(source, fileName, {"file", "name"}, [&](QString const &key, QVariant const &value) {
+        if (key != QLatin1StringView("name"))
+            return false;
+        choice.name = value.toString();
+        return true;
+    });
+    return choice;
+}
+
 BaVec2d<double> toVector(QString const &key, QVariant const &value)
 {
     QVariantList const numbers = value.toList();
@@ -438,6 +363,8 @@ void addSourcesOfDocument(PageDocument const &document, QString const &fileName,
             choice->pictures.push_back(pictureOf(source, fileName));
         else if (source.section == QLatin1StringView("points"))
             choice->points.push_back(pointsOf(source, fileName));
+        else if (source.section == QLatin1StringView("snippet"))
+            choice->snippets.push_back(snippetOf(source, fileName));
         else
             choice->cameras.push_back(cameraOf(source, fileName));
     }
@@ -469,9 +396,11 @@ DataChoice dataOfDocument(PageDocument const &document, QString const &fileName)
     if (!choice.csv.isEmpty() && !choice.project.isEmpty())
         throw InputError(fileName + QStringLiteral(": [data] names both a file and a project"));
     addSourcesOfDocument(document, fileName, &choice);
-    if (!document.sources.empty() && !choice.project.isEmpty())
-        throw InputError(QStringLiteral("%1: [[%2]] cannot stand beside a project: import the files into it")
-                             .arg(placeOf(document.sources.front(), fileName), document.sources.front().section));
+    for (SourceTable const &source : document.sources) {
+        if (source.section != QLatin1StringView("snippet") && !choice.project.isEmpty())
+            throw InputError(QStringLiteral("%1: [[%2]] cannot stand beside a project: import the files into it")
+                                 .arg(placeOf(source, fileName), source.section));
+    }
     return choice;
 }
 
@@ -492,6 +421,20 @@ QString nameOf(DataChoice const &choice)
 } // namespace
 
 PageData::PageData(DataChoice const &choice)
+{
+    openData(choice);
+    if (choice.snippets.empty())
+        return;
+    TokensWithSnippets::Snippets snippets;
+    for (SnippetChoice const &snippet : choice.snippets) {
+        if (!snippets.emplace(snippet.name, openSnippet(snippet.file)).second)
+            throw InputError(QStringLiteral("%1: there is a snippet '%2' already: give one of them another 'name'")
+                                 .arg(snippet.file, snippet.name));
+    }
+    tokens_ = std::make_unique<TokensWithSnippets>(std::move(tokens_), std::move(snippets));
+}
+
+void PageData::openData(DataChoice const &choice)
 {
     if (!choice.project.isEmpty()) {
         name_ = choice.project;

@@ -1,7 +1,7 @@
-// page_source.h: opening a page, whatever kind of file it stands in, and the data it shows.
+// page_source.h: the data that a page shows.
 #pragma once
 
-#include "page_document.h"
+#include "page_file.h"
 
 #include <ZemMeasChartInterface.h>
 #include <ZemMeasCsv.h>
@@ -14,11 +14,6 @@
 #include <memory>
 
 namespace Zem::Zemfig {
-
-/// Reads a page document or a figure file, told by its content. What is wrong stays in `problems`.
-PageDocument openPage(QString const &fileName);
-/// The same, but throws InputError with all problems when there is one.
-PageDocument openSoundPage(QString const &fileName);
 
 /// A file whose columns charts can show.
 struct SeriesChoice
@@ -43,6 +38,13 @@ struct PointsChoice
     Measurement::PointOptions options;
 };
 
+/// A file whose frozen page is shown under a name.
+struct SnippetChoice
+{
+    QString file;
+    QString name;
+};
+
 /// How a view is looked at.
 struct CameraChoice
 {
@@ -61,6 +63,7 @@ struct DataChoice
     std::vector<PictureChoice> pictures;
     std::vector<PointsChoice> points;
     std::vector<CameraChoice> cameras;
+    std::vector<SnippetChoice> snippets;              ///< these also beside a project
     std::vector<Measurement::NamedPoint> namedPoints; ///< of charts
     /// In place of that of the project.
     std::optional<Measurement::ColorScale> scale;
@@ -76,8 +79,8 @@ void askOfData(PageDocument const &document, DataChoice *choice);
 /// Adds what its [[series]], [[picture]], [[points]] and [[camera]] tables name, by the same rules.
 void addSourcesOfDocument(PageDocument const &document, QString const &fileName, DataChoice *choice);
 
-/// An option of a table of points ("set", "view", "stage", "x", "value", "moved", ...). False for an unknown name; throws
-/// InputError for a value that does not fit.
+/// An option of a table of points ("set", "view", "stage", "x", "value", "moved", ...). False for an unknown name;
+/// throws InputError for a value that does not fit.
 bool setPointOption(Measurement::PointOptions *options, QString const &name, QString const &value);
 
 /// An open project over one of the choices, or nothing at all. Its colour scale is that of the process from here on.
@@ -104,6 +107,7 @@ public:
     QString name() const { return name_; }
 
 private:
+    void openData(DataChoice const &choice);
     void importFiles(DataChoice const &choice);
     void showScale(std::optional<Measurement::ColorScale> const &scale) const;
 

@@ -113,7 +113,7 @@ void addShowVerb(CLI::App *app, Run *run)
 {
     auto arguments = std::make_shared<ShowArguments>();
     CLI::App *verb = app->add_subcommand("show", "Show the tree of elements of a page");
-    verb->add_option("page", arguments->page, "page document (.figure.toml) or figure file (.fig)")->required();
+    verb->add_option("page", arguments->page, PAGE_HELP)->required();
     verb->add_flag("--json", arguments->json, "with all parameters, as JSON");
     verb->callback([arguments, run] { *run = [arguments] { show(*arguments); }; });
 }

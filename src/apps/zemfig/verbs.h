@@ -11,6 +11,8 @@ namespace Zem::Zemfig {
 using Run = std::function<void()>;
 void addImportVerb(CLI::App *app, Run *run);
 void addRenderVerb(CLI::App *app, Run *run);
+void addFreezeVerb(CLI::App *app, Run *run);
+void addTemplateVerb(CLI::App *app, Run *run);
 void addConvertVerb(CLI::App *app, Run *run);
 void addPlaceVerb(CLI::App *app, Run *run);
 void addPlotVerb(CLI::App *app, Run *run);
