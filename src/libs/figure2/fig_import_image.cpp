@@ -1,5 +1,6 @@
 // The image elements of older files and the snapshots within them.
 #include "ZemFig2Image.h"
+#include "ZemFig2ImageDataShapes.h"
 #include "ZemFig2ImportInfo.h"
 #include "ZemFig2SnapshotData.h"
 #include "ZemFig2TokenContainer.h"
@@ -76,12 +77,6 @@ struct OldImage
     }
 };
 
-/// The length of a look, which must be no number below 0.
-double lengthOr1(double length)
-{
-    return length >= 0.0 ? length : 1.0;
-}
-
 ImageDataVisualisation importLook(IO::InStream *stream)
 {
     ImageDataVisualisation look(false);
@@ -109,14 +104,14 @@ ImageDataVisualisation importLook(IO::InStream *stream)
 
         look.setMode(mode);
         look.setLineStyle(pen.lineStyle());
-        look.setPointMarkerSize(markerSize);
-        look.setVectorScaling(lengthOr1(scaling));
+        look.setPointMarkerSize(lengthOr(markerSize, ImageDataPointMarker::DEFAULT_POINT_MARKER_SIZE));
+        look.setVectorScaling(lengthOr(scaling, 1.0));
         look.setDrawArrows(arrows);
         look.setDrawCombinedVectors(combined);
         look.setDrawHiddenPoints(hiddenPoints);
         look.setDrawPointIds(pointIds);
         look.setPointMask(mask);
-        look.setVectorLineWidth(lengthOr1(width));
+        look.setVectorLineWidth(lengthOr(width, 1.0));
     });
     return look;
 }

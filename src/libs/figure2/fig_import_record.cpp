@@ -47,7 +47,7 @@ LineStyle OldPen::lineStyle() const
     static constexpr LineStyle::Style STYLES[OLD_LINE_STYLES] = {LineStyle::STYLE_NONE, LineStyle::STYLE_FULL,
                                                                  LineStyle::STYLE_DASHED, LineStyle::STYLE_DOTTED,
                                                                  LineStyle::STYLE_DASH_DOTTED};
-    return LineStyle(width, STYLES[style], color);
+    return LineStyle(lengthOr(width, LineStyle().getWidth()), STYLES[style], color);
 }
 
 void OldBrush::read(BlockReader &reader)

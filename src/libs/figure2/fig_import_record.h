@@ -51,6 +51,12 @@ private:
     Weight weight_;
 };
 
+/// The length, or the other one when it is negative or no number.
+constexpr double lengthOr(double length, double otherwise)
+{
+    return length >= 0.0 ? length : otherwise;
+}
+
 struct OldPen
 {
     double width = 0.0;

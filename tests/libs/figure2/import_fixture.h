@@ -35,7 +35,8 @@ inline std::unique_ptr<FigureTemplate> importFigure(OldRecords const &figure, Im
 }
 
 /// A record behind its element record.
-inline OldRecords oldElementOf(unsigned int type, OldRecords const &record, Support::OldElementFields const &fields = {})
+inline OldRecords oldElementOf(unsigned int type, OldRecords const &record,
+                               Support::OldElementFields const &fields = {})
 {
     return Support::oldElement(type, fields).add(record);
 }

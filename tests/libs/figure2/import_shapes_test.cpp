@@ -103,6 +103,15 @@ TEST(ImportPen, hasTheStyleOfToday)
     }
 }
 
+TEST(ImportPen, hasNoWidthThatIsNone)
+{
+    for (double width : {-0.5, std::numeric_limits<double>::quiet_NaN()}) {
+        Support::OldLineFields fields;
+        fields.pen.width = width;
+        EXPECT_EQ(importAs<Line>(Import::OLD_LINE, oldLine(1, fields))->getBorder().getWidth(), 1.0);
+    }
+}
+
 TEST(ImportPen, ofAnUnknownStyleIsRefused)
 {
     Support::OldLineFields fields;

@@ -87,7 +87,7 @@ TEST(ImportFile, isReadByLoadFigure)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray::fromStdString(oldFile(oldFigure({line()}))));
     file.close();
-    ErrorLog log;
+    ErrorLog log{false};
 
     std::unique_ptr<Figure> const figure(Figure::loadFigure(name, &log));
 
@@ -103,7 +103,7 @@ TEST(ImportFile, thatIsDamagedIsToldByLoadFigure)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray::fromStdString(oldFile(OldRecords().record(4, Payload()))));
     file.close();
-    ErrorLog log;
+    ErrorLog log{false};
 
     std::unique_ptr<Figure> const figure(Figure::loadFigure(name, &log));
 
@@ -211,9 +211,10 @@ TEST(ImportElement, ofANewerVersionIsRefused)
 
 TEST(ImportGroup, keepsItsElementsInTheirOrder)
 {
-    OldRecords const inner = oldElementOf(Import::OLD_GROUP, oldGroup(2, 2, 1)
-                                                                 .add(oldElementOf(Import::OLD_LINE, oldLine(1)))
-                                                                 .add(oldElementOf(Import::OLD_RECTANGLE, oldRectangle(1))));
+    OldRecords const inner =
+        oldElementOf(Import::OLD_GROUP, oldGroup(2, 2, 1)
+                                            .add(oldElementOf(Import::OLD_LINE, oldLine(1)))
+                                            .add(oldElementOf(Import::OLD_RECTANGLE, oldRectangle(1))));
 
     auto const figure = importFigure(oldFigure({line(), inner}));
 
