@@ -1,7 +1,9 @@
-// A figure file loads or is refused; one that loads can be updated, looked at and saved. Checksums are repaired first,
-// so that the damage reaches the elements.
+// A figure file, also one of the older format, loads or is refused; one that loads can be updated, looked at and saved.
+// Checksums are repaired first, so that the damage reaches the elements.
 #include <ZemFig2Figure.h>
 #include <ZemFig2ImageDataObjectLabel.h>
+#include <ZemFig2Import.h>
+#include <ZemFig2Template.h>
 #include <ZemFig2TokenInterface.h>
 
 #include <zlib.h>
@@ -72,6 +74,15 @@ void use(Zem::Fig2::Figure *figure)
     figure->setTokenInterface(nullptr);
 }
 
+std::unique_ptr<Zem::Fig2::Figure> read(Zem::IO::InStream *stream)
+{
+    if (Zem::Fig2::Import::canImportFile(stream))
+        return std::unique_ptr<Zem::Fig2::Figure>(Zem::Fig2::Import::importTemplate(stream));
+    auto figure = std::make_unique<Zem::Fig2::Figure>();
+    figure->load(stream, -1, -1);
+    return figure;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
@@ -81,12 +92,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     repairChecksums(&bytes);
     std::istringstream input(bytes);
     Zem::IO::InStream stream(&input);
-    Zem::Fig2::Figure figure;
     try {
-        if (stream.isInit()) {
-            figure.load(&stream, -1, -1);
-            use(&figure);
-        }
+        if (stream.isInit())
+            use(read(&stream).get());
     } catch (Zem::IO::StreamException const &) {
         // Refused, as damaged files are.
     }

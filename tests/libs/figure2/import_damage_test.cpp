@@ -204,6 +204,29 @@ TEST(DamagedOldFigure, loadsOrIsRefusedAfterBlocksWereLostOrSwapped)
     }
 }
 
+TEST(DamagedOldFigure, isDrawnOrIsRefused)
+{
+    std::string const bytes = everything();
+    std::vector<std::size_t> blocks = blockPlaces(bytes);
+    std::erase_if(blocks, [&bytes](std::size_t block) { return numberAt(bytes, block) == 0; });
+    std::mt19937 random(20240613);
+    Support::FakeCalculator calculator;
+    for (int i = 0; i < 2000; ++i) {
+        std::string damaged = bytes;
+        damageBlock(damaged, blocks[random() % blocks.size()], random);
+        DataInterface registry;
+        std::unique_ptr<FigureTemplate> const figure = load(damaged, &registry);
+        if (!figure)
+            continue;
+        FigureTokenContainer const container(figure.get(), &registry);
+        figure->setTokenInterface(&container);
+        figure->update(StageIdentifier::NO_STAGE, true);
+        Support::RecordingPainter painter;
+        figure->draw(&painter);
+        figure->setTokenInterface(nullptr);
+    }
+}
+
 TEST(DamagedOldFigure, takesNoMemoryForWhatItOnlyClaims)
 {
     std::string const bytes = everything();
