@@ -73,6 +73,7 @@ private:
 
     void importPage(IO::InStream *stream, Figure *figure);
     void importTokens(IO::InStream *stream, unsigned int fileVersion);
+    void importRegistry(IO::InStream *stream);
     Axis importAxis(IO::InStream *stream, bool horizontal);
     QString importSnapshot(IO::InStream *stream);
 
