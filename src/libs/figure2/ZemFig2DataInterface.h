@@ -24,7 +24,7 @@ public:
     using SubInterfaces = std::vector<DataInterface const *>;
 
     /// What merge does with reference tokens; any other value leaves them out.
-    enum MergeResolveMode_t {
+    enum MergeResolveMode_t : unsigned int {
         MERGE_KEEP_REFERENCE = 0,   ///< they stay references
         MERGE_RESOLVE_REFERENCE = 1 ///< their data are fetched and stored
     };

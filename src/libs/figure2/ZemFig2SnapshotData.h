@@ -112,6 +112,8 @@ private:
     void freezeCharts(Figure const *source);
     void adoptElement(std::unique_ptr<Element> child, StageIdentifier const &stage, Figure const *source,
                       BaVec2d<double> const &offset);
+    void takeTokens(StageIdentifier const &stage, FigureTokenInterface const *source,
+                    std::vector<Element *> const &elements);
     static void switchSystemFontOff(Figure *figure);
     void updateFigure() const;
 

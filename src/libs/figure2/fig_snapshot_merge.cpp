@@ -1,15 +1,23 @@
 // How elements come into a SnapshotData, and how its page is cut.
 #include "ZemFig2SnapshotData.h"
 
+#include "ZemFig2Chart.h"
+#include "ZemFig2ChartData.h"
+#include "ZemFig2Image.h"
+#include "ZemFig2ImageData.h"
 #include "ZemFig2ImageInterface.h"
 #include "ZemFig2ImageLabel.h"
 #include "ZemFig2Legend.h"
 #include "ZemFig2SnapshotInterface.h"
 #include "ZemFig2TokenContainer.h"
+#include "fig_loan.h"
+#include "fig_token_name.h"
 
 #include <ZemError.h>
 #include <ZemTokenContainer.h>
 #include <ZemTokenFilter.h>
+
+#include <QtCore/QSet>
 
 #include <algorithm>
 #include <unordered_map>
@@ -84,16 +92,22 @@ bool filterChild(Element *child, Originals const &originals, SnapshotElementFilt
     return !isEmptyGroup(group);
 }
 
+/// Calls `act` with the element and, for a group, with all that stand below it.
+template <class Act>
+void forEachOf(Element *element, Act const &act)
+{
+    act(element);
+    if (auto *group = dynamic_cast<Group *>(element))
+        std::for_each(group->getElementBegin(), group->getElementEnd(), act);
+}
+
 std::vector<ImageLabel *> imageLabelsOf(Element *child)
 {
     std::vector<ImageLabel *> labels;
-    auto const collect = [&labels](Element *element) {
+    forEachOf(child, [&labels](Element *element) {
         if (auto *label = dynamic_cast<ImageLabel *>(element))
             labels.push_back(label);
-    };
-    collect(child);
-    if (auto *group = dynamic_cast<Group *>(child))
-        std::for_each(group->getElementBegin(), group->getElementEnd(), collect);
+    });
     return labels;
 }
 
@@ -113,6 +127,64 @@ void freezeLabel(ImageLabel *label, StageIdentifier const &stage, Figure const &
     if (tokens)
         label->setTokenContainer(new TokenContainer(tokens, TokenAllPassFilter(), stage));
 }
+
+/// Takes over what elements show and what the source lends without listing it, as hosts do with the charts that they
+/// make on demand.
+class UnlistedTokens
+{
+public:
+    UnlistedTokens(FigureTokenInterface const *source, FigureTokenContainer *target) : source_(source), target_(target)
+    {
+        std::vector<TokenInfo> infos;
+        source->getTokens(&infos);
+        for (TokenInfo const &info : infos)
+            done_.insert(info.getName());
+    }
+
+    void take(Element const *element)
+    {
+        if (auto const *chart = dynamic_cast<ChartBase const *>(element))
+            takeChart(chart->getToken());
+        else if (auto const *image = dynamic_cast<ImageBase const *>(element))
+            takeImage(image->getToken());
+    }
+
+private:
+    bool isToBeTaken(QString const &token)
+    {
+        if (!parseTokenName(token, nullptr) || done_.contains(token))
+            return false;
+        done_.insert(token);
+        return true;
+    }
+
+    void takeChart(QString const &token)
+    {
+        if (!isToBeTaken(token))
+            return;
+        if (ChartLoan const chart(source_, token); chart)
+            target_->setValue(TokenInfo(TokenInfo::TYPE_CHART, token, token), new ChartData(*chart.get()));
+    }
+
+    void takeImage(QString const &token)
+    {
+        if (!isToBeTaken(token))
+            return;
+        if (ImageLoan const image(source_, token); image) {
+            auto copy = std::make_unique<ImageData>(*image.get());
+            copy->setImage(image->getImage());
+            copy->setOverlay(image->getOverlay());
+            target_->setValue(TokenInfo(TokenInfo::TYPE_IMAGE, token, token), copy.release(), true);
+            return;
+        }
+        if (SnapshotLoan const snapshot(source_, token); snapshot)
+            target_->setValue(TokenInfo(TokenInfo::TYPE_SNAPSHOT, token, token), new SnapshotData(*snapshot.get()));
+    }
+
+    FigureTokenInterface const *source_;
+    FigureTokenContainer *target_;
+    QSet<QString> done_;
+};
 
 void moveConnectorPoint(Element *element, BaVec2d<double> const &delta)
 {
@@ -145,20 +217,32 @@ void SnapshotData::merge(StageIdentifier const &stage, Figure const *source, BaV
     if (!figure_)
         throw ProgError("Zem::Fig2::SnapshotData::merge", "fig_snapshot_data", __LINE__, "Snapshot figure not set");
     CopiedElements copied(*source);
+    std::vector<Element *> taken;
     for (std::unique_ptr<Element> &child : copied.children) {
-        if (filterChild(child.get(), copied.originals, filter))
-            adoptElement(std::move(child), stage, source, offset);
-        else
+        if (!filterChild(child.get(), copied.originals, filter)) {
             child.reset();
+            continue;
+        }
+        taken.push_back(child.get());
+        adoptElement(std::move(child), stage, source, offset);
     }
-    // A snapshot that takes its own elements once more has their data already.
-    FigureTokenInterface const *tokens = source->getTokenInterface();
-    if (tokenContainer_ && tokens && tokens != tokenInterface_.get())
-        tokenContainer_->merge(stage, tokens, TokenAllPassFilter());
+    takeTokens(stage, source->getTokenInterface(), taken);
     if (source->getChartInterface())
         freezeCharts(source);
     switchSystemFontOff(figure_.get());
     figureUpdated_ = false;
+}
+
+/// A snapshot that takes its own elements once more has their data already.
+void SnapshotData::takeTokens(StageIdentifier const &stage, FigureTokenInterface const *source,
+                              std::vector<Element *> const &elements)
+{
+    if (!tokenContainer_ || !source || source == tokenInterface_.get())
+        return;
+    tokenContainer_->merge(stage, source, TokenAllPassFilter());
+    UnlistedTokens unlisted(source, tokenContainer_.get());
+    for (Element *element : elements)
+        forEachOf(element, [&unlisted](Element const *each) { unlisted.take(each); });
 }
 
 /// So that a later change of the system font leaves the snapshot as it was.

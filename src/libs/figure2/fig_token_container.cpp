@@ -5,6 +5,7 @@
 #include "ZemFig2SnapshotData.h"
 #include "fig_owned_map.h"
 #include "fig_token_entry.h"
+#include "fig_token_name.h"
 
 #include <ZemError.h>
 #include <ZemImage.h>
@@ -20,7 +21,7 @@ namespace {
 QString requireName(TokenInfo const &info, char const *text)
 {
     QString name;
-    if (!TokenInterface::parseToken(info.getName(), &name, nullptr))
+    if (!parseTokenName(info.getName(), &name))
         throw ProgError("Zem::Fig2::FigureTokenContainer::setValue", "fig_token_container", __LINE__, text);
     return name;
 }
@@ -119,7 +120,7 @@ void FigureTokenContainer::setEntry(QString const &name, std::unique_ptr<Entry> 
 void FigureTokenContainer::setValue(TokenInfo const &info, Value const &value)
 {
     QString name;
-    if (parseToken(info.getName(), &name, nullptr))
+    if (parseTokenName(info.getName(), &name))
         setEntry(name, std::make_unique<Entry>(info, value));
 }
 

@@ -6,6 +6,7 @@
 #include "ZemFig2SnapshotData.h"
 #include "fig_loan.h"
 #include "fig_token_entry.h"
+#include "fig_token_name.h"
 
 #include <ZemImage.h>
 #include <ZemTokenTools.h>
@@ -22,7 +23,7 @@ void forEachToken(Source const *source, TokenFilter const &filter, Take const &t
     source->getTokens(&infos);
     for (TokenInfo const &info : infos) {
         QString name;
-        if (!filter.isFilteredOut(info) && TokenInterface::parseToken(info.getName(), &name, nullptr))
+        if (!filter.isFilteredOut(info) && parseTokenName(info.getName(), &name))
             take(info, name);
     }
 }
@@ -103,7 +104,7 @@ FigureTokenContainer::FigureTokenContainer(Figure const *figure, DataInterface c
     for (auto it = dataInterface->getTokenBegin(); it != dataInterface->getTokenEnd(); ++it) {
         // A registry takes any name; what is no token text can be no token here.
         QString const &name = it->first.getName();
-        if (parseToken(name, nullptr, nullptr) && figure->isTokenUsed(name))
+        if (parseTokenName(name, nullptr) && figure->isTokenUsed(name))
             takeVariable(*dataInterface, it->first, *it->second);
     }
 }

@@ -3,6 +3,7 @@
 #include "ZemFig2Element.h"
 #include "ZemFig2Figure.h"
 #include "fig_element_tokens.h"
+#include "fig_token_name.h"
 
 #include <ZemError.h>
 
@@ -104,7 +105,7 @@ Value ElementTokenInterface::getValue(QString name, IndexIdentifier const &index
 bool UsedTokenFilter::isFilteredOut(TokenInfo const &info) const
 {
     QString name;
-    if (!TokenInterface::parseToken(info.getName(), &name, nullptr))
+    if (!parseTokenName(info.getName(), &name))
         return true;
     return !figure_->isTokenUsed(name);
 }

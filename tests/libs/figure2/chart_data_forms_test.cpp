@@ -243,7 +243,7 @@ TEST(ChartDataBlock, ofVersion10HasNoTokens)
 
 TEST(ChartDataBlock, ofAnUnknownVersionIsRefused)
 {
-    for (unsigned int version : {0U, 9U, 15U}) {
+    for (unsigned int version : {0U, 15U}) {
         ChartData data;
         EXPECT_EQ(loadError(data, streamOf({.version = version})),
                   "cannot load figure chart data: wrong block version");

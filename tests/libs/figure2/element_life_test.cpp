@@ -4,6 +4,7 @@
 #include <ElementForms.h>
 #include <ZemFig2Connector.h>
 #include <ZemFig2Figure.h>
+#include <ZemFig2ImportInfo.h>
 #include <ZemFig2Label.h>
 #include <ZemFig2Polygon.h>
 
@@ -79,6 +80,71 @@ TEST(ElementAssignment, takesIdAndStateAsTheyAre)
     EXPECT_EQ(target.getId(), id);
     EXPECT_TRUE(target.isSelected());
     EXPECT_EQ(target.getOrigin(), BaVec2d<double>(4, 5));
+}
+
+/// Counts how many of it there are.
+struct CountedInfo : ImageImportInfo
+{
+    CountedInfo() { ++count; }
+    CountedInfo(CountedInfo const &other) : ImageImportInfo(other) { ++count; }
+    ~CountedInfo() override { --count; }
+    CountedInfo *copy() const override { return new CountedInfo(*this); }
+
+    static inline int count = 0;
+};
+
+TEST(ElementImportInfo, isOfNoTypeByItself)
+{
+    ImageImportInfo info;
+    EXPECT_EQ(info.getTokenType(), 0U);
+    info.setTokenType(ImageImportInfo::TOKEN_SNAPSHOT);
+    std::unique_ptr<ImportInfo> const copy(static_cast<ImportInfo const &>(info).copy());
+    EXPECT_EQ(dynamic_cast<ImageImportInfo const &>(*copy).getTokenType(), 2U);
+}
+
+TEST(ElementImportInfo, isOwnedByItsElement)
+{
+    {
+        Label label;
+        EXPECT_EQ(label.getImportInfo(), nullptr);
+        auto *info = new CountedInfo;
+        label.setImportInfo(new CountedInfo);
+        label.setImportInfo(info);
+        EXPECT_EQ(CountedInfo::count, 1);
+        label.setImportInfo(info);
+        EXPECT_EQ(std::as_const(label).getImportInfo(), info);
+        EXPECT_EQ(CountedInfo::count, 1);
+    }
+    EXPECT_EQ(CountedInfo::count, 0);
+}
+
+TEST(ElementImportInfo, isClonedWithItsElement)
+{
+    Label label;
+    auto *info = new CountedInfo;
+    info->setTokenType(ImageImportInfo::TOKEN_IMAGE);
+    label.setImportInfo(info);
+    std::unique_ptr<Element> const copy(label.copy());
+    EXPECT_NE(copy->getImportInfo(), info);
+    EXPECT_NE(dynamic_cast<CountedInfo const *>(copy->getImportInfo()), nullptr);
+    EXPECT_EQ(copy->getImportInfo()->getTokenType(), 1U);
+    label.setImportInfo(nullptr);
+    EXPECT_EQ(label.getImportInfo(), nullptr);
+    EXPECT_EQ(CountedInfo::count, 1);
+}
+
+TEST(ElementImportInfo, isSharedByAssignedElements)
+{
+    {
+        BareElement source;
+        source.setImportInfo(new CountedInfo);
+        BareElement target;
+        target.setImportInfo(new CountedInfo);
+        target = source;
+        EXPECT_EQ(target.getImportInfo(), source.getImportInfo());
+        EXPECT_EQ(CountedInfo::count, 1);
+    }
+    EXPECT_EQ(CountedInfo::count, 0);
 }
 
 TEST(ElementFootprint, growsWithTheElement)

@@ -119,13 +119,56 @@ TEST(ImageDataObjectBlocks, ofVersions7And8HaveNoTokens)
     EXPECT_EQ(read.getVisualisation(), ImageDataVisualisation(false));
 }
 
-TEST(ImageDataObjectBlocks, withTokensOfAnOlderReleaseAreRefused)
+/// An object of an older version with an integer "a" of 5 behind it, in the form of a registry or in the older one.
+BlockCrafter objectWithOlderTokens(unsigned int version)
 {
-    ImageDataObject read("as it was");
-    for (unsigned int version = 1; version <= 6; ++version)
-        EXPECT_EQ(loadError(read, object(version).bytes()),
-                  "image data with tokens of an older release cannot be read");
-    EXPECT_EQ(read.getId(), "as it was");
+    BlockCrafter crafter = object(version);
+    if (version == 6)
+        return crafter.block(1, Payload().u(1).s("a"))
+            .block(6, Payload().u(0).s("").s("").i(-1).s("").s("").s(""))
+            .block(1, Payload().i(5));
+    return crafter.block(1, Payload().u(1).s("a").u(1)).block(1, Payload().i(5));
+}
+
+TEST(ImageDataObjectBlocks, ofOlderVersionsTakeTheirTokensFromEitherForm)
+{
+    for (unsigned int version = 1; version <= 6; ++version) {
+        ImageDataObject read("other");
+        expectLoads(read, objectWithOlderTokens(version));
+        ASSERT_NE(read.getTokenContainer(), nullptr) << version;
+        EXPECT_EQ(read.getTokenInterface(), read.getTokenContainer());
+        EXPECT_EQ(read.getTokenContainer()->getValue("a", IndexIdentifier::NO_INDEX, StageIdentifier::NO_STAGE),
+                  Value(5));
+    }
+}
+
+TEST(ImageDataObjectBlocks, ofOlderVersionsLackTheLaterFields)
+{
+    for (unsigned int version = 1; version <= 6; ++version) {
+        ImageDataObject read("other");
+        read.setDisplayText("other");
+        read.setFiltered(true);
+        read.setCanBeConnectorTarget(false);
+        expectLoads(read, objectWithOlderTokens(version));
+        EXPECT_EQ(read.getId(), "part");
+        EXPECT_EQ(read.getConnectorPoint(), (BaVec2d<double>(3, 4)));
+        EXPECT_EQ(read.getElementEnd() - read.getElementBegin(), 2);
+        EXPECT_EQ(read.getDisplayText(), version >= 2 ? "Bolt 1" : "");
+        EXPECT_EQ(static_cast<int>(read.getLabelTemplateType()), version >= 3 ? 7 : -1);
+        EXPECT_EQ(read.getFiltered(), version >= 4);
+        EXPECT_EQ(read.getCanBeConnectorTarget(), version < 5);
+        EXPECT_EQ(read.getVisualisation(), ImageDataVisualisation(false));
+        EXPECT_FALSE(read.getVisualisation().isNull());
+    }
+}
+
+TEST(ImageDataObjectBlocks, ofOlderVersionsAreRefusedWithoutTheirTokens)
+{
+    for (unsigned int version : {1U, 5U, 6U}) {
+        ImageDataObject read("as it was");
+        EXPECT_NE(loadError(read, object(version).bytes()), "nothing thrown");
+        EXPECT_EQ(read.getId(), "as it was");
+    }
 }
 
 TEST(ImageDataObjectBlocks, keepWhereTheValuesComeFrom)

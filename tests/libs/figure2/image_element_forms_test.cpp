@@ -4,6 +4,8 @@
 #include "image_fixture.h"
 #include "measured_point.h"
 
+#include <ZemFig2ImportInfo.h>
+
 #include <ZemParse.h>
 
 #include <sstream>
@@ -182,15 +184,36 @@ TEST(ImageBlocks, countTheirImportedTextsInTheirSize)
     EXPECT_EQ(old.getEstimatedObjectSize(), image.getEstimatedObjectSize() + 12);
 }
 
-TEST(ImageBlocks, takeTokensWithAStoredType)
+/// An image with a token of an older form, which has a type.
+BlockCrafter craftedWithType(unsigned int tokenVersion, unsigned int type)
 {
     BlockCrafter crafter = CraftedElement().blocks(10);
     crafter.block(1, Payload().b(true).d(0.5).u(1).u(1).v(8, 9)).block(10, imageFields(10));
-    crafter.block(2, Payload().s("camera").u(3));
-    addSettings(crafter).block(1, Payload().u(0)).block(1, Payload().u(0));
+    crafter.block(tokenVersion, Payload().s("camera").u(type));
+    return addSettings(crafter).block(1, Payload().u(0)).block(1, Payload().u(0));
+}
+
+TEST(ImageBlocks, keepWhatATokenWithAStoredTypeNamed)
+{
+    for (unsigned int version : {1U, 2U}) {
+        for (unsigned int type = 0; type <= 10; ++type) {
+            Image image;
+            EXPECT_EQ(loadError(image, craftedWithType(version, type).bytes()), "nothing thrown");
+            EXPECT_EQ(image.getToken(), "camera");
+            bool const namedImage = type == 3 || type == 5;
+            bool const namedSnapshot = type == 8 || type == 9;
+            ASSERT_EQ(image.getImportInfo() != nullptr, namedImage || namedSnapshot) << type;
+            if (image.getImportInfo())
+                EXPECT_EQ(image.getImportInfo()->getTokenType(), namedImage ? 1U : 2U) << type;
+        }
+    }
+}
+
+TEST(ImageBlocks, keepNothingOfATokenWithoutAStoredType)
+{
     Image image;
-    EXPECT_EQ(loadError(image, crafter.bytes()), "nothing thrown");
-    EXPECT_EQ(image.getToken(), "camera");
+    EXPECT_EQ(loadError(image, crafted(10, 10).bytes()), "nothing thrown");
+    EXPECT_EQ(image.getImportInfo(), nullptr);
 }
 
 TEST(ImageBlocks, areRefusedWithTheTextOfImages)
