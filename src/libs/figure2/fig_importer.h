@@ -57,7 +57,7 @@ private:
         QString token;
     };
 
-    /// Charts by the token under each of the groups that they are in.
+    /// Charts by their token, in each group and anywhere.
     class ChartIndex;
 
     std::unique_ptr<Element> importOfType(IO::InStream *stream, unsigned int type);
