@@ -2,11 +2,13 @@
 
 #include <ZemTranslate.h>
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -18,6 +20,7 @@ namespace {
 
 constexpr int MAX_LINKS = 40;
 constexpr int MAX_NAMES = 100;
+constexpr int OWN_NAMES = 4; // of the temporary files of one target; what a killed program left there is found again
 constexpr unsigned int PERMISSION_BITS = 0777;
 constexpr unsigned int NEW_FILE_MODE = 0666; // the process's umask applies
 
@@ -60,6 +63,58 @@ int openRetrying(char const *path, int flags, unsigned int mode)
         file = ::open(path, flags | O_CLOEXEC, static_cast<mode_t>(mode));
     } while (file < 0 && errno == EINTR);
     return file;
+}
+
+/// The n-th name to try: first those by which the next save of the same target looks for what was left behind.
+QByteArray temporaryName(QByteArray const &target, int n)
+{
+    if (n >= OWN_NAMES) {
+        return ".zem-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16) + ".tmp";
+    }
+    QByteArray const name = target.mid(target.lastIndexOf('/') + 1);
+    QByteArray const hash = QCryptographicHash::hash(name, QCryptographicHash::Sha1).first(8).toHex();
+    return ".zem-" + hash + '-' + QByteArray::number(n) + ".tmp";
+}
+
+/// Whether the open file still stands under the path.
+bool isFileAt(QByteArray const &path, int file)
+{
+    struct stat opened = {};
+    struct stat named = {};
+    return ::fstat(file, &opened) == 0 && ::lstat(path.constData(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
+/// Removes the temporary file of a program that is gone: who still writes one holds a lock on it, and only who holds
+/// the lock on the file under a path removes it.
+void removeAbandoned(QByteArray const &path)
+{
+    int const file = openRetrying(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK, 0);
+    if (file < 0) {
+        return;
+    }
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0 && isFileAt(path, file)) {
+        ::unlink(path.constData());
+    }
+    ::close(file);
+}
+
+/// A new file of that name, locked; -1 with the reason in errno, EEXIST when another program has the name. Where the
+/// file system knows no locks there is none, and nobody removes the file for want of one.
+int createLocked(QByteArray const &path, unsigned int mode)
+{
+    int const file = openRetrying(path.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (file < 0) {
+        return -1;
+    }
+    bool const isLocked = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    if (isLocked && isFileAt(path, file)) {
+        return file;
+    }
+    // Taken for abandoned before it was locked.
+    ::close(file);
+    errno = EEXIST;
+    return -1;
 }
 
 } // namespace
@@ -107,10 +162,12 @@ unsigned int OutputFile::checkTarget(bool *exists) const
 
 void OutputFile::createTemporary(unsigned int mode)
 {
+    for (int i = 0; i < OWN_NAMES; ++i) {
+        removeAbandoned(folder_ + '/' + temporaryName(target_, i));
+    }
     for (int i = 0; i < MAX_NAMES && file_ < 0; ++i) {
-        QByteArray const number = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
-        QByteArray const path = folder_ + "/.zem-" + number + ".tmp";
-        file_ = openRetrying(path.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
+        QByteArray const path = folder_ + '/' + temporaryName(target_, i);
+        file_ = createLocked(path, mode);
         if (file_ >= 0) {
             temporary_ = path;
         } else if (errno != EEXIST) {
@@ -122,13 +179,14 @@ void OutputFile::createTemporary(unsigned int mode)
     }
 }
 
+/// The name goes before the lock, which the file loses when it is closed: by then it may be another program's.
 void OutputFile::abandon()
 {
-    if (file_ >= 0) {
-        ::close(std::exchange(file_, -1));
-    }
     if (!temporary_.isEmpty()) {
         ::unlink(std::exchange(temporary_, {}).constData());
+    }
+    if (file_ >= 0) {
+        ::close(std::exchange(file_, -1));
     }
 }
 
@@ -147,18 +205,22 @@ void OutputFile::write(std::string_view bytes)
     }
 }
 
+/// The lock must hold until the file has its name, and closing can still tell of bytes that were lost: what is closed
+/// first is a second handle.
 void OutputFile::commit()
 {
     if (::fsync(file_) != 0) {
         fail("synchronise");
     }
-    if (::close(std::exchange(file_, -1)) != 0) {
+    int const second = ::fcntl(file_, F_DUPFD_CLOEXEC, 0);
+    if (second < 0 || ::close(second) != 0) {
         fail("close");
     }
     if (::rename(temporary_.constData(), target_.constData()) != 0) {
         fail("rename");
     }
     temporary_.clear();
+    ::close(std::exchange(file_, -1));
     syncFolder();
 }
 

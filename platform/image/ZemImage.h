@@ -24,8 +24,10 @@ public:
     enum Type { TYPE_IMAGE8 = 0, TYPE_IMAGE16 = 1, TYPE_IMAGE32 = 2, TYPE_COLOR = 3 };
     enum FileType { FILE_PNG, FILE_JPEG, FILE_TIFF };
 
-    /// No picture has more bytes of pixels: a file or packed picture that claims more is refused by its header.
-    static constexpr std::size_t MAX_BYTES = std::size_t{1} << 30;
+    /// No picture has a longer side or more bytes of pixels: a file or packed picture that claims more is refused by its
+    /// header.
+    static constexpr unsigned int MAX_SIDE = 32768;
+    static constexpr std::size_t MAX_BYTES = std::size_t{256} << 20;
 
     virtual ~Image();
 
@@ -68,7 +70,7 @@ public:
 
 protected:
     Image() = default;
-    /// Throws ProgError for a side of zero and for more than MAX_BYTES.
+    /// Throws ProgError for a side of zero and for more than MAX_SIDE or MAX_BYTES.
     Image(unsigned int width, unsigned int height, std::size_t pixelBytes);
     Image(Image const &) = default;
     Image &operator=(Image const &) = default;
@@ -134,7 +136,7 @@ class Image8 : public PixelImage<std::uint8_t>
 {
 public:
     Image8() = default;
-    /// Black. Throws ProgError for a side of zero and for more than MAX_BYTES.
+    /// Black. Throws ProgError for a side of zero and for more than MAX_SIDE or MAX_BYTES.
     Image8(unsigned int width, unsigned int height) : PixelImage(width, height) {}
 
     Type getType() const noexcept override { return TYPE_IMAGE8; }
@@ -146,7 +148,7 @@ class Image16 : public PixelImage<std::uint16_t>
 {
 public:
     Image16() = default;
-    /// Black. Throws ProgError for a side of zero and for more than MAX_BYTES.
+    /// Black. Throws ProgError for a side of zero and for more than MAX_SIDE or MAX_BYTES.
     Image16(unsigned int width, unsigned int height) : PixelImage(width, height) {}
 
     Type getType() const noexcept override { return TYPE_IMAGE16; }
@@ -158,7 +160,7 @@ class Image32 : public PixelImage<float>
 {
 public:
     Image32() = default;
-    /// Zero. Throws ProgError for a side of zero and for more than MAX_BYTES.
+    /// Zero. Throws ProgError for a side of zero and for more than MAX_SIDE or MAX_BYTES.
     Image32(unsigned int width, unsigned int height) : PixelImage(width, height) {}
 
     Type getType() const noexcept override { return TYPE_IMAGE32; }
@@ -170,7 +172,7 @@ class ImageColor : public PixelImage<Color>
 {
 public:
     ImageColor() = default;
-    /// Opaque black, without an alpha channel. Throws ProgError for a side of zero and for more than MAX_BYTES.
+    /// Opaque black, without an alpha channel. Throws ProgError for a side of zero and for more than MAX_SIDE or MAX_BYTES.
     ImageColor(unsigned int width, unsigned int height) : PixelImage(width, height) {}
 
     Type getType() const noexcept override { return TYPE_COLOR; }

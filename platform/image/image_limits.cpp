@@ -20,14 +20,22 @@ void failImage(char const *reason)
     throw ImageError(translate("Image_err", reason));
 }
 
-void requireImageSize(std::uint64_t width, std::uint64_t height, std::size_t pixelBytes)
+void requireImageBytes(std::uint64_t rows, std::uint64_t rowBytes)
 {
-    if (width == 0 || height == 0) {
+    if (rows == 0 || rowBytes == 0) {
         failImage("the picture has no pixels");
     }
-    if (width > Image::MAX_BYTES || height > Image::MAX_BYTES / width / pixelBytes) {
-        failImage("the picture is larger than 1 GiB");
+    if (rowBytes > Image::MAX_BYTES || rows > Image::MAX_BYTES / rowBytes) {
+        failImage("the picture is larger than 256 MiB");
     }
+}
+
+void requireImageSize(std::uint64_t width, std::uint64_t height, std::size_t pixelBytes)
+{
+    if (width > Image::MAX_SIDE || height > Image::MAX_SIDE) {
+        failImage("the picture has a side of more than 32768 pixels");
+    }
+    requireImageBytes(height, width * pixelBytes);
 }
 
 void requireExpansion(std::uint64_t bytes, std::size_t packed, std::uint64_t most)

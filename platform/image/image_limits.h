@@ -21,7 +21,10 @@ public:
 
 [[noreturn]] void failImage(char const *reason);
 
-/// Throws ImageError for a side of zero and for more than Image::MAX_BYTES.
+/// Throws ImageError for none and for more than Image::MAX_BYTES.
+void requireImageBytes(std::uint64_t rows, std::uint64_t rowBytes);
+
+/// Throws ImageError for a side of zero, one of more than Image::MAX_SIDE, and for more than Image::MAX_BYTES.
 void requireImageSize(std::uint64_t width, std::uint64_t height, std::size_t pixelBytes);
 
 /// Throws ImageError for more than `most` bytes out of each of `packed`: so much no packing can save, and the rest of

@@ -97,7 +97,7 @@ public:
     void add(Row &row)
     {
         stream_.next_in = row.data();
-        stream_.avail_in = static_cast<uInt>(row.size()); // a picture has no more than 1 GiB
+        stream_.avail_in = static_cast<uInt>(row.size()); // a picture has no more than 256 MiB
         while (stream_.avail_in > 0) {
             run(Z_NO_FLUSH);
         }

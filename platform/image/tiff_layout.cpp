@@ -144,7 +144,7 @@ void readChunks(TiffMemory const &file, TiffLayout *layout)
     if (rowBits == 0 || rowBytes != (rowBits + 7) / 8) {
         failImage("the rows of the TIFF file have an unexpected size");
     }
-    requireImageSize(rowBytes, layout->chunkHeight, 1);
+    requireImageBytes(layout->chunkHeight, rowBytes);
     layout->chunkRowBytes = static_cast<std::size_t>(rowBytes);
 }
 
@@ -153,9 +153,7 @@ void requireChunks(TiffMemory const &file, TiffLayout const &layout)
 {
     std::uint64_t const rows =
         layout.tiled ? std::uint64_t{TIFFNumberOfTiles(file.get())} * layout.chunkHeight : std::uint64_t{layout.height};
-    if (rows > Image::MAX_BYTES) {
-        failImage("the picture is larger than 1 GiB");
-    }
+    requireImageBytes(rows, 1);
     requireExpansion(rows * layout.chunkRowBytes, file.getSize(), FILE_EXPANSION);
 }
 

@@ -48,7 +48,7 @@ public:
     unsigned int getBytesLeft() const noexcept { return static_cast<unsigned int>(end_ - position_); }
 
     /// Each throws StreamException outside a block, past its end, or for bytes that are no such value: a bool is 0 or
-    /// 1, a string is valid UTF-8.
+    /// 1, a string is valid UTF-8 of at most 16 MiB.
     void readBool(bool *value);
     void readByte(unsigned char *value);
     void readInt(int *value);

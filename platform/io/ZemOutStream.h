@@ -53,7 +53,8 @@ public:
     void writeUInt(unsigned int value);
     void writeDouble(double value);
     void writeColor(Color const &color);
-    /// An unpaired surrogate is written as U+FFFD.
+    /// An unpaired surrogate is written as U+FFFD. Throws StreamException for more than 16 MiB of UTF-8, which no
+    /// InStream reads.
     void writeString(QString const &text);
     void writeData(void const *data, unsigned int size);
 

@@ -221,6 +221,9 @@ void InStream::readString(QString *string)
     if (size > end_ - position_) {
         failInBlock(text("a text reaches past the end of the block"));
     }
+    if (size > Format::MAX_STRING_SIZE) {
+        failInBlock(text("a text has more than 16 MiB"));
+    }
     if (!Utf8::decode(take(size), size, string)) {
         failInBlock(text("a text is no valid UTF-8"));
     }

@@ -188,6 +188,10 @@ void OutStream::writeColor(Color const &color)
 void OutStream::writeString(QString const &text)
 {
     std::size_t const size = sizeOf(text);
+    if (size - Format::UINT_SIZE > Format::MAX_STRING_SIZE) {
+        abandon(translate("IO_Stream_err", "%1: cannot save a text of more than 16 MiB").arg(getName()));
+        throw StreamException(failure_);
+    }
     char *const bytes = value(size, "Zem::IO::OutStream::writeString");
     Format::encode<std::uint32_t>(static_cast<std::uint32_t>(size - Format::UINT_SIZE), bytes);
     Utf8::encode(text, bytes + Format::UINT_SIZE);

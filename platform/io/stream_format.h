@@ -22,6 +22,9 @@ inline constexpr std::size_t CHECKSUM_POSITION = 60;
 inline constexpr std::size_t FRAME_SIZE = 8;
 inline constexpr std::size_t CHECKSUM_SIZE = 4;
 
+/// The bytes of a text: a reader can trust that no file holds a longer one.
+inline constexpr std::size_t MAX_STRING_SIZE = std::size_t{16} << 20;
+
 inline constexpr std::size_t COLOR_SIZE = 4;
 inline constexpr std::size_t BOOL_SIZE = 1;
 inline constexpr std::size_t UINT_SIZE = 4;

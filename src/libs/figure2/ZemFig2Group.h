@@ -32,6 +32,8 @@ public:
 
     /// Groups nested deeper than this are refused when a file is read.
     static constexpr unsigned int MAXIMUM_DEPTH = 256;
+    /// Files with more elements below the root are neither written nor read.
+    static constexpr unsigned int MAXIMUM_ELEMENTS = 1000000;
 
     Group();
     /// Copies of all children; connectors are not copied (see clone).
@@ -129,6 +131,8 @@ private:
     std::size_t requireLayerChild(Element const *element, char const *function) const;
     void swapLayers(std::size_t lower);
     void requireDepth() const;
+    void requireElements() const;
+    void countLoaded(std::size_t children);
     std::unique_ptr<Element> loadChild(IO::InStream *stream, Type_t type, int a, int b);
     std::unique_ptr<Element> loadImageLabel(IO::InStream *stream);
     void loadChildren(IO::InStream *stream, int a, int b);
@@ -138,6 +142,7 @@ private:
 
     std::vector<Element *> children_;
     Element *masterElement_ = nullptr;
+    std::size_t loadedElements_ = 0; ///< of the whole tree, in its root, while it is loaded
 };
 
 /// The walk behind ElementIterator and ElementConstIterator. A copy allocates; the end is an empty object.

@@ -49,6 +49,8 @@ void Group::save(IO::OutStream *stream, int a, int b) const
 {
     // What load would refuse must not replace a good file.
     requireDepth();
+    if (!getParent())
+        requireElements();
     Element::save(stream, a, b);
     saveBlock(stream, BLOCK_VERSION, [this](auto &archive) {
         archive.field(static_cast<unsigned int>(children_.size()));
@@ -92,6 +94,37 @@ void Group::requireDepth() const
         throw IO::StreamException(translate("Figure_Group_err", "groups nested too deeply"));
 }
 
+namespace {
+
+[[noreturn]] void throwTooManyElements()
+{
+    throw IO::StreamException(translate("Figure_Group_err", "more than %1 elements").arg(Group::MAXIMUM_ELEMENTS));
+}
+
+} // namespace
+
+void Group::requireElements() const
+{
+    std::size_t count = 0;
+    for (auto it = getElementBegin(); it != getElementEnd(); ++it)
+        ++count;
+    if (count > MAXIMUM_ELEMENTS)
+        throwTooManyElements();
+}
+
+/// Children of unknown types count as well: a file that claims many costs the time of many.
+void Group::countLoaded(std::size_t children)
+{
+    Group *top = this;
+    while (top->getParent())
+        top = top->getParent();
+    if (top == this)
+        loadedElements_ = 0;
+    top->loadedElements_ += children;
+    if (top->loadedElements_ > MAXIMUM_ELEMENTS)
+        throwTooManyElements();
+}
+
 void Group::load(IO::InStream *stream, int a, int b)
 {
     loadWrapped("Figure_Group_err", "cannot load figure group: %1", [&] {
@@ -125,6 +158,7 @@ void Group::loadChildren(IO::InStream *stream, int a, int b)
 {
     deleteChildren();
     ChildTable const table = loadChildTable(stream);
+    countLoaded(table.types.size());
     for (unsigned int type : table.types) {
         std::unique_ptr<Element> child =
             type == IMAGE_LABEL ? loadImageLabel(stream) : loadChild(stream, static_cast<Type_t>(type), a, b);

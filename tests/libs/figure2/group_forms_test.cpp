@@ -203,6 +203,60 @@ TEST(GroupDepth, thatCouldNotBeReadBackIsNotWritten)
     EXPECT_EQ(thrownText<IO::StreamException>([&] { Support::blockForm(root); }), "groups nested too deeply");
 }
 
+constexpr unsigned int UNKNOWN_TYPE = 99; ///< of its elements the table of the children is all there is
+
+/// A group with a group behind elements of an unknown type, and in that one more such elements.
+std::string crowded(unsigned int above, unsigned int below)
+{
+    BlockCrafter crafter = CraftedElement().addTo(BlockCrafter(), 10);
+    Payload table;
+    table.u(above + 1);
+    for (unsigned int i = 0; i < above; ++i)
+        table.u(UNKNOWN_TYPE);
+    crafter.block(2, table.u(Element::GROUP).b(false).i(0));
+    crafter = CraftedElement().addTo(std::move(crafter), 10);
+    Payload inner;
+    inner.u(below);
+    for (unsigned int i = 0; i < below; ++i)
+        inner.u(UNKNOWN_TYPE);
+    return crafter.block(2, inner.b(false).i(0)).bytes();
+}
+
+TEST(GroupSize, isReadUpToAMillionElementsInAll)
+{
+    Group root;
+
+    Support::loadBlocks(root, crowded(400000, 599999));
+    // Each file is counted from the beginning.
+    Support::loadBlocks(root, crowded(400000, 599999));
+
+    EXPECT_EQ(thrownText<IO::StreamException>([&] { Support::loadBlocks(root, crowded(400000, 600000)); }),
+              "cannot load figure group: cannot load figure group: more than 1000000 elements");
+    EXPECT_EQ(thrownText<IO::StreamException>([&] { Support::loadBlocks(root, crowded(1000000, 0)); }),
+              "cannot load figure group: more than 1000000 elements");
+}
+
+TEST(GroupSize, isWrittenUpToAMillionElementsInAll)
+{
+    Group root;
+    auto *inner = new Group;
+    root.addChild(inner);
+    auto const add = [](Group *group, unsigned int count) {
+        for (unsigned int i = 0; i < count; ++i) {
+            auto *element = new ProbeRectangle;
+            element->setType(static_cast<Element::Type_t>(UNKNOWN_TYPE));
+            group->addChild(element);
+        }
+    };
+    add(&root, 400000);
+    add(inner, 599999);
+    EXPECT_NO_THROW(Support::blockForm(root));
+
+    add(inner, 1);
+
+    EXPECT_EQ(thrownText<IO::StreamException>([&] { Support::blockForm(root); }), "more than 1000000 elements");
+}
+
 TEST(GroupText, doesNotExist)
 {
     Group group;

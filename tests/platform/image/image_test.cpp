@@ -42,10 +42,19 @@ TYPED_TEST(EveryImage, hasNoSideOfZero)
 TYPED_TEST(EveryImage, hasNoMoreBytesThanAllowed)
 {
     auto const most = static_cast<unsigned int>(Image::MAX_BYTES / sizeof(typename TypeParam::Pixel));
-    EXPECT_THROW(TypeParam(most + 1, 1), ProgError);
-    EXPECT_THROW(TypeParam(1, most + 1), ProgError);
+    EXPECT_THROW(TypeParam(most / 16384 + 1, 16384), ProgError);
+    EXPECT_THROW(TypeParam(16384, most / 16384 + 1), ProgError);
+    EXPECT_NO_THROW(TypeParam(most / 16384, 16384));
     EXPECT_THROW(TypeParam(0xffffffff, 0xffffffff), ProgError);
     EXPECT_THROW(TypeParam(0x80000000, 2), ProgError);
+}
+
+TYPED_TEST(EveryImage, hasNoLongerSideThanAllowed)
+{
+    EXPECT_NO_THROW(TypeParam(32768, 1));
+    EXPECT_NO_THROW(TypeParam(1, 32768));
+    EXPECT_THROW(TypeParam(32769, 1), ProgError);
+    EXPECT_THROW(TypeParam(1, 32769), ProgError);
 }
 
 TYPED_TEST(EveryImage, hasItsRowsOneBehindTheOther)

@@ -158,12 +158,12 @@ TEST_F(PngTest, withoutPixelsIsRefused)
 TEST_F(PngTest, withAHugeHeaderIsRefusedBeforeMemoryIsTaken)
 {
     PngCrafter png{.width = 0x7fffffff, .height = 0x7fffffff, .rows = "\0"s};
-    EXPECT_EQ(refusal(png.bytes()), "the picture is larger than 1 GiB");
-    png.width = 16384;
-    png.height = 16384; // with four bytes for each pixel just what is allowed
+    EXPECT_EQ(refusal(png.bytes()), "the picture has a side of more than 32768 pixels");
+    png.width = 8192;
+    png.height = 8192; // with four bytes for each pixel just what is allowed
     EXPECT_EQ(refusal(png.bytes()), "the file is too short for its picture");
-    png.height = 16385;
-    EXPECT_EQ(refusal(png.bytes()), "the picture is larger than 1 GiB");
+    png.height = 8193;
+    EXPECT_EQ(refusal(png.bytes()), "the picture is larger than 256 MiB");
 }
 
 TEST_F(PngTest, withTextsThatUnpackToMuchIsReadWithoutThem)

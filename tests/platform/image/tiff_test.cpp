@@ -208,9 +208,12 @@ TEST_F(TiffTest, ofSeveralGreySamplesHasTheFirst)
 TEST_F(TiffTest, withAHugeHeaderIsRefusedBeforeMemoryIsTaken)
 {
     EXPECT_FALSE(loadBytes(TiffCrafter(0xffffffff, 0xffffffff, 8).chunks({"x"}).bytes()));
-    EXPECT_EQ(refusal(TiffCrafter(65536, 65536, 8).chunks({"x"}).bytes()), "the picture is larger than 1 GiB");
-    EXPECT_EQ(refusal(TiffCrafter(32768, 32768, 8).chunks({"x"}).bytes()), "the file is too short for its picture");
-    EXPECT_EQ(refusal(TiffCrafter(32768, 32769, 8).chunks({"x"}).bytes()), "the picture is larger than 1 GiB");
+    EXPECT_EQ(refusal(TiffCrafter(32768, 8192, 8).chunks({"x"}).bytes()), "the file is too short for its picture");
+    EXPECT_EQ(refusal(TiffCrafter(32768, 8193, 8).chunks({"x"}).bytes()), "the picture is larger than 256 MiB");
+    EXPECT_EQ(refusal(TiffCrafter(32769, 8, 8).chunks({"x"}).bytes()),
+              "the picture has a side of more than 32768 pixels");
+    EXPECT_EQ(refusal(TiffCrafter(8, 32769, 8).chunks({"x"}).bytes()),
+              "the picture has a side of more than 32768 pixels");
     // A small picture in a huge tile.
     EXPECT_EQ(refusal(TiffCrafter(1, 1, 8).tiles(16384, 16384).chunks({"x"}).bytes()),
               "the file is too short for its picture");

@@ -83,7 +83,11 @@ QString textError(std::string const &payload)
 /// A string of these bytes with its length in front.
 std::string stringPayload(std::string const &bytes)
 {
-    return std::string(1, static_cast<char>(bytes.size())) + std::string(3, '\0') + bytes;
+    std::string length;
+    for (unsigned int shift = 0; shift < 32; shift += 8) {
+        length += static_cast<char>(bytes.size() >> shift & 0xff);
+    }
+    return length + bytes;
 }
 
 } // namespace
@@ -168,6 +172,13 @@ TEST(DamagedStream, refusesATextLongerThanItsBlock)
 {
     EXPECT_EQ(textError(std::string("\xff\xff\xff\xff", 4) + "abc"),
               QStringLiteral("(stream): block 1: a text reaches past the end of the block"));
+}
+
+TEST(DamagedStream, refusesTextsOfMoreThan16MiB)
+{
+    EXPECT_EQ(textError(stringPayload(std::string(16777216, 'a'))), QString());
+    EXPECT_EQ(textError(stringPayload(std::string(16777217, 'a'))),
+              QStringLiteral("(stream): block 1: a text has more than 16 MiB"));
 }
 
 TEST(DamagedStream, refusesTextsThatAreNoUtf8)
