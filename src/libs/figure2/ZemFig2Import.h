@@ -114,8 +114,9 @@ public:
     static bool canImportFile(std::vector<char> const &head);
 
     /// The page of an older file, owned by the caller, with the type hints of its charts. Throws for a file of another
-    /// type too. `report`, unless null, receives what became of each record, and `tokens`, unless null, the tokens of
-    /// the file with their data; without it these are dropped. The import hooks have been called for the result.
+    /// type too. `report`, unless null, receives what became of each record, and `tokens`, an empty registry unless
+    /// null, the tokens of the file with their data; without it these are dropped. The import hooks have been called
+    /// for the result.
     static FigureTemplate *importTemplate(IO::InStream *stream);
     static FigureTemplate *importTemplate(IO::InStream *stream, ImportReport *report, DataInterface *tokens = nullptr);
     /// The same from the next block on, whatever the file is.

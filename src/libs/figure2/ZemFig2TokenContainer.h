@@ -73,11 +73,12 @@ public:
     void deleteToken(QString const &name);
 
     /// Makes the stored picture of the element smaller when it has more than `maxDpi` dots per inch of the element, and
-    /// fits the element to it. Throws ProgError for an overlay that the scaler makes no colour picture of.
+    /// fits the element to it. Throws ProgError, and changes nothing, when the scaler makes no picture, or no colour
+    /// picture of the overlay, and for a picture whose token is no image any more.
     void scaleImage(ImageBase *element, ImageScaler const &scaler, double maxDpi);
 
-    /// Several blocks. load replaces everything; it throws IO::StreamException, and ProgError for a picture under the
-    /// name of something else; what was read so far stays.
+    /// Several blocks. save leaves out tokens that lack the data of their type. load replaces everything; it throws
+    /// IO::StreamException, and ProgError for a picture under the name of something else; what was read so far stays.
     void save(IO::OutStream *stream) const;
     void load(IO::InStream *stream);
 

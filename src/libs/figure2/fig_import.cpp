@@ -1,6 +1,7 @@
 #include "ZemFig2Import.h"
 
 #include "ZemFig2DataInterface.h"
+#include "ZemFig2ImportReport.h"
 #include "ZemFig2RichText.h"
 #include "ZemFig2Template.h"
 #include "fig_import_data.h"
@@ -10,6 +11,8 @@
 #include <ZemError.h>
 #include <ZemTokenContainer.h>
 #include <ZemTokenTools.h>
+
+#include <memory>
 
 namespace Zem::Fig2 {
 
@@ -32,8 +35,14 @@ FigureTemplate *Import::importTemplate(IO::InStream *stream, ImportReport *repor
 {
     if (!canImportFile(stream))
         throw IO::StreamException(translate("Figure_Import_err", "invalid file type '%1'").arg(stream->getFileType()));
+    if (tokens)
+        return Importer(report, tokens, QString()).importFigureTemplate(stream).release();
     DataInterface own;
-    return Importer(report, tokens ? tokens : &own, QString()).importFigureTemplate(stream).release();
+    std::unique_ptr<FigureTemplate> figure = Importer(report, &own, QString()).importFigureTemplate(stream);
+    if (report && own.getTokenBegin() != own.getTokenEnd())
+        report->add({QStringLiteral("figure"), QString(), ImportEntry::DROPPED,
+                     translate("Figure_Import", "a page does not hold the data of its tokens")});
+    return figure.release();
 }
 
 FigureTemplate *Import::importTemplateStream(IO::InStream *stream)

@@ -143,9 +143,16 @@ void Importer::importFigure(IO::InStream *stream, Figure *figure)
 void Importer::importTokens(IO::InStream *stream, unsigned int fileVersion)
 {
     if (fileVersion >= FIRST_REGISTRY_VERSION)
-        Import::importDataInterface(stream, tokens_);
+        importRegistry(stream);
     else if (fileVersion >= FIRST_TOKEN_DATA_VERSION)
         Fig2::importTokens(stream, tokens_, report_, placePrefix_);
+}
+
+void Importer::importRegistry(IO::InStream *stream)
+{
+    Import::importDataInterface(stream, tokens_);
+    for (auto it = tokens_->getTokenBegin(); it != tokens_->getTokenEnd(); ++it)
+        report("token", placePrefix_ + it->first.getName(), ImportEntry::KEPT, "");
 }
 
 void Importer::importPage(IO::InStream *stream, Figure *figure)

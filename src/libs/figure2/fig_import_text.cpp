@@ -164,7 +164,7 @@ public:
 
     bool isEmpty() const { return charts_.isEmpty(); }
 
-    /// The first chart of the token in the smallest group that also holds the label; null without one.
+    /// The first chart of the token in the label's group, or else in one around it, or else anywhere; null without one.
     Chart *findChartForLabel(LabelBase const *label, QString const &token) const
     {
         Group const *group = label->getParent();
@@ -174,15 +174,17 @@ public:
         for (; group; group = group->getParent())
             if (Chart *chart = charts_.value({group, token}))
                 return chart;
-        return nullptr;
+        return charts_.value({ANYWHERE, token});
     }
 
 private:
     using Key = std::pair<Group const *, QString>;
 
+    static constexpr Group const *ANYWHERE = nullptr;
+
     void add(Chart *chart)
     {
-        for (Group const *group = chart->getParent(); group; group = group->getParent()) {
+        for (Group const *group : {static_cast<Group const *>(chart->getParent()), ANYWHERE}) {
             Chart *&place = charts_[{group, chart->getToken()}];
             if (!place)
                 place = chart;

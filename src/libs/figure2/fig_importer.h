@@ -57,7 +57,7 @@ private:
         QString token;
     };
 
-    /// Charts by the token under each of the groups that they are in.
+    /// Charts by their token, in each group and anywhere.
     class ChartIndex;
 
     std::unique_ptr<Element> importOfType(IO::InStream *stream, unsigned int type);
@@ -73,6 +73,7 @@ private:
 
     void importPage(IO::InStream *stream, Figure *figure);
     void importTokens(IO::InStream *stream, unsigned int fileVersion);
+    void importRegistry(IO::InStream *stream);
     Axis importAxis(IO::InStream *stream, bool horizontal);
     QString importSnapshot(IO::InStream *stream);
 

@@ -146,6 +146,18 @@ TEST(OlderChartData, computedStatisticsBeforeVersion5)
     }
 }
 
+TEST(OlderChartData, withinEachOtherBeyondAllMeasureAreRefused)
+{
+    BlockCrafter crafter;
+    for (int level = 0; level < 5000; ++level) {
+        crafter.block(9, olderBlock(9));
+        addRecords(crafter, Legend2::Legend(), Legend2::Data());
+        crafter.block(1, Payload().u(1).s("a")).block(6, Payload().u(4).s("").s("").i(-1).s("").s("").s(""));
+    }
+    ChartData data;
+    EXPECT_NE(loadError(data, crafter.bytes()).find("cannot load figure token data"), std::string::npos);
+}
+
 TEST(OlderChartData, cutAnywhereAreRefused)
 {
     for (unsigned int version : {1U, 8U, 9U}) {

@@ -413,7 +413,7 @@ TEST(DataInterfaceText, isALineForEachOwnToken)
     EXPECT_EQ(registry.toString(),
               "Token: token='a', type=INTEGER, value='42.00', text='', sort_index='-1', group=''\n"
               "Token: token='b', type=DOUBLE, value='2.50', text='B %1', sort_index='4', group='group'\n"
-              "Token: token='c', type=IMAGE_REFERENCE, value='???', text='', sort_index='-1', group=''\n"
+              "Token: token='c', type=IMAGE_REFERENCE, value='\?\?\?', text='', sort_index='-1', group=''\n"
               "Token: token='d', type=(unknown), value='', text='', sort_index='-1', group=''\n");
 }
 

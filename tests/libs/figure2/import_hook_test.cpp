@@ -101,12 +101,13 @@ TEST(ImportHooks, mayTakeThemselvesAwayWhenCalled)
 {
     std::string calls;
     ShyHook shy;
-    TestHook other("b", &calls);
+    TestHook first("a", &calls);
+    TestHook second("b", &calls);
     Figure figure;
 
     ImportHook::callConvertFigure(&figure);
 
-    EXPECT_EQ(calls, "b ");
+    EXPECT_EQ(calls, "a b ");
 }
 
 TEST(ImportHooks, getEachOthersTexts)

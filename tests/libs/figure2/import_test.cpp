@@ -263,10 +263,10 @@ TEST(ImportReport, namesEachElementByItsPlace)
     ImportReport report;
     OldRecords const group = oldElementOf(Import::OLD_GROUP, oldGroup(1, 2).add(line()).add(line()));
 
-    importFigure(oldFigure({line(), group}), &report);
+    importFigure(oldFigure({line(), group, line()}), &report);
 
-    EXPECT_EQ(keptPlaces(report), "page \nline 1\ngroup 2\nline 2.1\nline 2.2\n");
-    EXPECT_EQ(report.count(ImportEntry::KEPT), 5U);
+    EXPECT_EQ(keptPlaces(report), "page \nline 1\ngroup 2\nline 2.1\nline 2.2\nline 3\n");
+    EXPECT_EQ(report.count(ImportEntry::KEPT), 6U);
     EXPECT_EQ(report.count(ImportEntry::DROPPED), 0U);
 }
 

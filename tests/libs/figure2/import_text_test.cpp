@@ -298,10 +298,21 @@ TEST(ImportTextOfAChart, takesTheChartOfItsOwnGroup)
 
 TEST(ImportTextOfAChart, looksInTheGroupsAroundIt)
 {
-    auto const figure = importFigure(oldFigure({group({text("$strain.MAX_Y_left$")}), group({chart("strain")})}));
+    auto const figure = importFigure(oldFigure(
+        {group({chart("strain")}), chart("strain"), chart("strain"), group({group({text("$strain.MAX_Y_left$")})})}));
+
+    auto &inner = static_cast<Group &>(*childAt<Group>(*figure, 3).getChildBegin()[0]);
+    auto &label = static_cast<Label &>(*inner.getChildBegin()[0]);
+    EXPECT_EQ(label.getConnectorTarget(nullptr), &childAt<Chart>(*figure, 1));
+}
+
+TEST(ImportTextOfAChart, looksEverywhereInTheEnd)
+{
+    auto const figure = importFigure(
+        oldFigure({group({text("$strain.MAX_Y_left$")}), group({chart("strain")}), group({chart("strain")})}));
 
     auto &label = static_cast<Label &>(*childAt<Group>(*figure, 0).getChildBegin()[0]);
-    EXPECT_EQ(chartOf(label), "strain");
+    EXPECT_EQ(label.getConnectorTarget(nullptr), childAt<Group>(*figure, 1).getChildBegin()[0]);
 }
 
 TEST(ImportTextOfAChart, keepsTheChartThatItNamesItself)

@@ -551,6 +551,29 @@ TEST(ImportFigureTokens, areToldByTheirNames)
     EXPECT_EQ(keptPlaces(report), "page frozen/\nline frozen/1\ntoken frozen\npage \n");
 }
 
+TEST(ImportFigureTokens, ofARegistryAreToldTooByTheirNames)
+{
+    ImportReport report;
+
+    importFigure(oldFigure(3, Support::oldRegistry(), {}), &report);
+
+    EXPECT_EQ(keptPlaces(report), "token curve\ntoken operator\npage \n");
+}
+
+TEST(ImportFigureTokens, areDroppedWithoutARegistryForThem)
+{
+    OldRecords const file = oldFigure(2, oneToken(1, oldInteger(1, 3)), {});
+    DataInterface tokens;
+    ImportReport with;
+    ImportReport without;
+
+    importFigure(file, &with, &tokens);
+    importFigure(file, &without);
+
+    EXPECT_EQ(losses(with), "");
+    EXPECT_EQ(losses(without), "figure  dropped: a page does not hold the data of its tokens\n");
+}
+
 OldRecords chart(std::string const &token)
 {
     Support::OldChartFields fields;

@@ -59,7 +59,7 @@ struct CraftedSnapshot
         if (version < 5) {
             DataInterface registry;
             registry.setString("a", "registered");
-            registry.setString("not in use", "left out");
+            registry.setString("unused", "left out");
             registry.save(&stream, -1, -1);
             return;
         }
@@ -198,7 +198,7 @@ TEST_P(SnapshotVersion, isReadWithWhatItHas)
     EXPECT_EQ(figure->getSize(), BaVec2d<double>(70, 50));
     EXPECT_EQ(static_cast<Label *>(childOf(*figure))->getResolvedText(), version < 5 ? "registered" : "frozen");
     ASSERT_NE(snapshot.getTokenContainer(), nullptr);
-    EXPECT_EQ(valueOf(*snapshot.getTokenContainer(), "not in use"), "unknown");
+    EXPECT_EQ(valueOf(*snapshot.getTokenContainer(), "unused"), "unknown");
     EXPECT_EQ(snapshot.getProjectTokenContainer() != nullptr, version >= 7);
     EXPECT_EQ(valueOf(*figure->getTokenInterface(), "p"), version < 7 ? "unknown" : "project");
     EXPECT_EQ(figure->getChartInterface() != nullptr, version >= 6);

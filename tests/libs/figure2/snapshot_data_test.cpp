@@ -219,9 +219,6 @@ TEST_F(SystemFont, isKeptAsItWas)
     system->setUseSystemFont(true);
     Label *own = addLabel(*figure, "b");
     own->setFont(Font("Own", 7.0, 0));
-    auto *rectangle = new Rectangle;
-    rectangle->setUseSystemFont(true);
-    figure->getRoot()->addChild(rectangle);
 
     SnapshotData const snapshot(STAGE, figure, nullptr);
     Font::setSystemLabelFont(Font("Now", 11.0, 0));
@@ -229,7 +226,6 @@ TEST_F(SystemFont, isKeptAsItWas)
     EXPECT_EQ(system->getFont(), Font("Then", 9.0, Font::BOLD));
     EXPECT_FALSE(system->getUseSystemFont());
     EXPECT_EQ(own->getFont(), Font("Own", 7.0, 0));
-    EXPECT_TRUE(rectangle->getUseSystemFont()); // it has no font
 }
 
 TEST_F(SnapshotOwner, ofAPictureShowsItInTheResolutionOfTheScreen)

@@ -52,7 +52,7 @@ protected:
         generic->setOrigin({150, 40});
         generic->setSize({80, 60});
         add<ChartLegend>({150, 90}, {80, 30})->connect(generic, "");
-        Label *label = addLabel(*figure, "over $X_VALUE$");
+        Label *label = addLabel(*figure, "$X_VALUE$");
         label->connect(generic, "");
     }
     void addImage()
@@ -72,17 +72,17 @@ protected:
         image = add<Image>({50, 150}, {80, 60});
         image->setToken("camera");
         add<Legend>({110, 150}, {20, 60})->connect(image, "");
-        Label *label = addLabel(*figure, "the image at $stage$");
+        Label *label = addLabel(*figure, "$stage$");
         label->setOrigin({50, 200});
         label->setConnectorPoint({60, 150});
-        tokens->set("stage", Value(QString("three")));
+        tokens->set("stage", Value(QString("stage-three")));
     }
     void addMeasuredPoint()
     {
         figure->setImageInterface(measurements.get());
         auto *label = new MeasuredPoint;
         label->point = {10, 5, 0};
-        label->setText("x is $x$");
+        label->setText("$x$");
         label->setImageElementId("P1");
         label->setOrigin({150, 180});
         figure->getRoot()->addChild(label);
@@ -111,7 +111,7 @@ protected:
     class Measurements : public ImageInterface
     {
     public:
-        Measurements() { values.set("x", Value(QString("10 mm"))); }
+        Measurements() { values.set("x", Value(QString("ten-millimetres"))); }
         QString getImageElementName(QString const &id) const override { return id; }
         ImageLabel *createImageLabel(QString const &) const override { return nullptr; }
         bool updateImageElement(ImageLabel *) const override { return true; }
@@ -143,8 +143,8 @@ TEST_F(FrozenFigure, looksAsItDid)
     addImage();
     addMeasuredPoint();
     std::string const live = drawnLive();
-    for (char const *part : {"live legend way of left", "over live description time", "the image at three",
-                             "x is 10 mm", "image ", "colors ", "ellipse "})
+    for (char const *part : {"live legend way of left", "live&nbsp;description&nbsp;time", "stage-three",
+                             "ten-millimetres", "image ", "colors ", "ellipse "})
         ASSERT_NE(live.find(part), std::string::npos) << part << "\n" << live;
 
     auto const snapshot = freeze();
@@ -216,7 +216,7 @@ TEST_F(FrozenFigure, isShownByAFrameInAnother)
     std::string const calls = drawn(page);
 
     EXPECT_NE(calls.find("transform 0,0 scaling 1\nnested\n"), std::string::npos);
-    for (char const *text : {"live legend way of left", "over live description time"})
+    for (char const *text : {"live legend way of left", "live&nbsp;description&nbsp;time"})
         EXPECT_NE(nestedIn(calls).find(text), std::string::npos) << text;
 
     // And by a frame in a snapshot of that page.

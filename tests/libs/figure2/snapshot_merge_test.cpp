@@ -248,10 +248,10 @@ TEST_F(SnapshotMerge, takesTheValuesOfTheStage)
 {
     tokens.setAt(2, "a", Value(QString("second")));
     tokens.setAt(3, "a", Value(QString("third")));
-    tokens.set("not in use", Value(QString("all the same")));
+    tokens.set("unused", Value(QString("all the same")));
     auto const snapshot = freeze();
     EXPECT_EQ(valueOf(*snapshot->getTokenContainer(), "a"), "third");
-    EXPECT_EQ(valueOf(*snapshot->getTokenContainer(), "not in use"), "all the same");
+    EXPECT_EQ(valueOf(*snapshot->getTokenContainer(), "unused"), "all the same");
     snapshot->merge(StageIdentifier(2), &source, {0, 0}, ALL);
     EXPECT_EQ(valueOf(*snapshot->getTokenContainer(), "a"), "second");
 }
