@@ -58,8 +58,6 @@ SnapshotData::SnapshotData(StageIdentifier const &stage, Figure const *source, S
     renewTokenInterface();
     figure_->setBackground(source->getBackground());
     figure_->setSize(source->getSize());
-    if (source->getChartInterface())
-        freezeCharts(source);
     merge(stage, source, {0.0, 0.0}, filter);
 }
 

@@ -7,6 +7,7 @@
 #include <ZemFig2Line.h>
 #include <ZemFig2Logo.h>
 #include <ZemFig2Polygon.h>
+#include <ZemFig2SnapshotFrame.h>
 
 #include <ZemScriptObject.h>
 
@@ -135,8 +136,9 @@ TEST(ElementTypes, settingOneClearsValid)
 
 TEST(ElementCreate, makesAnEmptyElementOfEachShape)
 {
-    for (Element::Type_t type : {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL,
-                                 Element::IMAGE, Element::LOGO, Element::GROUP}) {
+    for (Element::Type_t type :
+         {Element::LINE, Element::RECTANGLE, Element::ELLIPSE, Element::POLYGON, Element::LABEL, Element::IMAGE,
+          Element::LOGO, Element::GROUP, Element::SNAPSHOT, Element::SNAPSHOT_FRAME}) {
         std::unique_ptr<Element> const element(Element::create(type));
         ASSERT_NE(element, nullptr);
         EXPECT_EQ(element->getType(), type);
@@ -192,6 +194,8 @@ TEST(ElementAbilities, followTheFamily)
     EXPECT_EQ(abilitiesOf(Label()), label);
     EXPECT_EQ(abilitiesOf(Logo()), area);
     EXPECT_EQ(abilitiesOf(Image()), image);
+    EXPECT_EQ(abilitiesOf(SnapshotFrame()), image);
+    EXPECT_EQ(abilitiesOf(Snapshot()), image);
 }
 
 TEST(ElementAbilities, ofShapesHoldNoTokensAndNoHandles)

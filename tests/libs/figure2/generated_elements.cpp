@@ -9,6 +9,7 @@
 #include <ZemFig2Line.h>
 #include <ZemFig2Logo.h>
 #include <ZemFig2Polygon.h>
+#include <ZemFig2SnapshotFrame.h>
 
 #include <ZemImage.h>
 #include <ZemScriptObject.h>
@@ -22,9 +23,10 @@ namespace Zem::Fig2 {
 namespace {
 
 /// Those with a text form first.
-constexpr std::array LEAF_TYPES{Element::LINE,  Element::RECTANGLE, Element::ELLIPSE,      Element::POLYGON,
-                                Element::LABEL, Element::LEGEND,    Element::CHART_LEGEND, Element::LOGO,
-                                Element::IMAGE, Element::CHART,     Element::GENERIC_CHART};
+constexpr std::array LEAF_TYPES{Element::LINE,          Element::RECTANGLE, Element::ELLIPSE,       Element::POLYGON,
+                                Element::LABEL,         Element::LEGEND,    Element::CHART_LEGEND,  Element::LOGO,
+                                Element::IMAGE,         Element::CHART,     Element::GENERIC_CHART, Element::SNAPSHOT,
+                                Element::SNAPSHOT_FRAME};
 constexpr std::size_t NUMBER_OF_TEXT_TYPES = 9;
 
 double number()
@@ -240,6 +242,9 @@ void fillImage(ImageBase &image)
     }
     image.setImageBackgroundColor(color());
     image.setUseImageBackgroundColor(flag());
+    // Its token is always its source.
+    if (auto *frame = dynamic_cast<SnapshotFrame *>(&image))
+        frame->setSnapshotSourceId(word());
 }
 
 ColorBar colorBar()

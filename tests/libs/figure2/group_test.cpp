@@ -125,6 +125,54 @@ TEST(GroupRemoveChild, passesTheMasterOn)
     EXPECT_EQ(group.getMasterElement(), nullptr);
 }
 
+TEST(GroupRemoveChildren, givesThoseBackThatAreWantedInTheirOrder)
+{
+    Figure figure;
+    Group *group = addGroup(*figure.getRoot());
+    Element *first = add(*group);
+    Element *second = add(*group);
+    Element *third = add(*group);
+    Group *fourth = addGroup(group);
+    Element *leaf = add(*fourth);
+    second->setSelected(true);
+
+    Elements const removed =
+        group->removeChildren([&](Element const *child) { return child == fourth || child == second; });
+
+    EXPECT_EQ(removed, (Elements{second, fourth}));
+    EXPECT_EQ(childrenOf(*group), (Elements{first, third}));
+    EXPECT_FALSE(second->isSelected());
+    EXPECT_TRUE(figure.getSelectedElements().empty());
+    EXPECT_EQ(second->getParent(), nullptr);
+    EXPECT_EQ(leaf->getFigure(), nullptr);
+    EXPECT_EQ(second->getScriptObject()->getParent(), nullptr);
+    for (Element *element : removed)
+        delete element;
+}
+
+TEST(GroupRemoveChildren, passesTheMasterToTheFirstThatStays)
+{
+    Group group;
+    std::unique_ptr<Element> const first(add(group));
+    std::unique_ptr<Element> const second(add(group));
+    Element *third = add(group);
+    group.removeChildren([&](Element const *child) { return child == first.get() || child == second.get(); });
+    EXPECT_EQ(group.getMasterElement(), third);
+    group.removeChildren([](Element const *) { return false; });
+    EXPECT_EQ(childrenOf(group), Elements{third});
+}
+
+TEST(GroupRemoveChildren, changesTheOutlineOfTheGroup)
+{
+    Group group;
+    add(group, 0, 0);
+    std::unique_ptr<Element> const leaving(add(group, 100, 0));
+    updateAll(group);
+    group.Element::update(StageIdentifier(1), nullptr, nullptr);
+    group.removeChildren([&](Element const *child) { return child == leaving.get(); });
+    EXPECT_FALSE(group.isValid());
+}
+
 TEST(GroupChildren, changeTheOutlineOfTheGroup)
 {
     Group group;

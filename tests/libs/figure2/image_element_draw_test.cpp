@@ -440,10 +440,15 @@ protected:
     ImageSnapshot()
     {
         figure->setSize({200, 60});
-        figure->setTokenInterface(&inner);
-        snapshot.setFigure(figure);
+        show(&inner);
         image.setToken("frozen");
         update();
+    }
+    /// Has the figure updated once more, with values of the test's own in place of frozen ones.
+    void show(FigureTokenInterface const *values)
+    {
+        snapshot.setFigure(figure);
+        figure->setTokenInterface(values);
     }
     Rectangle *addRectangle()
     {
@@ -513,7 +518,7 @@ TEST_F(ImageSnapshot, showsVisibleElementsWithTheTokensOfTheirFigure)
     shown->setSize({40, 30});
     figure->getRoot()->addChild(shown);
     addRectangle()->setVisible(false);
-    snapshot.setFigure(figure);
+    show(&inner);
     std::string const calls = nested();
     EXPECT_NE(calls.find("image 0,-5 size 40,30 40x30 from 0,0 scaling 1 id 'inside/1/frozen/1/both' "),
               std::string::npos)
@@ -560,8 +565,7 @@ TEST_F(ImageSnapshot, ofItselfEnds)
     own->setOrigin({20, 10});
     own->setSize({40, 30});
     figure->getRoot()->addChild(own);
-    figure->setTokenInterface(&tokens);
-    snapshot.setFigure(figure);
+    show(&tokens);
     std::string const calls = drawn();
     EXPECT_TRUE(finished);
     // Once in the element of the page, and once in the one within.
@@ -575,8 +579,8 @@ TEST_F(ImageSnapshot, ofItselfEnds)
 TEST_F(ImageSnapshot, ofATokenWithAPictureIsDrawnOverIt)
 {
     auto *page = new Figure;
-    page->setTokenInterface(&inner);
     tokens.addSnapshot("camera").setFigure(page);
+    page->setTokenInterface(&inner);
     int drawings = 0;
     page->getRoot()->addChild(new SlowRectangle(&drawings));
     image.setToken("camera");
@@ -622,7 +626,7 @@ protected:
     bool leadsTo(BaVec2d<double> const &point)
     {
         label->setConnectorPoint(point);
-        snapshot.setFigure(figure);
+        show(&inner);
         snapshot.getFigure()->update(stage, true);
         std::string const calls = nested();
         std::size_t const line = calls.find("ellipse " + Support::text(point) + " radii 1,1 ");

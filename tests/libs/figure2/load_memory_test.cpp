@@ -11,6 +11,7 @@
 #include <ZemFig2Line.h>
 #include <ZemFig2Polygon.h>
 #include <ZemFig2Rectangle.h>
+#include <ZemFig2SnapshotFrame.h>
 
 #include <gtest/gtest.h>
 
@@ -180,7 +181,9 @@ INSTANTIATE_TEST_SUITE_P(
         LargeFile{"lines", [] { return manyOf<Line>(5000); }},
         LargeFile{"polygons", [] { return manyOf<Polygon>(5000); }},
         LargeFile{"emptyGroups", [] { return manyOf<Group>(5000); }}, LargeFile{"deepGroups", deepGroups},
-        LargeFile{"images", [] { return manyOf<Image>(1000); }}, LargeFile{"looks", manyLooks},
+        LargeFile{"images", [] { return manyOf<Image>(1000); }},
+        LargeFile{"snapshots", [] { return manyOf<Snapshot>(1000); }},
+        LargeFile{"frames", [] { return manyOf<SnapshotFrame>(1000); }}, LargeFile{"looks", manyLooks},
         LargeFile{"labels", manyLabels}, LargeFile{"legends", [] { return manyOf<Legend>(1000); }},
         LargeFile{"points", manyPoints}, LargeFile{"connectors", manyConnectors},
         LargeFile{"unknownTypes",

@@ -108,6 +108,15 @@ TEST_F(SnapshotCharts, answerForAnotherTokenOfTheSameName)
     EXPECT_EQ(charts.getTokenDescription(DataToken("way", {"a", "b"})), "live description way of left");
 }
 
+TEST_F(SnapshotCharts, answerForATokenThatIsKnownInAnotherCategoryOnly)
+{
+    DataToken strain("strain");
+    strain.setCategory(TokenInfo::CATEGORY_STRAIN);
+    addGenericChart(figure, "", {strain});
+    SnapshotChartInterface charts(&figure);
+    EXPECT_EQ(charts.getTokenDescription(DataToken("strain")), "live description strain");
+}
+
 TEST_F(SnapshotCharts, answerForAnUnknownTokenByItsName)
 {
     SnapshotChartInterface charts(&figure);

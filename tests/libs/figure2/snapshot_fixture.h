@@ -41,6 +41,7 @@ public:
     std::map<QString, ChartData> charts;
     std::map<QString, SnapshotData> snapshots;
     bool listsData = true; ///< whether getTokens tells of them
+    mutable int lent = 0;
 
     void getTokens(std::vector<TokenInfo> *tokens) const override
     {
@@ -72,6 +73,7 @@ private:
         if (found == data.end())
             return nullptr;
         ++onLoan_;
+        ++lent;
         return &found->second;
     }
 

@@ -346,6 +346,15 @@ TEST_F(UnlistedData, ofElementsThatStayOutAreLeftThere)
     EXPECT_EQ(tokensOf(*freezeWithout({childOf(source, 0)})), (Names{"before", "curve", "GENERIC_CHART/the time/way"}));
 }
 
+TEST_F(UnlistedData, areBorrowedOnceForAllThatShowThem)
+{
+    for (int i = 0; i < 10; ++i)
+        add<Image>("camera");
+    freeze();
+    // A picture, a snapshot, two charts.
+    EXPECT_EQ(tokens.lent, 4);
+}
+
 TEST_F(UnlistedData, areRenewedByTheNextMerge)
 {
     auto const snapshot = freeze();

@@ -6,6 +6,7 @@
 #include <OldFigureWriter.h>
 #include <ZemFig2DataInterface.h>
 #include <ZemFig2Import.h>
+#include <ZemFig2Invalidator.h>
 #include <ZemFig2Template.h>
 
 #include <ZemOS.h>
@@ -311,9 +312,11 @@ TEST_F(TemplateFile, takesTheHintsOfAFigureFromItsTokens)
     addChart(figure, "unknown");
     addChart(figure, "");
     write(path("a.fig"), figureWithTokens(figure).bytes());
-    read.setTypeHint(addChart(read, "gone"), "gone");
+    read.setTypeHint(figure.getRoot(), "gone");
 
     ASSERT_TRUE(read.load(path("a.fig"), &log)) << log.getLog().toStdString();
+
+    EXPECT_EQ(read.getTypeHint(figure.getRoot()), "");
 
     EXPECT_EQ(read.toString(), figure.toString());
     Names hints;
@@ -328,7 +331,18 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     OldRecords const chart = oldElement(Import::OLD_CHART).add(oldChart(1)).add(oldAxis(1)).add(oldAxis(1));
     write(path("old.fig"), oldFile(oldFigure(3, oldRegistry(), {chart})));
 
+    read.setTypeHint(first, "gone");
+    LiveTokens tokens;
+    Invalidator invalidator;
+    read.setTokenInterface(&tokens);
+    read.registerInvalidator(&invalidator);
+
     ASSERT_TRUE(read.load(path("old.fig"), &log)) << log.getLog().toStdString();
+
+    EXPECT_EQ(read.getTypeHint(first), "");
+    read.update(STAGE, false);
+    EXPECT_EQ(Support::text(invalidator.getInvalidArea()), "0,0 100,0 100,50 0,50");
+    read.unregisterInvalidator(&invalidator);
 
     EXPECT_EQ(read.getSize(), BaVec2d<double>(100, 50));
     ASSERT_EQ(numberOfChildren(read), 1U);
