@@ -4,6 +4,8 @@
 #include <ZemFig2Figure.h>
 #include <ZemFig2InitLibrary.h>
 #include <ZemFig2Label.h>
+#include <ZemFig2Snippet.h>
+#include <ZemFig2Template.h>
 
 #include <QtCore/QCoreApplication>
 
@@ -42,7 +44,27 @@ Save makeFigure(QString const &word)
     };
 }
 
-std::map<QString, Save (*)(QString const &)> const FORMS{{"figure", makeFigure}};
+Save makeTemplate(QString const &word)
+{
+    auto const pattern = std::make_shared<FigureTemplate>();
+    fill(pattern.get(), word);
+    return [pattern](QString const &fileName, ErrorLog *log) {
+        return pattern->save(fileName, log) && log->getLog().isEmpty();
+    };
+}
+
+Save makeSnippet(QString const &word)
+{
+    auto const snippet = std::make_shared<Snippet>();
+    auto figure = std::make_unique<Figure>();
+    fill(figure.get(), word);
+    snippet->setFigure(figure.release());
+    return
+        [snippet](QString const &fileName, ErrorLog *log) { return Snippet::saveFile(fileName, snippet.get(), log); };
+}
+
+std::map<QString, Save (*)(QString const &)> const FORMS{
+    {"figure", makeFigure}, {"template", makeTemplate}, {"snippet", makeSnippet}};
 
 } // namespace
 

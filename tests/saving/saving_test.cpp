@@ -104,6 +104,8 @@ TEST_P(Saving, leavesTheOldOrTheNewFileWhenKilledAfterAStep)
 auto isReason(int error)
 {
     return testing::AnyOf(testing::HasSubstr("stream initialisation failed"),
+                          testing::HasSubstr("could not open output file"),
+                          testing::HasSubstr("snippt output stream initialization failed"),
                           testing::AllOf(testing::HasSubstr("page: cannot save"),
                                          testing::HasSubstr(std::generic_category().message(error))));
 }
@@ -173,7 +175,7 @@ TEST_P(Saving, keepsModeAndLinkOfTheTarget)
     EXPECT_EQ(FaultyDisk::read(disk_.path("target")), new_);
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, Saving, testing::Values("figure"));
+INSTANTIATE_TEST_SUITE_P(Documents, Saving, testing::Values("figure", "template", "snippet"));
 
 } // namespace
 } // namespace Zem
