@@ -1,7 +1,7 @@
 # The two commands of the README, and what a developer adds to them. CMake does the work; see CMakePresets.json.
 JOBS ?= 2
 
-.PHONY: all report test sanitize bench reference setup clean
+.PHONY: all report test sanitize damage fuzz bench reference setup clean
 
 all: setup
 	cmake --preset release
@@ -20,6 +20,12 @@ sanitize: setup
 	cmake --preset sanitize
 	cmake --build --preset sanitize -j$(JOBS)
 	ctest --preset sanitize -j$(JOBS)
+
+# Every damage of every golden file, with sanitizers: an hour or two.
+damage: setup
+	cmake --preset sanitize
+	cmake --build --preset sanitize -j$(JOBS) --target golden_damage_test
+	ZEM_DAMAGE=all build/sanitize/bin/golden_damage_test
 
 bench: setup
 	cmake --preset bench
