@@ -177,6 +177,10 @@ def cases(forms):
         add("ChartData", 6, variant, "_position", **{"ChartData.supportsMarkers": variant == 0})
         add("ChartData", 7, variant, "_no_marker", **{"ChartData.markerPosition": [3.5, NOTHING][variant],
                                                      "ChartData.markerValues": [[], [1.0, 2.0]][variant]})
+        add("ChartData", [14, 1][variant], variant, "_empty", **{"ChartData.ids": [], "ChartData.infoPointCount": 0,
+                                                               "ChartMarkers.types": []})
+        add("ChartDataset", 2, variant, "_empty", **{"ChartDataset.pointCount": 0})
+        add("ChartPoint", 1, variant, "_gap", **{"ChartPoint.point": [(NOTHING, 1.5), (2.5, NOTHING)][variant]})
         for has in (True, False):
             for version in (11, 14):
                 add("ChartData", version, variant, "_tokens" if has else "_no_tokens",

@@ -164,7 +164,8 @@ def container_cases(forms, snippets):
         add("PointInTime", 1, variant, "_not_valid", {"Value": 1}, **project, **{
             "Value.type": 6, "PointInTime.valid": False, "PointInTime.kind": [0, 1][variant]})
         add("FormattedText", 1, variant, **project, **{"Value.type": 9, "FormattedText.count": [2, 1][variant]})
-        add("FormattedText", 1, variant, "_empty", **project, **{"Value.type": [9, 3][variant], "FormattedText.count": 0})
+        add("FormattedText", 1, variant, "_empty", **project, **{
+            "Value.type": one_of([[9], [3, 9]][variant]), "FormattedText.count": 0})
         add("TokenInfo", 1, variant, **project)
         add("TokenContainer", 1, variant, **project)
         add("TokenContainer", 1, variant, "_empty", **project, **{"TokenContainer.count": 0})
@@ -249,6 +250,14 @@ def snapshot_cases(forms, snippets):
         for form in ("SnapshotChartInterface", "ChartAnswer"):
             add(form, 1, variant, **{"SnapshotData.hasCharts": True,
                                      "ChartAnswer.hasDefaultParameters": one_of([[True, False], [False]][variant])})
+        add("SnapshotChartInterface", 1, variant, "_empty", **{
+            "SnapshotData.hasCharts": True, "SnapshotChartInterface.count": 0})
+        add("DataInterface", 1, variant, "_empty", {"SnapshotData": 4}, **{
+            **registry(variant), "SnapshotData.hasFigure": True, "DataInterface.names": []})
+        # What is not shown, and what is only referred to, is not taken over.
+        add("SnapshotData", 4, variant, "_others", **{
+            **registry(variant), "SnapshotData.hasFigure": True,
+            "Variable.type": variable_types([[CHART_REFERENCE, STRING, INTEGER], [7, 9, STRING]][variant])})
 
 
 def hint_charts(document):
@@ -267,8 +276,8 @@ def template_cases(forms, result):
     charts = [CHART, RECTANGLE, CHART]
     for variant in range(2):
         for version in (1, 2):
-            add(f"figuretemplate_v{version}", "Template file", {"FigureTemplate": version}, variant, charts, hint_charts,
-                **{"FigureTemplate.count": [3, 1][variant]})
+            add(f"figuretemplate_v{version}", "Template file", {"FigureTemplate": version}, variant, charts,
+                hint_charts, **{"FigureTemplate.count": [3, 1][variant]})
         add("figuretemplate_no_hints_v2", "Template file", {}, variant, [RECTANGLE], **{"FigureTemplate.count": 0})
         types = [[CHART_VARIABLE, CHART_REFERENCE], [CHART_REFERENCE, STRING]][variant]
         for version in (1, 5, 6):
