@@ -229,7 +229,7 @@ def snapshot_cases(forms, snippets):
     everything = {"SnapshotData.hasFigure": True, "SnapshotData.hasProjectTokens": True, "SnapshotData.hasCharts": True}
 
     def registry(variant):
-        types = [[CHART_VARIABLE, INTEGER, DOUBLE], [STRING, SNAPSHOT, INTEGER]][variant]
+        types = [[CHART_VARIABLE, DOUBLE, INTEGER], [STRING, SNAPSHOT, INTEGER]][variant]
         children = with_children([CHART, LABEL] if variant == 0 else [LABEL])
         depth = one_of([True, *[False] * 20])
         return {**children, "Label.text": "$name_a$, $name_b$", "TokenName.name": "name_a",
