@@ -1,6 +1,8 @@
 #include "GoldenDocuments.h"
 
 #include <ZemFig2Figure.h>
+#include <ZemFig2Snippet.h>
+#include <ZemFig2Template.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -37,7 +39,32 @@ std::string saveFigureAgain(QByteArray const &bytes)
         [](Figure const &figure, IO::OutStream *stream) { figure.save(stream, -1, -1); });
 }
 
-constexpr GoldenKind KINDS[] = {{"fig", "Figure file", saveFigureAgain}};
+std::string saveSnippetAgain(QByteArray const &bytes)
+{
+    return saveAgain<Snippet>(
+        bytes, Snippet::FILE_TYPE_ID, [](Snippet *snippet, IO::InStream *stream) { snippet->load(stream); },
+        [](Snippet const &snippet, IO::OutStream *stream) { snippet.save(stream); });
+}
+
+/// As templates are opened: what is no template is taken in.
+void loadTemplate(FigureTemplate *figure, IO::InStream *stream)
+{
+    if (stream->isOfType(FigureTemplate::TEMPLATE_FILE_TYPE_ID))
+        figure->load(stream, -1, -1);
+    else
+        figure->import(stream, -1, -1);
+}
+
+std::string saveTemplateAgain(QByteArray const &bytes)
+{
+    return saveAgain<FigureTemplate>(
+        bytes, FigureTemplate::TEMPLATE_FILE_TYPE_ID, loadTemplate,
+        [](FigureTemplate const &figure, IO::OutStream *stream) { figure.save(stream, -1, -1); });
+}
+
+constexpr GoldenKind KINDS[] = {{"fig", "Figure file", saveFigureAgain},
+                                {"snippet", "Snippet file", saveSnippetAgain},
+                                {"template", "Template file", saveTemplateAgain}};
 
 } // namespace
 

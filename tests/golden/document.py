@@ -20,7 +20,8 @@ class Case:
     expect    called with what a reader of today has, for rules that are not in the tables
     """
 
-    EXTENSIONS = {"Figure file": "fig"}
+    EXTENSIONS = {"Figure file": "fig", "Snippet file": "snippet", "Template file": "template",
+                  "Figure with tokens": "template"}
 
     def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None):
         self.name, self.file, self.variant = name, file, variant

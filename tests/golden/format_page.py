@@ -64,10 +64,10 @@ def version_matches(ranges, version):
 
 def parse_form_cell(row, cell):
     cell = cell.replace("`", "").strip()
-    match = re.search(r" for (\w+)$", cell)
+    match = re.search(r" for ([\w.]+)$", cell)
     if match:
         row.each, cell = match[1], cell[: match.start()]
-    match = re.search(r" by (\w+)$", cell)
+    match = re.search(r" by ([\w.]+)$", cell)
     if match:
         row.by, cell = match[1], cell[: match.start()]
     match = re.search(r" × (\w+)$", cell)
@@ -213,12 +213,20 @@ class Scope:
             self.versions[node.form.name.replace(" ", "")] = node.version
 
     def lookup(self, name):
+        name, _, inner = name.partition(".")
         scope = self
         while scope:
             if name in scope.node.values:
-                return scope.node[name]
+                return inner_value(scope.node[name], inner)
             scope = scope.outer
         return self.versions[name]
+
+
+def inner_value(value, name):
+    """A field of a form, or of each form in a list; the value itself without a name."""
+    if not name:
+        return value
+    return [item[name] for item in value] if isinstance(value, list) else value[name]
 
 
 def is_inline(row, forms):
