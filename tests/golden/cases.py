@@ -1,8 +1,12 @@
 """The golden files, family by family."""
 
+import cases_charts
 import cases_elements
 import cases_labels
+import cases_snapshots
+
+FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots)
 
 
 def CASES(forms):
-    return [case for family in (cases_elements, cases_labels) for case in family.cases(forms)]
+    return [case for family in FAMILIES for case in family.cases(forms)]

@@ -196,7 +196,7 @@ def upgrade_value(forms, row, value, case, scope):
     return upgrade(forms, value, case, scope)
 
 
-def node_of(forms, name, **values):
+def node_of(forms, name, /, **values):
     """The content of a form in its newest version, with these values; forms in it may be given as nodes."""
     node = Node(forms[name], forms[name].version)
     node.values.update(values)

@@ -291,6 +291,8 @@ class Writer:
                 continue
             inline = is_inline(row, self.forms)
             values_begun = values_begun or inline
+            if not row_is_there(node.form, row, self.forms, scope):
+                continue
             for item in items_of(row, node):
                 if item is None:
                     continue
