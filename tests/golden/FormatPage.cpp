@@ -11,8 +11,8 @@ namespace Zem::Support {
 
 namespace {
 
-std::set<std::string> const PRIMITIVES{"bool",   "byte",  "int",   "uint",  "id",
-                                       "double", "color", "vec2d", "vec3d", "string"};
+std::set<std::string> const PRIMITIVES{"bool",  "byte",  "int",   "uint",   "id",     "double",
+                                       "color", "vec2d", "vec3d", "string", "packed", "jpeg"};
 
 std::vector<std::uint32_t> expandNumbers(QString const &text)
 {

@@ -1,5 +1,6 @@
 // What is in a file according to the pages.
 #include "FormatPage.h"
+#include "PackedPicture.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -190,6 +191,10 @@ std::string Teller::value(std::string const &kind, Bytes *bytes, std::uint32_t *
         return bytes->real();
     if (kind == "string")
         return quoted(bytes->take(bytes->number()));
+    if (kind == "packed")
+        return tellPackedPicture(bytes->take(bytes->number()));
+    if (kind == "jpeg")
+        return std::to_string(bytes->take(bytes->number()).size()) + " bytes";
     std::string text;
     if (kind == "color") {
         for (char c : bytes->take(4))

@@ -2,10 +2,11 @@
 
 import cases_charts
 import cases_elements
+import cases_images
 import cases_labels
 import cases_snapshots
 
-FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots)
+FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots, cases_images)
 
 
 def CASES(forms):

@@ -72,7 +72,7 @@ def figure_container_of(forms, variables):
     names = [known.name for known in variables]
     return node_of(forms, "FigureTokenContainer", infoCount=len(names), entryCount=len(names), pictureCount=0,
                    overlayCount=0, entryNames=names, pictureNames=[], overlayNames=[],
-                   infos=[entry["info"] for entry in entries], entries=entries)
+                   infos=[entry["info"] for entry in entries], entries=entries, pictures=[], overlays=[])
 
 
 @upgrades("SnapshotData")

@@ -4,6 +4,7 @@ import hashlib
 import re
 
 from format_page import Node, Scope, holds, row_is_there
+from packed_picture import grey_jpeg, some_picture
 
 WORDS = ["force", "Länge", "ε", "part.length", "a b", "", "Zug → Druck", "x"]
 
@@ -74,10 +75,10 @@ class Builder:
             if given is not None:
                 return given
             if row.times:
-                return [self.primitive(row) for _ in range(self.count(row.times, scope))]
+                return [self.primitive(row, node) for _ in range(self.count(row.times, scope))]
             if any(other.times == row.name for other in form.rows):
                 return self.list_length(form, row)
-            return self.primitive(row)
+            return self.primitive(row, node)
         if given is not None and not isinstance(given, (int, str)):
             return given
         if row.each:
@@ -103,9 +104,11 @@ class Builder:
         name = self.forms[choice].choices.get(number)
         return self.fill(name, scope) if name else None
 
-    def primitive(self, row):
+    def primitive(self, row, node):
         self.number += 1
         n = self.number
+        if row.kind in ("packed", "jpeg"):
+            return grey_jpeg([255, n]) if row.kind == "jpeg" else some_picture(node["type"], n)
         if row.kind == "id":
             self.next_id += 1
             return self.next_id

@@ -11,7 +11,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 MAGIC = b"\x8aZB\n"
-PRIMITIVES = {"bool", "byte", "int", "uint", "id", "double", "color", "vec2d", "vec3d", "string"}
+PRIMITIVES = {"bool", "byte", "int", "uint", "id", "double", "color", "vec2d", "vec3d", "string", "packed", "jpeg"}
 LINK = re.compile(r"\[([^\]]+)\]\([^)]*\)")
 
 
@@ -262,7 +262,7 @@ def encode(kind, value):
         return bytes(value)
     if kind in ("vec2d", "vec3d"):
         return b"".join(struct.pack("<d", part) for part in value)
-    data = value.encode("utf-8")
+    data = value.encode("utf-8") if kind == "string" else value.packed()
     return struct.pack("<I", len(data)) + data
 
 
@@ -356,6 +356,8 @@ class Teller:
             return " ".join(tell_double(part) for part in value)
         if kind == "string":
             return quote(value)
+        if kind == "packed":
+            return value.tell()
         return str(value & 0xFFFFFFFF if kind == "uint" else value)
 
     def tell(self, node, depth=0, outer=None):
