@@ -1,12 +1,14 @@
 #include "GoldenDocuments.h"
 
 #include <ZemFig2Figure.h>
+#include <ZemFig2Import.h>
 #include <ZemFig2Snippet.h>
 #include <ZemFig2Template.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
+#include <memory>
 #include <sstream>
 
 namespace Zem::Support {
@@ -62,7 +64,23 @@ std::string saveTemplateAgain(QByteArray const &bytes)
         [](FigureTemplate const &figure, IO::OutStream *stream) { figure.save(stream, -1, -1); });
 }
 
+/// Older figures are read only: what they become is a figure of today.
+std::string saveOlderFigure(QByteArray const &bytes)
+{
+    std::istringstream input(bytes.toStdString());
+    IO::InStream stream(&input);
+    if (!stream.isInit())
+        throw IO::StreamException(stream.getError());
+    std::unique_ptr<FigureTemplate> const figure(Import::importTemplate(&stream));
+    std::ostringstream output;
+    IO::OutStream saved(&output, Figure::FILE_TYPE_ID, 1);
+    figure->Figure::save(&saved, -1, -1);
+    saved.close();
+    return output.str();
+}
+
 constexpr GoldenKind KINDS[] = {{"fig", "Figure file", saveFigureAgain},
+                                {"old", "Figure file", saveOlderFigure},
                                 {"snippet", "Snippet file", saveSnippetAgain},
                                 {"template", "Template file", saveTemplateAgain}};
 

@@ -4,9 +4,10 @@ import cases_charts
 import cases_elements
 import cases_images
 import cases_labels
+import cases_older
 import cases_snapshots
 
-FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots, cases_images)
+FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots, cases_images, cases_older)
 
 
 def CASES(forms):

@@ -22,7 +22,7 @@ class Case:
     """
 
     EXTENSIONS = {"Figure file": "fig", "Snippet file": "snippet", "Template file": "template",
-                  "Figure with tokens": "template"}
+                  "Figure with tokens": "template", "Older figure file": "old"}
 
     def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None):
         self.name, self.file, self.variant = name, file, variant
