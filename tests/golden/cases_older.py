@@ -1,10 +1,12 @@
 """Older figures, and the figures that they become."""
 
+from itertools import count
+
 from cases_charts import chart_values
 from cases_elements import default_symbol
 from cases_images import default_look, image_values, sans
 from cases_labels import default_scale, default_tolerances, line_style, unit
-from cases_tokens import STRING, INTEGER, older_variables, one_of, unit_of, variable_types
+from cases_tokens import INTEGER, STRING, one_of, unit_of, variable_types
 from document import DEFAULTS, Case, node_of, upgrades
 from packed_picture import NO_PICTURE
 
@@ -62,19 +64,19 @@ def middle_of(frame):
 class Figures:
     """Makes the figure of an older one; the old records hold all fields of their newest versions."""
 
-    def __init__(self, forms):
+    def __init__(self, forms, ids=None):
         self.forms = forms
-        self.next_id = 1
+        self.ids = ids or count(1)
         self.by_id = {}
         self.texts, self.legends, self.charts, self.shown = [], [], [], []
-        self.snapshots = 0
+        self.snapshots = []
 
     def node(self, form, /, **values):
         return node_of(self.forms, form, **values)
 
     def element(self, type_name, frame=None, **values):
         forms = self.forms
-        new = self.node("Element", id=self.next_id, origin=(0.0, 0.0), size=(0.0, 0.0), visible=True, linkTo3D=False,
+        new = self.node("Element", id=next(self.ids), origin=(0.0, 0.0), size=(0.0, 0.0), visible=True, linkTo3D=False,
                         autoSize=False, maximize=False, angle=0.0, fontColor=BLACK, highlightColor=(8, 8, 132, 255),
                         pivotAlignmentX=0, pivotAlignmentY=0, margin=1.0, spacing=1.0, numberOfConnectors=0,
                         useSystemFont=False, name=None, border=line_style(forms, 0.1),
@@ -82,7 +84,6 @@ class Figures:
                         userFont=sans(forms), connectors=[])
         new["border"]["style"] = 0
         new.type_name = type_name
-        self.next_id += 1
         if frame:
             new["origin"], new["size"] = middle_of(frame), frame["size"]
         new.values.update(values)
@@ -236,8 +237,8 @@ class Figures:
         overlay = old["token"] == "IMAGE.OVERLAY_STRAIN" if old["showOverlay"] is None else old["showOverlay"]
         token = old["token"]
         if old["hasSnapshot"]:
-            self.snapshots += 1
-            token = f"__imported_snapshot_{self.snapshots}__"
+            self.snapshots.append(old["snapshot"])
+            token = f"__imported_snapshot_{len(self.snapshots)}__"
         looks = sorted(zip(old["lookIds"], map(self.look, old["looks"])), key=lambda pair: pair[0])
         self.shown.append((9, element, token))
         return self.node("ImageBase", aligned=aligned, overlayMode=0 if overlay else 1, backgroundColor=WHITE,
@@ -391,7 +392,8 @@ def connection_cases(older):
         add("OlderText", 4, variant, "_no_target", None, page_of([TEXT, LINE]), **{
             "OlderElement.id": one_of([5, 6]), "OlderText.target": [9, 6][variant]})
         add("OlderText", 4, variant, "_same_id", None, page_of([IMAGE, CHART, TEXT]), **{
-            "OlderElement.id": [5, 5][variant], "OlderText.target": -1 - variant})
+            "OlderElement.type": one_of([[IMAGE, CHART], [CHART, IMAGE]][variant] + [TEXT]),
+            "OlderElement.id": one_of([5, 5, 6]), "OlderText.target": 5})
         add("OlderText", 2, variant, "_value", None, page_of([CHART, GROUP, CHART, TEXT], [2, 2]), **{
             "OlderText.text": "$5.2strain.MAX_Y_left$", "OlderChart.token": one_of([["strain", "strain"], ["strain", "x"]][variant])})
         add("OlderText", 4, variant, "_value_elsewhere", None, page_of([TEXT, GROUP, CHART], [2, 1]), **{
