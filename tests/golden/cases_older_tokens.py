@@ -175,7 +175,8 @@ class Snippets:
             filled["file"].values.update(self.stores(document[0]["figure"]["file"]))
             new.form, new.values = forms["Snippet file"], {"snapshot": Contents(forms).snapshot(filled)}
 
-        name = f"{form.lower()}{suffix}_v{version}_{'ab'[variant]}"
+        told = f"_v{version}" if version else ""
+        name = f"{form.lower()}{suffix}{told}_{'ab'[variant]}"
         self.result.append(Case(name, "Older figure file", {"OlderFileRecord": 2, form: version},
                                 {**older_values(variant), **(page or page_of([LINE])), **given}, variant,
                                 document.append, expect, "oldtokens"))
