@@ -35,34 +35,20 @@ class Contents:
         return self.node("SnapshotData", unused=True, hasLegendData=False, showTolerances=False,
                          v602Compatibility=False, hasFigure=True, hasTokens=True, hasProjectTokens=False,
                          hasCharts=False, drawingMode=0, stage=NO_STAGE, figure=figure,
-                         tokens=self.container(old, maker), legend=self.default("SnapshotData.legend"), legendData=self.default("SnapshotData.legendData"),
+                         tokens=self.container(old, maker), legend=self.default("SnapshotData.legend"),
+                         legendData=self.default("SnapshotData.legendData"),
                          tolerances=self.default("SnapshotData.tolerances"),
                          histogram=self.default("SnapshotData.histogram"))
 
     def container(self, old, maker):
+        """Of the tokens those that the figure shows."""
         shown = {token for _, _, token in maker.shown}
         shown |= {name for label, _ in maker.texts for name in label["text"].split("$")[1::2]}
-        entries, pictures, overlays = {}, {}, {}
-        for name, snapshot in zip((token for _, _, token in maker.shown if token.startswith("__")), maker.snapshots):
+        entries = {name: entry for name, entry in self.entries(old["file"].get("tokens")) if name in shown}
+        imported = [token for _, _, token in maker.shown if token.startswith("__")]
+        for name, snapshot in zip(imported, maker.snapshots):
             entries[name] = self.entry(name, "", SNAPSHOT_TOKEN, self.snapshot(snapshot))
-        data = old["file"].get("tokens")
-        if data:
-            values = {known.name: known for known in older_variables(data)}
-            for token, value in zip(data["tokens"], data["values"]):
-                name, text = token["name"], token.get("displayText", "")
-                if name not in shown:
-                    continue
-                if token["type"] == PICTURE:
-                    entries[name] = self.entry(name, text, IMAGE_TOKEN, self.image_data(value))
-                    pictures[name] = self.picture(value["type"], value["pixels"])
-                    if value["overlay"] is not NO_PICTURE:
-                        overlays[name] = self.picture(COLOR, value["overlay"])
-                elif token["type"] == CHART_DATA:
-                    entries[name] = self.entry(name, text, CHART_TOKEN, self.chart_data(value))
-                elif token["type"] == SNAPSHOT:
-                    entries[name] = self.entry(name, text, SNAPSHOT_TOKEN, self.snapshot(value))
-                elif token["type"] < PICTURE:
-                    entries[name] = entry_of(self.forms, values[name])
+        pictures, overlays = self.pictures(old["file"].get("tokens"), shown)
         names = sorted(entries)
         held = [entries[name] for name in names]
         return self.node("FigureTokenContainer", infoCount=len(names), entryCount=len(names),
@@ -71,6 +57,31 @@ class Contents:
                          infos=[entry["info"] for entry in held], entries=held,
                          pictures=[pictures[name] for name in sorted(pictures)],
                          overlays=[overlays[name] for name in sorted(overlays)])
+
+    def entries(self, data):
+        """The names and the entries of token data."""
+        if not data:
+            return
+        makers = {PICTURE: (IMAGE_TOKEN, self.image_data), CHART_DATA: (CHART_TOKEN, self.chart_data),
+                  SNAPSHOT: (SNAPSHOT_TOKEN, self.snapshot)}
+        plain = {known.name: known for known in older_variables(data)}
+        for token, value in zip(data["tokens"], data["values"]):
+            name = token["name"]
+            if token["type"] in makers:
+                number, make = makers[token["type"]]
+                yield name, self.entry(name, token.get("displayText", ""), number, make(value))
+            elif token["type"] < PICTURE:
+                yield name, entry_of(self.forms, plain[name])
+
+    def pictures(self, data, shown):
+        pictures, overlays = {}, {}
+        for token, value in zip(data["tokens"], data["values"]) if data else []:
+            if token["type"] != PICTURE or token["name"] not in shown:
+                continue
+            pictures[token["name"]] = self.picture(value["type"], value["pixels"])
+            if value["overlay"] is not NO_PICTURE:
+                overlays[token["name"]] = self.picture(COLOR, value["overlay"])
+        return pictures, overlays
 
     def entry(self, name, text, number, data):
         info = self.node("TokenInfo", category=0, type=number, name=name, text=text)
@@ -135,7 +146,8 @@ class Contents:
         names = sorted(curves)
         return self.node("ChartData", datasetCount=len(names), ids=names, infoPointCount=0,
                          infoPointColor=(0, 0, 0, 255), infoPoints=[], hasAxisXRange=False, hasAxisYRange=False,
-                         axisXRange=(NOTHING, NOTHING), axisYRange=(NOTHING, NOTHING), supportsStageMarkers=False, supportsPointMarkers=False,
+                         axisXRange=(NOTHING, NOTHING), axisYRange=(NOTHING, NOTHING),
+                         supportsStageMarkers=False, supportsPointMarkers=False,
                          hasLegendData=False, computeStatistics=True, hasTokenContainer=False, useTokenContainer=True,
                          datasets=[curves[name] for name in names], markers=self.default("ChartData.markers"),
                          legend=scale_of_lengths(self.forms), legendData=self.default("ImageData.legendData"),
