@@ -11,8 +11,8 @@ namespace Zem::Support {
 
 namespace {
 
-std::set<std::string> const PRIMITIVES{"bool",   "byte",  "int",   "uint",  "id",
-                                       "double", "color", "vec2d", "vec3d", "string"};
+std::set<std::string> const PRIMITIVES{"bool",  "byte",  "int",   "uint",   "id",     "double",
+                                       "color", "vec2d", "vec3d", "string", "packed", "jpeg"};
 
 std::vector<std::uint32_t> expandNumbers(QString const &text)
 {
@@ -106,8 +106,8 @@ void PageReader::readRow(std::map<QString, QString> const &cells)
     FormatRow row;
     row.name = cell("Field").toStdString();
     QString form = cell("Form");
-    row.each = takeTail(form, " for (\\w+)$");
-    row.by = takeTail(form, " by (\\w+)$");
+    row.each = takeTail(form, " for ([\\w.]+)$");
+    row.by = takeTail(form, " by ([\\w.]+)$");
     row.times = takeTail(form, " × (\\w+)$");
     QString const link = linkTextOf(form);
     row.isPrimitive = link.isEmpty();

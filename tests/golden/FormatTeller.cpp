@@ -1,5 +1,6 @@
 // What is in a file according to the pages.
 #include "FormatPage.h"
+#include "PackedPicture.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -71,12 +72,25 @@ private:
     std::string_view bytes_;
 };
 
+using Numbers = std::map<std::string, std::vector<std::uint32_t>>;
+
 /// A form that is being told: the numbers among its values, for what depends on them.
 struct Scope
 {
     FormatForm const *form;
     Scope const *outer;
-    std::map<std::string, std::vector<std::uint32_t>> numbers;
+    Numbers numbers;
+
+    /// Those of a form in here, which are named behind its field.
+    void takeNumbers(std::string const &field, Numbers const &inner)
+    {
+        for (auto const &[name, values] : inner) {
+            if (name.find('.') != std::string::npos)
+                continue;
+            std::vector<std::uint32_t> &known = numbers[field + '.' + name];
+            known.insert(known.end(), values.begin(), values.end());
+        }
+    }
 };
 
 class Teller
@@ -87,7 +101,7 @@ public:
     std::string tell(std::string const &form);
 
 private:
-    void tellForm(FormatForm const &form, Scope const *outer, int depth, Bytes *record);
+    Numbers tellForm(FormatForm const &form, Scope const *outer, int depth, Bytes *record);
     void tellBlock(FormatForm const &form, Scope *scope, int depth);
     void tellRow(FormatRow const &row, Scope *scope, int depth, Bytes *payload);
     FormatForm const *chosen(FormatRow const &row, Scope const &scope, std::size_t index) const;
@@ -177,6 +191,10 @@ std::string Teller::value(std::string const &kind, Bytes *bytes, std::uint32_t *
         return bytes->real();
     if (kind == "string")
         return quoted(bytes->take(bytes->number()));
+    if (kind == "packed")
+        return tellPackedPicture(bytes->take(bytes->number()));
+    if (kind == "jpeg")
+        return std::to_string(bytes->take(bytes->number()).size()) + " bytes";
     std::string text;
     if (kind == "color") {
         for (char c : bytes->take(4))
@@ -235,6 +253,8 @@ FormatForm const *Teller::chosen(FormatRow const &row, Scope const &scope, std::
 void Teller::tellRow(FormatRow const &row, Scope *scope, int depth, Bytes *payload)
 {
     std::size_t const count = countOf(row, *scope);
+    if (row.isPrimitive)
+        scope->numbers.try_emplace(row.name); // an empty list is not that of a form around this one
     for (std::size_t i = 0; i < count; ++i) {
         std::string const name = row.isRepeated() ? row.name + '[' + std::to_string(i) + ']' : row.name;
         if (row.isPrimitive) {
@@ -248,24 +268,25 @@ void Teller::tellRow(FormatRow const &row, Scope *scope, int depth, Bytes *paylo
             continue;
         std::size_t const heading = out_.size();
         line(depth, name + ": " + form->name);
-        tellForm(*form, scope, depth + 1, payload);
+        scope->takeNumbers(row.name, tellForm(*form, scope, depth + 1, payload));
         if (form->nature == FormatForm::Nature::Block && versions_.contains(withoutBlanks(form->name)))
             out_.insert(heading + static_cast<std::size_t>(2 * depth) + name.size() + 2 + form->name.size(),
                         ' ' + std::to_string(versions_.at(withoutBlanks(form->name))));
     }
 }
 
-void Teller::tellForm(FormatForm const &form, Scope const *outer, int depth, Bytes *record)
+Numbers Teller::tellForm(FormatForm const &form, Scope const *outer, int depth, Bytes *record)
 {
     Scope scope{&form, outer, {}};
     if (form.nature == FormatForm::Nature::Block) {
         tellBlock(form, &scope, depth);
-        return;
+        return std::move(scope.numbers);
     }
     for (FormatRow const &row : form.rows) {
         if (row.isIn(form.version) && holds(row.when, scope))
             tellRow(row, &scope, depth, record);
     }
+    return std::move(scope.numbers);
 }
 
 /// The forms in front of the first value of a block come before it in the file and are the same in all versions, those

@@ -4,6 +4,7 @@ import hashlib
 import re
 
 from format_page import Node, Scope, holds, row_is_there
+from packed_picture import grey_jpeg, some_picture
 
 WORDS = ["force", "Länge", "ε", "part.length", "a b", "", "Zug → Druck", "x"]
 
@@ -18,19 +19,23 @@ class Case:
     variant   two files with the same versions hold different values
     adjust    called with the document before it is written
     expect    called with what a reader of today has, for rules that are not in the tables
+    extension of the file, when it is not the one of its form: it tells what becomes of the file
     """
 
-    EXTENSIONS = {"Figure file": "fig"}
+    EXTENSIONS = {"Figure file": "fig", "Snippet file": "snippet", "Template file": "template",
+                  "Figure with tokens": "template", "Older figure file": "old"}
 
-    def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None):
+    def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None,
+                 extension=None):
         self.name, self.file, self.variant = name, file, variant
         self.versions = versions or {}
         self.given = given or {}
         self.adjust, self.expect = adjust, expect
+        self.extension = extension or self.EXTENSIONS[file]
 
     @property
     def file_name(self):
-        return f"{self.name}.{self.EXTENSIONS[self.file]}"
+        return f"{self.name}.{self.extension}"
 
     def finish(self, expected):
         if self.expect:
@@ -73,10 +78,10 @@ class Builder:
             if given is not None:
                 return given
             if row.times:
-                return [self.primitive(row) for _ in range(self.count(row.times, scope))]
+                return [self.primitive(row, node) for _ in range(self.count(row.times, scope))]
             if any(other.times == row.name for other in form.rows):
                 return self.list_length(form, row)
-            return self.primitive(row)
+            return self.primitive(row, node)
         if given is not None and not isinstance(given, (int, str)):
             return given
         if row.each:
@@ -102,9 +107,11 @@ class Builder:
         name = self.forms[choice].choices.get(number)
         return self.fill(name, scope) if name else None
 
-    def primitive(self, row):
+    def primitive(self, row, node):
         self.number += 1
         n = self.number
+        if row.kind in ("packed", "jpeg"):
+            return grey_jpeg([255, n]) if row.kind == "jpeg" else some_picture(node["type"], n)
         if row.kind == "id":
             self.next_id += 1
             return self.next_id
@@ -195,7 +202,7 @@ def upgrade_value(forms, row, value, case, scope):
     return upgrade(forms, value, case, scope)
 
 
-def node_of(forms, name, **values):
+def node_of(forms, name, /, **values):
     """The content of a form in its newest version, with these values; forms in it may be given as nodes."""
     node = Node(forms[name], forms[name].version)
     node.values.update(values)

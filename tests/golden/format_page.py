@@ -11,7 +11,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 MAGIC = b"\x8aZB\n"
-PRIMITIVES = {"bool", "byte", "int", "uint", "id", "double", "color", "vec2d", "vec3d", "string"}
+PRIMITIVES = {"bool", "byte", "int", "uint", "id", "double", "color", "vec2d", "vec3d", "string", "packed", "jpeg"}
 LINK = re.compile(r"\[([^\]]+)\]\([^)]*\)")
 
 
@@ -64,10 +64,10 @@ def version_matches(ranges, version):
 
 def parse_form_cell(row, cell):
     cell = cell.replace("`", "").strip()
-    match = re.search(r" for (\w+)$", cell)
+    match = re.search(r" for ([\w.]+)$", cell)
     if match:
         row.each, cell = match[1], cell[: match.start()]
-    match = re.search(r" by (\w+)$", cell)
+    match = re.search(r" by ([\w.]+)$", cell)
     if match:
         row.by, cell = match[1], cell[: match.start()]
     match = re.search(r" × (\w+)$", cell)
@@ -213,12 +213,20 @@ class Scope:
             self.versions[node.form.name.replace(" ", "")] = node.version
 
     def lookup(self, name):
+        name, _, inner = name.partition(".")
         scope = self
         while scope:
             if name in scope.node.values:
-                return scope.node[name]
+                return inner_value(scope.node[name], inner)
             scope = scope.outer
         return self.versions[name]
+
+
+def inner_value(value, name):
+    """A field of a form, or of each form in a list; the value itself without a name."""
+    if not name:
+        return value
+    return [item[name] for item in value] if isinstance(value, list) else value[name]
 
 
 def is_inline(row, forms):
@@ -254,7 +262,7 @@ def encode(kind, value):
         return bytes(value)
     if kind in ("vec2d", "vec3d"):
         return b"".join(struct.pack("<d", part) for part in value)
-    data = value.encode("utf-8")
+    data = value.encode("utf-8") if kind == "string" else value.packed()
     return struct.pack("<I", len(data)) + data
 
 
@@ -283,6 +291,8 @@ class Writer:
                 continue
             inline = is_inline(row, self.forms)
             values_begun = values_begun or inline
+            if not row_is_there(node.form, row, self.forms, scope):
+                continue
             for item in items_of(row, node):
                 if item is None:
                     continue
@@ -346,6 +356,8 @@ class Teller:
             return " ".join(tell_double(part) for part in value)
         if kind == "string":
             return quote(value)
+        if kind == "packed":
+            return value.tell()
         return str(value & 0xFFFFFFFF if kind == "uint" else value)
 
     def tell(self, node, depth=0, outer=None):
