@@ -2,11 +2,12 @@
 
 import cases_charts
 import cases_elements
+import cases_frames
 import cases_images
 import cases_labels
 import cases_snapshots
 
-FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots, cases_images)
+FAMILIES = (cases_elements, cases_labels, cases_charts, cases_snapshots, cases_images, cases_frames)
 
 
 def CASES(forms):
