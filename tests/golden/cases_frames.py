@@ -2,8 +2,8 @@
 
 from cases_elements import RECTANGLE, TYPE_NAMES, with_children
 from cases_images import image_values, sans, set_types
-from cases_snapshots import Snippets, registry
-from cases_tokens import IMAGE, IMAGE_REFERENCE, INTEGER, STRING, variable_types
+from cases_snapshots import Snippets, entries, registry
+from cases_tokens import IMAGE, IMAGE_REFERENCE, IMAGE_TOKEN, INTEGER, SNAPSHOT_TOKEN, STRING, variable_types
 from document import DEFAULTS, Case, node_of, upgrade, upgrades
 from packed_picture import COLOR, some_picture
 
@@ -86,8 +86,20 @@ def picture_cases(forms, snippets):
         add(2, variant, "_reference", [5, 6][variant], (IMAGE_REFERENCE, STRING, IMAGE))
 
 
+def entry_cases(forms, snippets):
+    """Entries of a container that are no charts: what else a source has told of them is passed over."""
+    for version in (1, 2, 3):
+        for variant in range(2):
+            snippets.add("FigureToken", version, variant, "_image", None, set_types, **{
+                **image_values(variant), **entries(forms, [IMAGE_TOKEN, SNAPSHOT_TOKEN]),
+                "FigureToken.hasChartTokens": True, "FigureToken.sourceCount": 1 + variant,
+                "ImageDataSpace.hasTransformation": False})
+
+
 def cases(forms):
     result = []
     element_cases(forms, result)
-    picture_cases(forms, Snippets(forms, result))
+    snippets = Snippets(forms, result)
+    picture_cases(forms, snippets)
+    entry_cases(forms, snippets)
     return result
