@@ -27,6 +27,13 @@ damage: setup
 	cmake --build --preset sanitize -j$(JOBS) --target golden_damage_test
 	ZEM_DAMAGE=all build/sanitize/bin/golden_damage_test
 
+# Every reader against damaged and invented files; FUZZ_SECONDS is the time of each.
+FUZZ_SECONDS ?= 60
+fuzz: setup
+	CC=clang CXX=clang++ cmake --preset fuzz
+	cmake --build --preset fuzz -j$(JOBS)
+	fuzz/run.sh build/fuzz/bin $(FUZZ_SECONDS)
+
 bench: setup
 	cmake --preset bench
 	cmake --build --preset bench -j$(JOBS)

@@ -19,10 +19,11 @@ endif()
 
 add_library(ZemWarnings INTERFACE)
 # GCC 12 warns of overlaps inside std::string that cannot happen (its bug 105651).
-target_compile_options(ZemWarnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-restrict)
+target_compile_options(ZemWarnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_compile_definitions(ZemWarnings INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
 # -fpch-preprocess lets ccache see through precompiled headers.
-target_compile_options(ZemWarnings INTERFACE -fpch-preprocess)
+target_compile_options(ZemWarnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 
 add_library(ZemSanitizers INTERFACE)
 if(ZEM_SANITIZE)
@@ -30,6 +31,10 @@ if(ZEM_SANITIZE)
     target_compile_options(ZemSanitizers INTERFACE
         -O1 -g1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(ZemSanitizers INTERFACE -fsanitize=address,undefined)
+    if(ZEM_BUILD_FUZZ AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        # The fuzzer follows the branches of the libraries.
+        target_compile_options(ZemSanitizers INTERFACE -fsanitize=fuzzer-no-link)
+    endif()
 endif()
 
 # A test runs once for each time that it is compiled, so it is compiled fast; what it tests is not its code.

@@ -299,6 +299,9 @@ protected:
     /// Copies every member as it is, ids and pointers included: for the assignment of derived values only.
     Element &operator=(Element const &) = default;
 
+    /// The number that the next element gets. Of the process, and of no thread in particular.
+    static int _id_counter;
+
     /// Called while the element is still in its figure, before it leaves; nothing here. An element that has told
     /// something to an interface of the figure takes it back.
     virtual void leavingFigure() {}
@@ -330,8 +333,6 @@ private:
     void removeConnector(Connector *connector);
     bool dropConnector(Connector const *connector);
     void loadConnectors(IO::InStream *stream, unsigned int count, int a, int b);
-
-    static int _id_counter;
 
     Type_t type_;
     int id_;
