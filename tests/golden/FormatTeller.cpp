@@ -253,6 +253,8 @@ FormatForm const *Teller::chosen(FormatRow const &row, Scope const &scope, std::
 void Teller::tellRow(FormatRow const &row, Scope *scope, int depth, Bytes *payload)
 {
     std::size_t const count = countOf(row, *scope);
+    if (row.isPrimitive)
+        scope->numbers.try_emplace(row.name); // an empty list is not that of a form around this one
     for (std::size_t i = 0; i < count; ++i) {
         std::string const name = row.isRepeated() ? row.name + '[' + std::to_string(i) + ']' : row.name;
         if (row.isPrimitive) {

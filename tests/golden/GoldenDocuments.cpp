@@ -1,12 +1,17 @@
 #include "GoldenDocuments.h"
 
+#include <ZemFig2DataInterface.h>
 #include <ZemFig2Figure.h>
+#include <ZemFig2Import.h>
 #include <ZemFig2Snippet.h>
 #include <ZemFig2Template.h>
+#include <ZemFig2TokenContainer.h>
+#include <ZemIdentifiers.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
+#include <memory>
 #include <sstream>
 
 namespace Zem::Support {
@@ -62,7 +67,45 @@ std::string saveTemplateAgain(QByteArray const &bytes)
         [](FigureTemplate const &figure, IO::OutStream *stream) { figure.save(stream, -1, -1); });
 }
 
+/// Older figures are read only: what they become is written to a stream of the type.
+template <class Save>
+std::string saveOlder(QByteArray const &bytes, QString const &type, Save const &save)
+{
+    std::istringstream input(bytes.toStdString());
+    IO::InStream stream(&input);
+    if (!stream.isInit())
+        throw IO::StreamException(stream.getError());
+    DataInterface tokens;
+    std::unique_ptr<Figure> const figure(Import::importTemplate(&stream, nullptr, &tokens));
+    std::ostringstream output;
+    IO::OutStream saved(&output, type, 1);
+    save(*figure, tokens, &saved);
+    saved.close();
+    return output.str();
+}
+
+std::string saveOlderFigure(QByteArray const &bytes)
+{
+    return saveOlder(bytes, Figure::FILE_TYPE_ID,
+                     [](Figure const &figure, DataInterface const &, IO::OutStream *stream) {
+                         figure.Figure::save(stream, -1, -1);
+                     });
+}
+
+/// The figure with the tokens that it shows.
+std::string saveOlderTokens(QByteArray const &bytes)
+{
+    return saveOlder(bytes, Snippet::FILE_TYPE_ID,
+                     [](Figure const &figure, DataInterface const &tokens, IO::OutStream *stream) {
+                         auto page = std::make_unique<Figure>(figure);
+                         auto container = std::make_unique<FigureTokenContainer>(page.get(), &tokens);
+                         SnapshotData(StageIdentifier::NO_STAGE, page.release(), container.release()).save(stream);
+                     });
+}
+
 constexpr GoldenKind KINDS[] = {{"fig", "Figure file", saveFigureAgain},
+                                {"old", "Figure file", saveOlderFigure},
+                                {"oldtokens", "Snippet file", saveOlderTokens},
                                 {"snippet", "Snippet file", saveSnippetAgain},
                                 {"template", "Template file", saveTemplateAgain}};
 

@@ -92,7 +92,7 @@ def older_variables(data):
         elif number == 2:
             known.append(Known(name, DOUBLE, text, value["value"], *unit_of(value.get("unitName", ""))))
         else:
-            known.append(Known(name, number - 1, text, value["value"] if value else None))
+            known.append(Known(name, number - 1, text, value.get("value") if value else None))
     return sorted(known, key=lambda each: (each.name, each.number))
 
 

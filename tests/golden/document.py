@@ -18,20 +18,23 @@ class Case:
     variant   two files with the same versions hold different values
     adjust    called with the document before it is written
     expect    called with what a reader of today has, for rules that are not in the tables
+    extension of the file, when it is not the one of its form: it tells what becomes of the file
     """
 
     EXTENSIONS = {"Figure file": "fig", "Snippet file": "snippet", "Template file": "template",
-                  "Figure with tokens": "template"}
+                  "Figure with tokens": "template", "Older figure file": "old"}
 
-    def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None):
+    def __init__(self, name, file, versions=None, given=None, variant=0, adjust=None, expect=None,
+                 extension=None):
         self.name, self.file, self.variant = name, file, variant
         self.versions = versions or {}
         self.given = given or {}
         self.adjust, self.expect = adjust, expect
+        self.extension = extension or self.EXTENSIONS[file]
 
     @property
     def file_name(self):
-        return f"{self.name}.{self.EXTENSIONS[self.file]}"
+        return f"{self.name}.{self.extension}"
 
     def finish(self, expected):
         if self.expect:

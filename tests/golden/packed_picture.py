@@ -95,3 +95,13 @@ def grey_jpeg(greys):
             + jpeg_segment(0xDA, bytes([1, 1, 0x00, 0, 63, 0]))
             + int(bits, 2).to_bytes(len(bits) // 8, "big").replace(b"\xff", b"\xff\0") + b"\xff\xd9")
     return Jpeg(file, tuple(greys))
+
+
+class NoPicture:
+    """No bytes in the place of a packed picture."""
+
+    def packed(self):
+        return b""
+
+
+NO_PICTURE = NoPicture()
