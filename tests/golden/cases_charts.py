@@ -1,7 +1,7 @@
 """Axes, charts, the data that they show and the markers in it."""
 
 from cases_elements import PLAIN, TYPE_NAMES, default_symbol, family
-from cases_labels import LABEL, SCALES, line_style
+from cases_labels import SCALES, line_style
 from cases_tokens import VALUES, container_of, older_variables, registry_variables
 from document import DEFAULTS, Case, node_of, upgrades
 

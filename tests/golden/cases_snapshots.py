@@ -2,15 +2,16 @@
 
 import re
 
-from cases_charts import CHART, LABEL, chart_values
+from cases_charts import CHART, chart_values
 from cases_elements import RECTANGLE, with_children
-from cases_labels import default_scale, default_tolerances, unit
-from cases_tokens import (CHART as CHART_VARIABLE, CHART_REFERENCE, CHART_TOKEN, DOUBLE, INTEGER, PLAIN_TYPES, SNAPSHOT,
-                          SNAPSHOT_TOKEN, STRING, info_node, names_up_to, one_of, registry_variables, value_node,
-                          variable_types)
+from cases_labels import LABEL, default_scale, default_tolerances, unit
+from cases_tokens import (CHART as CHART_VARIABLE, CHART_REFERENCE, CHART_TOKEN, DOUBLE, GROUP, IMAGE, IMAGE_REFERENCE,
+                          INTEGER, PLAIN_TYPES, SNAPSHOT, SNAPSHOT_REFERENCE, SNAPSHOT_TOKEN, STRING, info_node, one_of,
+                          registry_variables, value_node, variable_types)
 from document import DEFAULTS, Case, node_of, upgrade, upgrades
+from packed_picture import COLOR
 
-GROUP_TOKEN, PLACEHOLDER_TOKEN = 7, 10
+GROUP_TOKEN = 7
 
 
 def scale_of_lengths(forms):
@@ -51,28 +52,53 @@ def shown_by(figure):
 
 
 def copy_of(forms, data):
-    """Copies of elements get names of their own; the root is not counted among them."""
+    """Copies of elements get names of their own, the root is not counted among them; those of objects have no text."""
     copied = upgrade(forms, data, None)
     if copied.get("figure"):
         root, *others = copied["figure"].find("Element")
         root["name"] = f"{root.type_name}_0"
         for number, element in enumerate(others):
             element["name"] = f"{element.type_name}_{number}"
+    for item in copied.find("ImageDataObject"):
+        item["displayText"] = ""
     return copied
 
 
+def no_image_data(forms):
+    space = node_of(forms, "ImageDataSpace", hasTransformation=False, hasCoordinateSystem=True,
+                    canDrawLegendColors=False)
+    others = {name: DEFAULTS[f"ImageData.{name}"](forms)
+              for name in ("masks", "scaleFlags", "legend", "legendData", "histogram")}
+    return node_of(forms, "ImageData", count=0, ids=[], objects=[], space=space, **others)
+
+
 def entry_of(forms, known):
-    is_data = known.number in (CHART_VARIABLE, SNAPSHOT)
-    data = copy_of(forms, known.value) if is_data else value_node(forms, known, base_unit=True)
+    if known.number in (CHART_VARIABLE, SNAPSHOT):
+        data = copy_of(forms, known.value)
+    elif known.number in (IMAGE, IMAGE_REFERENCE):
+        given = known.value.get("data") if known.value else None
+        data = copy_of(forms, given) if given else no_image_data(forms)
+    else:
+        data = value_node(forms, known, base_unit=True)
     return node_of(forms, "FigureToken", unused=True, info=info_node(forms, known, known.text), data=data)
+
+
+def picture_of(forms, number, pixels):
+    return node_of(forms, "Picture", type=number, pixels=pixels, hasAlphaChannel=pixels.alpha)
 
 
 def figure_container_of(forms, variables):
     entries = [entry_of(forms, known) for known in variables]
     names = [known.name for known in variables]
-    return node_of(forms, "FigureTokenContainer", infoCount=len(names), entryCount=len(names), pictureCount=0,
-                   overlayCount=0, entryNames=names, pictureNames=[], overlayNames=[],
-                   infos=[entry["info"] for entry in entries], entries=entries, pictures=[], overlays=[])
+    images = {known.name: known.value for known in variables if known.number == IMAGE}
+    pictures = {name: picture_of(forms, value["type"], value["pixels"])
+                for name, value in images.items() if value.get("pixels")}
+    overlays = {name: picture_of(forms, COLOR, value["overlay"])
+                for name, value in images.items() if value.get("overlay")}
+    return node_of(forms, "FigureTokenContainer", infoCount=len(names), entryCount=len(names),
+                   pictureCount=len(pictures), overlayCount=len(overlays), entryNames=names,
+                   pictureNames=list(pictures), overlayNames=list(overlays), infos=[entry["info"] for entry in entries],
+                   entries=entries, pictures=list(pictures.values()), overlays=list(overlays.values()))
 
 
 @upgrades("SnapshotData")
@@ -81,7 +107,7 @@ def snapshot_data(forms, old, new):
     new["legend"]["v602Compatibility"] = new["v602Compatibility"]
     if old.version < 5 and old["hasTokens"]:
         shown = shown_by(old["figure"]) if old.get("figure") else set()
-        held = (INTEGER, DOUBLE, STRING, CHART_VARIABLE, SNAPSHOT)
+        held = (INTEGER, DOUBLE, STRING, IMAGE, CHART_VARIABLE, IMAGE_REFERENCE, SNAPSHOT)
         variables = [known for known in registry_variables(old["registry"])
                      if known.name in shown and known.number in held]
         new["tokens"] = figure_container_of(forms, variables)
@@ -224,17 +250,18 @@ def older_token_cases(forms, snippets):
             "OlderToken.type": 2, "OlderDouble.unitName": ["mass", "no such unit"][variant]})
 
 
+def registry(variant, types=None):
+    """A snapshot of long ago: its figure shows the first two of three tokens."""
+    types = types or [[CHART_VARIABLE, DOUBLE, INTEGER], [STRING, SNAPSHOT, INTEGER]][variant]
+    return {**with_children([CHART, LABEL] if variant == 0 else [LABEL]),
+            "Label.text": "$name_a$, $name_b$", "TokenName.name": "name_a",
+            "Variable.type": variable_types(types), "DataInterface.names": ["name_a", "name_b", "name_c"],
+            "SnapshotData.hasFigure": True, "SnapshotData.hasTokens": one_of([True, *[False] * 20])}
+
+
 def snapshot_cases(forms, snippets):
     add = snippets.add
     everything = {"SnapshotData.hasFigure": True, "SnapshotData.hasProjectTokens": True, "SnapshotData.hasCharts": True}
-
-    def registry(variant):
-        types = [[CHART_VARIABLE, DOUBLE, INTEGER], [STRING, SNAPSHOT, INTEGER]][variant]
-        children = with_children([CHART, LABEL] if variant == 0 else [LABEL])
-        depth = one_of([True, *[False] * 20])
-        return {**children, "Label.text": "$name_a$, $name_b$", "TokenName.name": "name_a",
-                "Variable.type": variable_types(types), "DataInterface.names": ["name_a", "name_b", "name_c"],
-                "SnapshotData.hasTokens": depth}
 
     for version in range(1, forms["SnapshotData"].version + 1):
         for variant in range(2):
@@ -253,11 +280,10 @@ def snapshot_cases(forms, snippets):
         add("SnapshotChartInterface", 1, variant, "_empty", **{
             "SnapshotData.hasCharts": True, "SnapshotChartInterface.count": 0})
         add("DataInterface", 1, variant, "_empty", {"SnapshotData": 4}, **{
-            **registry(variant), "SnapshotData.hasFigure": True, "DataInterface.names": []})
+            **registry(variant), "DataInterface.names": []})
         # What is not shown, and what is only referred to, is not taken over.
-        add("SnapshotData", 4, variant, "_others", **{
-            **registry(variant), "SnapshotData.hasFigure": True,
-            "Variable.type": variable_types([[CHART_REFERENCE, STRING, INTEGER], [7, 9, STRING]][variant])})
+        add("SnapshotData", 4, variant, "_others", **registry(
+            variant, [[CHART_REFERENCE, STRING, INTEGER], [GROUP, SNAPSHOT_REFERENCE, STRING]][variant]))
 
 
 def hint_charts(document):

@@ -5,11 +5,11 @@ from itertools import cycle
 from document import DEFAULTS, node_of, upgrades
 
 PLAIN_TYPES = [*range(0, 7), *range(12, 16), *range(18, 23)]
-CHART_TOKEN, SNAPSHOT_TOKEN = 16, 17
+IMAGE_TOKEN, CHART_TOKEN, SNAPSHOT_TOKEN = 11, 16, 17
 
 # Of variables.
-INTEGER, DOUBLE, STRING, CHART, SNAPSHOT = 0, 1, 2, 4, 8
-CHART_REFERENCE = 6
+INTEGER, DOUBLE, STRING, IMAGE, CHART, IMAGE_REFERENCE, CHART_REFERENCE, GROUP = range(8)
+SNAPSHOT, SNAPSHOT_REFERENCE, SEPARATOR = range(8, 11)
 
 TYPE_OF_QUANTITY = {"": 2, "length": 3, "figure": 3, "angle": 4, "strain": 5, "force": 12, "stress": 13,
                     "temperature": 14, "time": 15}
@@ -130,7 +130,8 @@ def value_node(forms, known, base_unit=False):
 
 
 def info_node(forms, known, text):
-    types = {INTEGER: 1, STRING: 0, CHART: CHART_TOKEN, SNAPSHOT: SNAPSHOT_TOKEN}
+    types = {INTEGER: 1, STRING: 0, IMAGE: IMAGE_TOKEN, IMAGE_REFERENCE: IMAGE_TOKEN, CHART: CHART_TOKEN,
+             SNAPSHOT: SNAPSHOT_TOKEN}
     number = types[known.number] if known.number in types else TYPE_OF_QUANTITY.get(known.quantity, 22)
     return node_of(forms, "TokenInfo", category=0, type=number, name=known.name, text=text)
 

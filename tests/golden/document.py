@@ -1,7 +1,6 @@
 """Documents made of the forms of the pages: filled with values, and as a reader of today understands them."""
 
 import hashlib
-import re
 
 from format_page import Node, Scope, holds, row_is_there
 from packed_picture import grey_jpeg, some_picture
