@@ -40,6 +40,7 @@ int main(int argc, char **argv)
     addOverlayVerb(&app, &run);
     addScaleVerb(&app, &run);
     addCameraVerb(&app, &run);
+    addInfoVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
     try {
