@@ -15,6 +15,14 @@ QString wordsOf(QString const &key)
 
 QString textOf(QJsonValue const &value);
 
+/// As long as it is read at a glance, on one line.
+QString shortened(QString const &text)
+{
+    constexpr qsizetype LONGEST = 80;
+    QString const line = text.simplified();
+    return line.size() <= LONGEST ? line : line.left(LONGEST) + QStringLiteral("...");
+}
+
 QString textOf(QJsonArray const &array)
 {
     QStringList texts;
@@ -30,7 +38,7 @@ QString textOf(QJsonObject const &object)
     QStringList texts;
     for (auto it = object.begin(); it != object.end(); ++it) {
         if (it.key() != NAME)
-            texts += wordsOf(it.key()) + QLatin1Char(' ') + textOf(it.value());
+            texts += wordsOf(it.key()) + QLatin1Char(' ') + shortened(textOf(it.value()));
     }
     QString const rest = texts.join(QStringLiteral(", "));
     if (!object.contains(NAME))

@@ -19,7 +19,7 @@ public:
     void addUnlessEmpty(QString const &key, QJsonValue const &value);
 
     QJsonObject toJson() const;
-    /// "key: value" lines; "_" of keys is a blank there.
+    /// "key: value" lines; "_" of keys is a blank there, and long texts of lists are cut short.
     QString toText() const;
 
 private:

@@ -85,19 +85,10 @@ QJsonObject snapshotFacts(QString const &name, SnapshotData const &data)
     return facts;
 }
 
-/// As long as the line stays one.
-QString shortened(QString const &text)
-{
-    constexpr qsizetype LONGEST = 60;
-    QString const line = text.simplified();
-    return line.size() <= LONGEST ? line : line.left(LONGEST) + QStringLiteral("...");
-}
-
 QJsonObject valueFacts(TokenInfo const &info, FigureTokenInterface const &tokens)
 {
-    std::pair<ConversionErrorCode_t, bool> result;
     Value const value = tokens.getValue(info.getName(), IndexIdentifier::NO_INDEX, StageIdentifier::NO_STAGE);
-    return {{"name", info.getName()}, {"value", shortened(value.toString(QString(), &result))}};
+    return {{"name", info.getName()}, {"value", value.toString(QString(), nullptr)}};
 }
 
 /// What the data of a token are by their type.
