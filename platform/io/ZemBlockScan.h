@@ -45,10 +45,16 @@ public:
     /// stream when there is none.
     std::size_t getFirstDamage() const;
 
+    /// Whether all blocks from `first` to the one before `end` are sound and follow each other.
+    bool isSound(std::size_t first, std::size_t end) const;
+
     /// A stream for an InStream that begins with the block of this index, and on which damaged blocks have right
-    /// checksums and holes are left out: for readers that find out themselves what they can make of it. Throws
-    /// ProgError for an index above the number of blocks. The scan lives as long as the stream.
-    std::unique_ptr<std::istream> openStream(std::size_t block) const;
+    /// checksums and holes are left out: for readers that find out themselves what they can make of it. It ends before
+    /// the block `end`. Throws ProgError for an index above the number of blocks. The scan lives as long as the stream.
+    std::unique_ptr<std::istream> openStream(std::size_t block) const { return openStream(block, blocks_.size()); }
+    std::unique_ptr<std::istream> openStream(std::size_t block, std::size_t end) const;
+    /// Frame, payload and checksum, the latter mended, of the blocks from `first` to the one before `end`.
+    std::string getBytes(std::size_t first, std::size_t end) const;
     /// The index of the block that such a stream, or the InStream on it, reads next.
     std::size_t getBlock(std::istream *stream) const;
 

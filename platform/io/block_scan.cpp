@@ -26,7 +26,7 @@ constexpr std::size_t LEAST_WORK = std::size_t{16} << 20;
 class TwoParts : public std::streambuf
 {
 public:
-    TwoParts(std::string const &bytes, std::size_t second) : bytes_(bytes), second_(second)
+    TwoParts(std::string const &bytes, std::size_t second, std::size_t end) : bytes_(bytes), second_(second), end_(end)
     {
         show(0, Format::HEADER_SIZE);
     }
@@ -42,8 +42,8 @@ public:
 protected:
     int_type underflow() override
     {
-        if (start_ == 0 && second_ < bytes_.size()) {
-            show(second_, bytes_.size());
+        if (start_ == 0 && second_ < end_) {
+            show(second_, end_);
             return traits_type::to_int_type(*gptr());
         }
         return traits_type::eof();
@@ -60,13 +60,15 @@ private:
 
     std::string const &bytes_;
     std::size_t second_;
+    std::size_t end_;
     std::size_t start_ = 0;
 };
 
 class TwoPartStream : public std::istream
 {
 public:
-    TwoPartStream(std::string const &bytes, std::size_t second) : std::istream(nullptr), parts_(bytes, second)
+    TwoPartStream(std::string const &bytes, std::size_t second, std::size_t behind)
+        : std::istream(nullptr), parts_(bytes, second, behind)
     {
         rdbuf(&parts_);
     }
@@ -235,11 +237,25 @@ std::size_t BlockScan::getFirstDamage() const
     return firstDamage_;
 }
 
-std::unique_ptr<std::istream> BlockScan::openStream(std::size_t block) const
+bool BlockScan::isSound(std::size_t first, std::size_t end) const
 {
-    if (block >= starts_.size())
+    for (std::size_t i = first; i < std::min(end, blocks_.size()); ++i) {
+        if (!blocks_[i].isSound || (i > first && blocks_[i].isBehindAHole))
+            return false;
+    }
+    return true;
+}
+
+std::unique_ptr<std::istream> BlockScan::openStream(std::size_t block, std::size_t end) const
+{
+    if (block > end || end > blocks_.size())
         throw ProgError("Zem::IO::BlockScan::openStream", "block_scan", __LINE__, "no such block");
-    return std::make_unique<TwoPartStream>(mended_, starts_[block]);
+    return std::make_unique<TwoPartStream>(mended_, starts_[block], starts_[end]);
+}
+
+std::string BlockScan::getBytes(std::size_t first, std::size_t end) const
+{
+    return mended_.substr(starts_.at(first), starts_.at(end) - starts_.at(first));
 }
 
 std::size_t BlockScan::getBlock(std::istream *stream) const

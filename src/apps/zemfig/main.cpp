@@ -42,6 +42,7 @@ int main(int argc, char **argv)
     addCameraVerb(&app, &run);
     addDiffVerb(&app, &run);
     addInfoVerb(&app, &run);
+    addRepairVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
     try {

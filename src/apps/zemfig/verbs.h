@@ -21,6 +21,7 @@ void addScaleVerb(CLI::App *app, Run *run);
 void addCameraVerb(CLI::App *app, Run *run);
 void addDiffVerb(CLI::App *app, Run *run);
 void addInfoVerb(CLI::App *app, Run *run);
+void addRepairVerb(CLI::App *app, Run *run);
 void addShowVerb(CLI::App *app, Run *run);
 void addCheckVerb(CLI::App *app, Run *run);
 
