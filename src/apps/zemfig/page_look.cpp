@@ -68,14 +68,16 @@ ElementLook lookAtElement(Element *element, StageIdentifier const &stage, Figure
     ElementLook look{element->getType(),
                      element->getScriptObject()->getName(),
                      describe(*element),
-                     element->getAlignmentOrigin(),
+                     element->getOrigin(),
                      {},
                      entriesOf(element->getParameterString()),
                      {},
                      {},
                      {}};
     bool const sizesItself = element->hasAutoSize() && element->getAutoSize();
-    if (element->hasSize() && !sizesItself)
+    if (sizesItself)
+        look.place = element->getAlignmentOrigin();
+    else if (element->hasSize())
         look.size = element->getSize();
     if (auto *label = dynamic_cast<LabelBase *>(element))
         lookAtLabel(label, stage, tokens, &look);

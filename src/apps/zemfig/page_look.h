@@ -26,7 +26,7 @@ struct ElementLook
     Fig2::Element::Type_t type;
     QString name;
     QString description;
-    BaVec2d<double> place; ///< of its alignment point
+    BaVec2d<double> place; ///< its origin; the alignment point of one that sizes itself, about which it grows
     BaVec2d<double> size;  ///< (0, 0) for one without size, and for one that sizes itself
     std::vector<Parameter> parameters;
     QString text; ///< of a label, with the values in it

@@ -158,6 +158,7 @@ TEST_F(Diff, findsResizedElements)
     EXPECT_EQ(found["resized"].toArray(), (QJsonArray{QJsonObject{{"name", "rectangle 'box'"},
                                                                   {"a", QJsonObject{{"x", 20}, {"y", 10}}},
                                                                   {"b", QJsonObject{{"x", 20}, {"y", 12}}}}}));
+    EXPECT_FALSE(found.contains("moved"));
 }
 
 TEST_F(Diff, findsOtherParameters)
