@@ -75,6 +75,8 @@ int runVerb(std::function<void()> const &verb)
     } catch (OutputFailure const &error) {
         message(QStringLiteral("zemfig: ") + error.getText());
         return EXIT_OUTPUT;
+    } catch (PagesDiffer const &) {
+        return EXIT_DIFFERENT;
     } catch (Exception const &error) {
         message(QStringLiteral("zemfig: ") + error.getText());
         return EXIT_INPUT;

@@ -11,7 +11,7 @@
 namespace Zem::Zemfig {
 
 /// Exit codes, as `zemfig --help` tells them.
-enum ExitCode { EXIT_DONE = 0, EXIT_USAGE = 1, EXIT_INPUT = 2, EXIT_OUTPUT = 3 };
+enum ExitCode { EXIT_DONE = 0, EXIT_USAGE = 1, EXIT_INPUT = 2, EXIT_OUTPUT = 3, EXIT_DIFFERENT = 4 };
 
 /// Input that cannot be used. The text names file, place and reason; several lines are several reasons.
 class InputError : public Exception
@@ -32,6 +32,13 @@ class UsageError : public Exception
 {
 public:
     using Exception::Exception;
+};
+
+/// What was compared is not equal, as has been told already: an answer, not an error.
+class PagesDiffer : public Exception
+{
+public:
+    PagesDiffer() : Exception(QString()) {}
 };
 
 /// Writes a line to standard error.

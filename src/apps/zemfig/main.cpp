@@ -25,7 +25,7 @@ int main(int argc, char **argv)
 
     CLI::App app("Report pages from measured values: PDF, SVG and PNG from a CSV file and a page description");
     app.require_subcommand(1);
-    app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed.");
+    app.footer("Exit codes: 0 done, 1 wrong use, 2 bad input, 3 output failed, 4 compared and found different.");
     // A file that may not grow is a failed write with a message, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
     qInstallMessageHandler(tellQtMessage);
@@ -40,6 +40,9 @@ int main(int argc, char **argv)
     addOverlayVerb(&app, &run);
     addScaleVerb(&app, &run);
     addCameraVerb(&app, &run);
+    addDiffVerb(&app, &run);
+    addInfoVerb(&app, &run);
+    addRepairVerb(&app, &run);
     addShowVerb(&app, &run);
     addCheckVerb(&app, &run);
     try {

@@ -15,6 +15,7 @@
 #include <QtCore/QFile>
 
 #include <algorithm>
+#include <string_view>
 
 namespace Zem::Zemfig {
 
@@ -37,6 +38,13 @@ std::vector<char> headOf(QString const &fileName)
 bool looksLikeText(std::vector<char> const &head)
 {
     return std::find(head.begin(), head.end(), '\0') == head.end();
+}
+
+/// A project in a file is a database.
+bool isProject(std::vector<char> const &head)
+{
+    constexpr std::string_view SIGN("SQLite format 3\0", 16);
+    return std::string_view(head.data(), head.size()).starts_with(SIGN);
 }
 
 /// A file may hold connectors that no program can make; an update takes them for a mistake of the program.
@@ -143,6 +151,8 @@ FileKind kindOfFile(QString const &fileName)
         return FileKind::Template;
     if (Snippet::canOpenFile(head))
         return FileKind::Snippet;
+    if (isProject(head))
+        return FileKind::Project;
     return looksLikeText(head) ? FileKind::PageDocument : FileKind::Unknown;
 }
 
@@ -159,6 +169,8 @@ QString nameOf(FileKind kind)
         return QStringLiteral("older figure file");
     case FileKind::PageDocument:
         return QStringLiteral("page document");
+    case FileKind::Project:
+        return QStringLiteral("project");
     case FileKind::Unknown:
         break;
     }
@@ -178,6 +190,7 @@ PageDocument openPage(QString const &fileName)
         return openOlderFigure(fileName);
     case FileKind::PageDocument:
         return readPageDocument(fileName);
+    case FileKind::Project:
     case FileKind::Unknown:
         break;
     }

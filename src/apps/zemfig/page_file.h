@@ -10,7 +10,7 @@
 namespace Zem::Zemfig {
 
 /// What a file is, as its first bytes tell.
-enum class FileKind { Figure, Template, Snippet, OlderFigure, PageDocument, Unknown };
+enum class FileKind { Figure, Template, Snippet, OlderFigure, PageDocument, Project, Unknown };
 
 /// What the help of the verbs says of a page.
 inline constexpr char const *PAGE_HELP = "page document (.figure.toml), figure file (.fig), template or snippet";

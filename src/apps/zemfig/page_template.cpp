@@ -134,11 +134,15 @@ bool isConnectedToChart(Element const &element)
 /// What charts tell of a curve has its name at the end, as "MAX_Y_force".
 QString renamedOfChart(QString const &name, std::map<QString, QString> const &names)
 {
-    for (auto const &[wanted, there] : names) {
-        if (name.endsWith(QLatin1Char('_') + wanted))
-            return name.chopped(wanted.size()) + there;
+    if (names.contains(name))
+        return renamed(name, names);
+    for (QLatin1StringView const prefix :
+         {ChartBase::TOKEN_NAME, ChartBase::TOKEN_MIN_X, ChartBase::TOKEN_MIN_Y, ChartBase::TOKEN_MAX_X,
+          ChartBase::TOKEN_MAX_Y, ChartBase::TOKEN_AVERAGE, ChartBase::TOKEN_VARIANCE, ChartBase::TOKEN_DEVIATION}) {
+        if (name.startsWith(prefix))
+            return prefix + renamed(name.mid(prefix.size()), names);
     }
-    return renamed(name, names);
+    return name;
 }
 
 void renameInText(LabelBase *label, std::map<QString, QString> const &names)

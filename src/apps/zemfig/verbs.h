@@ -19,6 +19,9 @@ void addPlotVerb(CLI::App *app, Run *run);
 void addOverlayVerb(CLI::App *app, Run *run);
 void addScaleVerb(CLI::App *app, Run *run);
 void addCameraVerb(CLI::App *app, Run *run);
+void addDiffVerb(CLI::App *app, Run *run);
+void addInfoVerb(CLI::App *app, Run *run);
+void addRepairVerb(CLI::App *app, Run *run);
 void addShowVerb(CLI::App *app, Run *run);
 void addCheckVerb(CLI::App *app, Run *run);
 

@@ -123,6 +123,10 @@ public:
     /// to the elements.
     virtual void load(IO::InStream *stream, int a, int b);
     virtual void save(IO::OutStream *stream, int a, int b) const;
+    /// For readers of damaged files: takes the place of the root, with elements that were loaded one by one, and joins
+    /// their connectors as load does. A connector without its target, or to one that it cannot be connected to, is
+    /// deleted; the result are the elements that it began at, one for each. The ids stay those of the file.
+    std::vector<Element *> setLoadedRoot(Group *root);
 
     /// Whether a file that begins with these bytes is one for loadFigure.
     static bool canOpenFile(std::vector<char> const &head);
@@ -159,6 +163,8 @@ private:
     void loadPage(IO::InStream *stream);
     void loadElements(IO::InStream *stream, int a, int b);
     void connectLoadedElements();
+    template <class Dangling>
+    void connectLoadedElements(Dangling const &dangling);
 
     FigureTokenInterface const *tokenInterface_ = nullptr;
     ChartInterface *chartInterface_ = nullptr;

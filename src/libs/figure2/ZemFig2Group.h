@@ -30,6 +30,14 @@ public:
     using ChildIterator = std::vector<Element *>::iterator;
     using ChildConstIterator = std::vector<Element *>::const_iterator;
 
+    /// The block between a stored group and its children.
+    struct ChildTable
+    {
+        std::vector<unsigned int> types; ///< in layer order; for one that is no Type_t no child follows
+        bool hasMaster = false;
+        int masterId = 0; ///< as stored with the element
+    };
+
     /// Groups nested deeper than this are refused when a file is read.
     static constexpr unsigned int MAXIMUM_DEPTH = 256;
     /// Files with more elements below the root are neither written nor read.
@@ -86,6 +94,8 @@ public:
     bool isDataValid(StageIdentifier const &stage, FigureTokenInterface const *tokens) const override;
     Polygon2d computeCoveredPolygon(bool includeBorder) const override;
     void load(IO::InStream *stream, int a, int b) override;
+    /// For readers of damaged files, which load the children one by one. Throws IO::StreamException.
+    static ChildTable loadChildTable(IO::InStream *stream);
     void save(IO::OutStream *stream, int a, int b) const override;
     /// Groups have no text form: both throw ProgError.
     std::istream &loadFromStream(std::istream &stream) override;
@@ -115,7 +125,6 @@ protected:
     Group &operator=(Group const &) = default;
 
 private:
-    struct ChildTable;
     struct DragScale;
 
     template <class Visit>
@@ -136,7 +145,6 @@ private:
     std::unique_ptr<Element> loadChild(IO::InStream *stream, Type_t type, int a, int b);
     std::unique_ptr<Element> loadImageLabel(IO::InStream *stream);
     void loadChildren(IO::InStream *stream, int a, int b);
-    ChildTable loadChildTable(IO::InStream *stream);
     bool dragLeaf(Element *leaf, DragScale const &scale, std::map<Element *, QString> *before);
     static void undoDrag(std::map<Element *, QString> const &before);
 

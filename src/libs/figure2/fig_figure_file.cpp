@@ -51,26 +51,54 @@ void Figure::loadElements(IO::InStream *stream, int a, int b)
     root_ = group.release();
 }
 
-void Figure::connectLoadedElements()
+/// `dangling` is called for each connector that has no target in the figure, or one that cannot be, with that target.
+template <class Dangling>
+void Figure::connectLoadedElements(Dangling const &dangling)
 {
     std::unordered_map<int, Element *> elements;
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         elements[it->getId()] = *it;
-    auto const connect = [&elements](Element *element) {
-        for (auto it = element->getConnectorBegin(); it != element->getConnectorEnd(); ++it) {
-            Connector *connector = *it;
+    auto const connect = [&](Element *element) {
+        std::vector<Connector *> const connectors(element->getConnectorBegin(), element->getConnectorEnd());
+        for (Connector *connector : connectors) {
             if (connector->getSource() != element)
                 continue;
-            auto const target = elements.find(connector->getTargetId());
-            if (target == elements.end() || target->second == element)
-                throw IO::StreamException(translate("Figure_err", "dangling connector, report corrupted"));
-            connector->setTarget(target->second);
-            target->second->addConnector(connector);
+            auto const found = elements.find(connector->getTargetId());
+            Element *const target = found == elements.end() || found->second == element ? nullptr : found->second;
+            if (dangling(connector, target))
+                continue;
+            connector->setTarget(target);
+            target->addConnector(connector);
         }
     };
     connect(root_);
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         connect(*it);
+}
+
+void Figure::connectLoadedElements()
+{
+    connectLoadedElements([](Connector const *, Element const *target) {
+        if (!target)
+            throw IO::StreamException(translate("Figure_err", "dangling connector, report corrupted"));
+        return false;
+    });
+}
+
+std::vector<Element *> Figure::setLoadedRoot(Group *root)
+{
+    setRoot(root);
+    std::vector<Element *> sources;
+    connectLoadedElements([&sources](Connector *connector, Element *target) {
+        Element *const source = connector->getSource();
+        if (target && source->canConnectTo(target, connector->getTargetName()))
+            return false;
+        source->removeConnector(connector);
+        delete connector;
+        sources.push_back(source);
+        return true;
+    });
+    return sources;
 }
 
 void Figure::load(IO::InStream *stream, int a, int b)

@@ -18,14 +18,6 @@ constexpr unsigned int BLOCK_VERSION = 2; // 2: master
 
 } // namespace
 
-/// The block in front of the children.
-struct Group::ChildTable
-{
-    std::vector<unsigned int> types;
-    bool hasMaster = false;
-    int masterId = 0;
-};
-
 namespace {
 
 /// Of a number outside the enumeration the table keeps the number alone; load reads nothing for it.
