@@ -16,7 +16,8 @@ struct GoldenKind
 {
     char const *extension;
     char const *form; ///< of the file that saveAgain writes
-    /// Reads a document and saves it as this release does. Throws IO::StreamException for one that is refused.
+    /// Reads a document and saves it as this release does, an older figure as what it becomes. Throws
+    /// IO::StreamException for one that is refused.
     std::string (*saveAgain)(QByteArray const &bytes);
 };
 

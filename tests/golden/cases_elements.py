@@ -59,8 +59,9 @@ def group(forms, old, new):
         for element in child.find("Element")[:1] if child else []:
             element.type_name = TYPE_NAMES.get(number)
     for number, child in zip(old["types"], old["children"]):
-        if number in (RECTANGLE, ELLIPSE):
-            turn_about_centre(child, new["children"][old["children"].index(child)])
+        if child and number not in (LINE, POLYGON, GROUP):
+            same = new["children"][old["children"].index(child)]
+            turn_about_centre(child.find("Element")[0], same.find("Element")[0])
     children = [child.find("Element")[0] for child in new["children"] if child]
     stored = [child for child in children if old.version > 1 and old["hasMaster"] and child["id"] == old["masterId"]]
     master = (stored or children or [{"id": 0}])[0]

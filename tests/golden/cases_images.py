@@ -2,7 +2,7 @@
 
 from cases_charts import chart_values
 from cases_elements import TYPE_NAMES, family
-from cases_labels import line_style
+from cases_labels import LABEL, line_style
 from cases_snapshots import scale_of_lengths, snippet
 from cases_tokens import container_of, older_variables, one_of, registry_variables
 from document import DEFAULTS, Case, node_of, upgrade, upgrades
@@ -196,6 +196,11 @@ def set_types(document):
                 base["type"] = number
 
 
+def turn(document):
+    for element in document.find("Element")[1:]:
+        element["angle"] = -0.75
+
+
 def image_values(variant):
     """What images need in any file."""
     return {
@@ -208,12 +213,18 @@ def image_values(variant):
     }
 
 
+def connect(document):
+    """The first element to the second."""
+    first, second = document["figure"]["root"]["children"]
+    first.find("Connector")[0]["targetId"] = second.find("Element")[0]["id"]
+
+
 def element_cases(forms, result):
     """Those in figures."""
     add_element, _ = family(forms, result)
 
-    def add(form, types, version, variant, suffix="", versions=None, **given):
-        add_element(form, types, version, variant, suffix, set_types, **{**image_values(variant), **given})
+    def add(form, types, version, variant, suffix="", versions=None, adjust=set_types, **given):
+        add_element(form, types, version, variant, suffix, adjust, **{**image_values(variant), **given})
         result[-1].versions.update(versions or {})
 
     def newest(form):
@@ -230,6 +241,10 @@ def element_cases(forms, result):
     add_versions("Element", [IMAGE, LOGO], "_image")
     add_versions("TokenName", [IMAGE], "_image", **{"TokenName.type": 3})
     for variant in range(2):
+        add("Connector", [[LABEL, IMAGE_LABEL][variant], IMAGE], 1, variant, adjust=connect, **{
+            "Element.numberOfConnectors": one_of([0, 1, 0])})
+        for version in (5, 6):
+            add("Element", [IMAGE, LOGO], version, variant, "_image_turned", adjust=turn)
         add("TokenName", [IMAGE], [1, 2][variant], variant, "_snapshot", **{"TokenName.type": [8, 9][variant]})
         add("TokenName", [IMAGE], 2, variant, "_reference", **{"TokenName.type": [5, 4][variant]})
         add("Looks", [IMAGE], 1, variant, "_order", **{"Looks.ids": [["b", "", "a"], []][variant]})
@@ -287,7 +302,8 @@ def image_entry(forms, variant, **more):
 def with_picture(forms, variant, number, overlay=False, **more):
     return image_entry(forms, variant, **{
         "FigureTokenContainer.pictureCount": 1, "FigureTokenContainer.pictureNames": ["photo"],
-        "FigureTokenContainer.overlayCount": int(overlay), "FigureTokenContainer.overlayNames": ["photo"][:int(overlay)],
+        "FigureTokenContainer.overlayCount": int(overlay),
+        "FigureTokenContainer.overlayNames": ["photo"] if overlay else [],
         "Picture.type": one_of([number, COLOR]), "Picture.hasAlphaChannel": variant == 0,
         "ImageData.ids": [], **more})
 

@@ -157,8 +157,8 @@ class Figures:
     def text(self, old):
         free = old["size"] == (0.0, 0.0)
         element = self.element("label", autoSize=free, size=old["size"], angle=old["angle"],
-                               origin=old["corner"] if free else middle_of(old), userFont=font_of(self.forms, old["font"]),
-                               **self.looks(old))
+                               origin=old["corner"] if free else middle_of(old),
+                               userFont=font_of(self.forms, old["font"]), **self.looks(old))
         bar = self.node("ColorBar", range=(0.0, 0.0), value=0.0, color=BLACK, width=0.0, useVariableLength=True,
                         minimumLength=0.0, side=1, valueValid=False, border=line_style(self.forms, 1.0),
                         background=self.node("FillStyle", filled=False, color=BLACK))
@@ -173,8 +173,8 @@ class Figures:
         text = old["text"]
         if text.startswith("<html>"):
             return text.replace("<html>", "").replace("<body>", "").replace("</body>", "").replace("</html>", "")
-        for character, mark in (("<color red>", "\1"), ("</color>", "\2"), ("<", "&lt;"), (">", "&gt;"), ("\n", "<br>\n"),
-                                ("\1", '<span style="color:red">'), ("\2", "</span>")):
+        for character, mark in (("<color red>", "\1"), ("</color>", "\2"), ("<", "&lt;"), (">", "&gt;"),
+                                ("\n", "<br>\n"), ("\1", '<span style="color:red">'), ("\2", "</span>")):
             text = text.replace(character, mark)
         red, green, blue, _ = color = old["font"]["color"]
         return text if color == BLACK else f'<span style="color:#{red:02x}{green:02x}{blue:02x}">{text}</span>'
@@ -226,7 +226,8 @@ class Figures:
         scale["unit"] = unit(self.forms, *unit_of(old["unit"]))
         if old["classes"]:
             scale["scaleMode"], scale["classes"] = 1, old["classes"]
-        return scale, dict(minimum=old["minimum"], maximum=old["maximum"], average=old["average"], sigma=old["deviation"])
+        numbers = {name: old[name] for name in ("minimum", "maximum", "average")}
+        return scale, {**numbers, "sigma": old["deviation"]}
 
     def image(self, old):
         element = self.element("image", old["frame"], **self.looks(old))
@@ -315,7 +316,8 @@ def older_values(variant):
         **chart_values(variant), **image_values(variant),
         "OlderCircle.center": (EXACT[variant], 20.5), "OlderCircle.radiusX": EXACT[variant + 2],
         "OlderCircle.radiusY": 7.25, "OlderFrame.size": (EXACT[variant + 1], 16.0), "OlderText.size": (24.0, 9.5),
-        "OlderElement.id": -1, "OlderText.target": -1, "OlderText.text": ["two words", "1 > 0 & 3\n<color red>more</color> < end"][variant],
+        "OlderElement.id": -1, "OlderText.target": -1,
+        "OlderText.text": ["two words", "1 > 0 & 3\n<color red>more</color> < end"][variant],
         "OlderLine.end1": [ARROW, SYMBOL + 3][variant], "OlderLine.end2": [SYMBOL + 13, ARROW + 64][variant],
         "OlderAxis.unit": ["kN", "no such unit"][variant], "OlderLegend.hasScale": variant == 0,
         "OlderLegendData.unit": ["um", "force"][variant], "OlderImage.hasSnapshot": False,
@@ -356,6 +358,9 @@ def element_cases(older):
             "OlderGroup.origin": one_of([[1, 5, 0], [-1, 1, -7]][variant])})
         add("OlderGroup", 1 + variant, variant, "_empty", None, {"OlderGroup.count": 0, "OlderGroup.origin": -1})
         add("OlderPolygon", 2, variant, "_empty", None, page_of([POLYGON]), **{"OlderPolygon.count": 0})
+        symbols = range(variant, 14, 2)
+        add("OlderLine", 2 + variant, variant, "_symbols", None, page_of([LINE] * len(symbols)), **{
+            "OlderLine.end1": one_of([SYMBOL + number for number in symbols]), "OlderLine.end2": 0})
         bad = [-2.0, float("nan")][variant]
         add("OlderLine", 3, variant, "_pen", None, page_of([LINE, LINE]), **{
             "OlderPen.width": bad, "OlderPen.style": one_of([[2, 3], [4, 0]][variant])})
@@ -369,7 +374,8 @@ def element_cases(older):
             add("OlderAxis", 3, variant, f"_place{place}", None, page_of([CHART]), **{
                 "OlderAxis.place": place, "OlderAxis.automatic": variant == 0})
         add("OlderAxis", 3, variant, "_endless", None, page_of([CHART]), **{
-            "OlderAxis.automatic": False, ["OlderAxis.minimum", "OlderAxis.maximum"][variant]: [float("nan"), float("inf")][variant]})
+            "OlderAxis.automatic": False,
+            **[{"OlderAxis.minimum": float("nan")}, {"OlderAxis.maximum": float("inf")}][variant]})
         add("OlderLegendData", 2, variant, "_classes", None, page_of([LEGEND]), **{
             "OlderLegend.hasScale": True, "OlderLegendData.classes": [0, 1000][variant],
             "OlderLegendData.unit": ["", "no such unit"][variant]})
@@ -395,7 +401,8 @@ def connection_cases(older):
             "OlderElement.type": one_of([[IMAGE, CHART], [CHART, IMAGE]][variant] + [TEXT]),
             "OlderElement.id": one_of([5, 5, 6]), "OlderText.target": 5})
         add("OlderText", 2, variant, "_value", None, page_of([CHART, GROUP, CHART, TEXT], [2, 2]), **{
-            "OlderText.text": "$5.2strain.MAX_Y_left$", "OlderChart.token": one_of([["strain", "strain"], ["strain", "x"]][variant])})
+            "OlderText.text": "$5.2strain.MAX_Y_left$",
+            "OlderChart.token": one_of([["strain", "strain"], ["strain", "x"]][variant])})
         add("OlderText", 4, variant, "_value_elsewhere", None, page_of([TEXT, GROUP, CHART], [2, 1]), **{
             "OlderText.text": "at most $5.2strain.MAX_Y_left$ mm", "OlderChart.token": ["strain", "other"][variant]})
         add("OlderLegend", 3, variant, "_token", None, page_of([LEGEND, [IMAGE, CHART][variant], IMAGE]), **{
