@@ -71,14 +71,15 @@ void PageReader::endForm()
 bool PageReader::readNature(QString const &line)
 {
     using Nature = FormatForm::Nature;
-    static QRegularExpression const block(QStringLiteral("^Block of version (\\d+)(?:, when ([^.]+))?\\."));
+    static QRegularExpression const block(QStringLiteral("^Block of version (\\d+)( only)?(?:, when ([^.]+))?\\."));
     static QRegularExpression const file(QStringLiteral("^File of type \"([^\"]+)\", version (\\d+)\\."));
     static std::map<QString, Nature> const plain{
         {"Record.", Nature::Record}, {"Sequence.", Nature::Sequence}, {"Choice.", Nature::Choice}};
     if (QRegularExpressionMatch const match = block.match(line); match.hasMatch()) {
         form_.nature = Nature::Block;
         form_.version = match.captured(1).toUInt();
-        form_.when = match.captured(2).remove('`').toStdString();
+        form_.firstVersion = match.captured(2).isEmpty() ? 1 : form_.version;
+        form_.when = match.captured(3).remove('`').toStdString();
     } else if (QRegularExpressionMatch const found = file.match(line); found.hasMatch()) {
         form_.nature = Nature::File;
         form_.typeWord = found.captured(1).toStdString();

@@ -40,6 +40,7 @@ struct FormatForm
     std::string name;
     Nature nature = Nature::None;
     unsigned int version = 0;
+    unsigned int firstVersion = 1;
     std::string typeWord;
     std::string when; ///< a block that is not always there
     std::vector<FormatRow> rows;

@@ -304,7 +304,7 @@ void Teller::tellBlock(FormatForm const &form, Scope *scope, int depth)
             return;
         payload = Bytes(openBlock(&version));
         versions_[withoutBlanks(form.name)] = version;
-        if (version < 1 || version > form.version)
+        if (version < form.firstVersion || version > form.version)
             throw FormatError(form.name + ": unknown version " + std::to_string(version));
     };
     for (auto row = form.rows.begin(); row != form.rows.end(); ++row) {

@@ -6,8 +6,8 @@ from cases_charts import CHART, chart_values
 from cases_elements import RECTANGLE, with_children
 from cases_labels import LABEL, default_scale, default_tolerances, unit
 from cases_tokens import (CHART as CHART_VARIABLE, CHART_REFERENCE, CHART_TOKEN, DOUBLE, GROUP, IMAGE, IMAGE_REFERENCE,
-                          INTEGER, PLAIN_TYPES, SNAPSHOT, SNAPSHOT_REFERENCE, SNAPSHOT_TOKEN, STRING, info_node, one_of,
-                          registry_variables, value_node, variable_types)
+                          INTEGER, PLAIN_TYPES, SEPARATOR, SNAPSHOT, SNAPSHOT_REFERENCE, SNAPSHOT_TOKEN, STRING,
+                          info_node, one_of, registry_variables, value_node, variable_types)
 from document import DEFAULTS, Case, node_of, upgrade, upgrades
 from packed_picture import COLOR
 
@@ -216,7 +216,8 @@ def older_token_cases(forms, snippets):
             **entries(forms, [CHART_TOKEN]), **chart, **given})
 
     registry_of = {"IntegerVariable": [INTEGER], "DoubleVariable": [DOUBLE], "StringVariable": [STRING],
-                   "Variable": [INTEGER, DOUBLE, STRING, 6, 7, 9, 10], "DataInterface": [STRING, INTEGER]}
+                   "Variable": [INTEGER, DOUBLE, STRING, CHART_REFERENCE, GROUP, SNAPSHOT_REFERENCE, SEPARATOR],
+                   "DataInterface": [STRING, INTEGER]}
     for form, types in registry_of.items():
         for version in range(1, forms[form].version + 1):
             for variant in range(2):
@@ -232,10 +233,11 @@ def older_token_cases(forms, snippets):
         add("DoubleVariable", 1, variant, "_unit", **{
             "Variable.type": variable_types([DOUBLE]), "DataInterface.names": ["number"],
             "DoubleVariable.unitName": ["length", "no such unit"][variant]})
-        # One name twice, and what is no value.
+        # Of two values of one name the later type stays; a group is no value.
         add("DataInterface", 1, variant, "_same_name", **{
-            "Variable.type": variable_types([[INTEGER, STRING], [STRING, 7]][variant]),
-            "DataInterface.names": ["name", "name"]} if variant else {
+            "Variable.type": variable_types([[INTEGER, STRING], [STRING, GROUP]][variant]),
+            "DataInterface.names": ["name", "name"]})
+        add("DataInterface", 1, variant, "_order", **{
             "Variable.type": variable_types([STRING, INTEGER]), "DataInterface.names": ["name_b", "name_a"]})
     token_data_of = {"OlderBoolean": [0], "OlderInteger": [1], "OlderDouble": [2], "OlderString": [3],
                      "TokenData": [0, 1, 2, 3, 6, 7, 8, 10, 11]}

@@ -138,7 +138,9 @@ def info_node(forms, known, text):
 
 def container_of(forms, variables):
     """The token container of chart data or of an image object, from an older store."""
-    tokens = [node_of(forms, "Token", info=info_node(forms, known, known.text or known.name),
-                      value=value_node(forms, known))
-              for known in variables if known.number in (INTEGER, DOUBLE, STRING)]
-    return node_of(forms, "TokenContainer", count=len(tokens), tokens=tokens)
+    tokens = {}
+    for known in variables:
+        if known.number in (INTEGER, DOUBLE, STRING):
+            tokens[known.name] = node_of(forms, "Token", info=info_node(forms, known, known.text or known.name),
+                                         value=value_node(forms, known))
+    return node_of(forms, "TokenContainer", count=len(tokens), tokens=list(tokens.values()))

@@ -40,6 +40,7 @@ class Form:
     name: str
     nature: str  # block, record, sequence, choice, file
     version: int = 0
+    first_version: int = 1
     type_word: str = ""
     when: str = ""
     rows: list = field(default_factory=list)
@@ -83,7 +84,7 @@ def parse_form_cell(row, cell):
 
 
 NATURES = [
-    (re.compile(r"Block of version (\d+)(?:, when ([^.]+))?\."), "block"),
+    (re.compile(r"Block of version (\d+)( only)?(?:, when ([^.]+))?\."), "block"),
     (re.compile(r"Record\."), "record"),
     (re.compile(r"Sequence\."), "sequence"),
     (re.compile(r"Choice\."), "choice"),
@@ -109,7 +110,8 @@ def read_pages(folder):
                         continue
                     form.nature = nature
                     if nature == "block":
-                        form.version, form.when = int(match[1]), (match[2] or "").replace("`", "")
+                        form.version, form.when = int(match[1]), (match[3] or "").replace("`", "")
+                        form.first_version = form.version if match[2] else 1
                     if nature == "file":
                         form.type_word, form.version = match[1], int(match[2])
                     if form.name in forms:

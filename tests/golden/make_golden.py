@@ -39,7 +39,7 @@ def blocks_in(forms, node):
 def are_all_there(forms, numbers):
     """Whether every version of every block has two files."""
     missing = [f"{form.name} {version}" for form in forms.values() if form.nature == "block"
-               for version in range(1, form.version + 1) if numbers[form.name, version] < 2]
+               for version in range(form.first_version, form.version + 1) if numbers[form.name, version] < 2]
     for name in missing:
         print(f"{name}: has less than two files", file=sys.stderr)
     return not missing
