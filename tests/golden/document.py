@@ -2,6 +2,7 @@
 
 import hashlib
 
+from first_versions import VERSIONS
 from format_page import Node, Scope, holds, row_is_there
 from packed_picture import grey_jpeg, some_picture
 
@@ -58,7 +59,7 @@ class Builder:
 
     def fill(self, name, outer):
         form = self.forms[name]
-        node = Node(form, self.case.versions.get(name, form.version))
+        node = Node(form, self.case.versions.get(name, VERSIONS.get(name, form.version)))
         scope = Scope(node, outer)
         for row in form.rows:
             if not row.is_in(node.version) or not holds(row.when, scope):

@@ -3,9 +3,9 @@
 them.
 
 It knows the pages of docs/formats and nothing of the library. Files that are there are never changed: they stand for
-those that users have. For each case there is NAME.EXTENSION and NAME.EXTENSION.txt, the content in words when the
-document is saved again by this release, older figures as what they become, and SHA256SUMS holds the sums of them all.
-Every version of every block has two files at least.
+those that users have, and SHA256SUMS holds their sums. For each case there is NAME.EXTENSION and NAME.EXTENSION.txt, the
+content in words when the document is saved again by this release, older figures as what they become: these texts follow when
+a block gets a new version. Every version of every block has two files at least.
 
     make_golden.py [--check]     writes what is missing; --check tells whether what is there is what would be written
 """
@@ -45,18 +45,33 @@ def are_all_there(forms, numbers):
     return not missing
 
 
-def put(path, data, check):
-    """Writes a new file; one that is there must be the same."""
-    if path.exists():
-        if path.read_bytes() != data:
-            print(f"{path.name}: would be written differently", file=sys.stderr)
-            return False
+def put(path, data, check, follows):
+    """Writes a file; one that is there must be the same, unless it may follow what this release does."""
+    if path.exists() and path.read_bytes() == data:
         return True
-    if check:
-        print(f"{path.name}: is missing", file=sys.stderr)
+    if check or (path.exists() and not follows):
+        print(f"{path.name}: {'would be written differently' if path.exists() else 'is missing'}", file=sys.stderr)
         return False
     path.write_bytes(data)
     return True
+
+
+def sums_of_documents():
+    documents = sorted(path for path in FILES.iterdir() if path.suffix != ".txt")
+    return {path.name: hashlib.sha256(path.read_bytes()).hexdigest() for path in documents}
+
+
+def keep_sums(check):
+    """Adds the sums of new documents. One that is there never changes."""
+    path = HERE / "SHA256SUMS"
+    known = dict(reversed(line.split("  ")) for line in path.read_text().splitlines()) if path.exists() else {}
+    present = sums_of_documents()
+    changed = [name for name, sum_ in known.items() if present.get(name) != sum_]
+    for name in changed:
+        print(f"{name}: is not the file that it was", file=sys.stderr)
+    if not check and not changed:
+        path.write_text("".join(f"{sum_}  {name}\n" for name, sum_ in present.items()))
+    return not changed and (not check or known == present)
 
 
 def main():
@@ -68,14 +83,10 @@ def main():
     for case in CASES(forms):
         node, data, text = content(forms, case)
         numbers.update(blocks_in(forms, node))
-        good &= put(FILES / case.file_name, data, check)
-        good &= put(FILES / (case.file_name + ".txt"), text.encode("utf-8"), check)
+        good &= put(FILES / case.file_name, data, check, follows=False)
+        good &= put(FILES / (case.file_name + ".txt"), text.encode("utf-8"), check, follows=True)
     good &= are_all_there(forms, numbers)
-    sums = "".join(f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}\n" for path in sorted(FILES.iterdir()))
-    if check:
-        good &= (HERE / "SHA256SUMS").read_text() == sums
-    else:
-        (HERE / "SHA256SUMS").write_text(sums)
+    good &= keep_sums(check)
     return 0 if good else 1
 
 

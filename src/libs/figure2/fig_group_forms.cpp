@@ -88,9 +88,10 @@ void Group::requireDepth() const
 
 namespace {
 
-[[noreturn]] void throwTooManyElements()
+void requireCount(std::size_t elements)
 {
-    throw IO::StreamException(translate("Figure_Group_err", "more than %1 elements").arg(Group::MAXIMUM_ELEMENTS));
+    if (elements > Group::MAXIMUM_ELEMENTS)
+        throw IO::StreamException(translate("Figure_Group_err", "more than %1 elements").arg(Group::MAXIMUM_ELEMENTS));
 }
 
 } // namespace
@@ -100,8 +101,7 @@ void Group::requireElements() const
     std::size_t count = 0;
     for (auto it = getElementBegin(); it != getElementEnd(); ++it)
         ++count;
-    if (count > MAXIMUM_ELEMENTS)
-        throwTooManyElements();
+    requireCount(count);
 }
 
 /// Children of unknown types count as well: a file that claims many costs the time of many.
@@ -113,8 +113,7 @@ void Group::countLoaded(std::size_t children)
     if (top == this)
         loadedElements_ = 0;
     top->loadedElements_ += children;
-    if (top->loadedElements_ > MAXIMUM_ELEMENTS)
-        throwTooManyElements();
+    requireCount(top->loadedElements_);
 }
 
 void Group::load(IO::InStream *stream, int a, int b)

@@ -176,6 +176,9 @@ std::unique_ptr<Element> Importer::importGroup(IO::InStream *stream)
         reader.field(count);
         reader.keep(master, Since{2});
     });
+    elementCount_ += count;
+    if (elementCount_ > Group::MAXIMUM_ELEMENTS)
+        throwImportError("more than %1 elements", Group::MAXIMUM_ELEMENTS);
     if (!path_.empty())
         kept("group");
     auto group = std::make_unique<Group>();

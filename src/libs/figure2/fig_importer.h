@@ -98,6 +98,7 @@ private:
     std::vector<std::pair<LabelBase *, QString>> labels_; ///< those that name no element, with their places
     std::vector<Reference<Legend>> legends_;
     unsigned int snapshots_ = 0;
+    std::size_t elementCount_ = 0;
 };
 
 } // namespace Zem::Fig2

@@ -258,6 +258,19 @@ TEST(ImportGroup, isRefusedBelowADepth)
     EXPECT_NO_THROW(importElement(nested(256))); // the refusal has left nothing behind
 }
 
+TEST(ImportGroup, isRefusedWithMoreThanAMillionElementsInAll)
+{
+    std::string const tooMany = "more than 1000000 elements";
+    OldRecords inner = oldGroup(1, 1);
+    inner.add(oldElement(Import::OLD_GROUP));
+
+    EXPECT_EQ(elementRefusal(Import::OLD_GROUP, oldGroup(1, 1000001)), tooMany);
+    EXPECT_EQ(elementRefusal(Import::OLD_GROUP, OldRecords(inner).add(oldGroup(1, 1000000))), tooMany);
+    // These are only cut off.
+    EXPECT_NE(elementRefusal(Import::OLD_GROUP, oldGroup(1, 1000000)), tooMany);
+    EXPECT_NE(elementRefusal(Import::OLD_GROUP, OldRecords(inner).add(oldGroup(1, 999999))), tooMany);
+}
+
 TEST(ImportReport, namesEachElementByItsPlace)
 {
     ImportReport report;
