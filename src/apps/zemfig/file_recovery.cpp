@@ -24,6 +24,7 @@ namespace {
 /// A page begins with its own record and its background.
 constexpr std::size_t BLOCKS_OF_PAGE = 2;
 constexpr unsigned int FILE_VERSION = 1;
+constexpr std::size_t MOST_BLOCKS_OF_ELEMENT = 1000;
 
 /// The blocks that `save` writes, without the header of a file.
 template <class Save>
@@ -175,13 +176,28 @@ private:
             return;
         }
         std::size_t behind = count();
-        std::string const tokens = tokenBlocks(next, &behind);
+        std::string const tokens = tokenBlocks(findTokens(next), &behind);
         if (scan_.isSound(behind, count())) {
             bytes_ = head + tokens + scan_.getBytes(behind, count());
             if (isWhole(bytes_, &snippet))
                 return;
         }
         replaceTail(head + tokens);
+    }
+
+    /// Where the tokens begin: behind a last element that could not be read that is not known. An empty list could be
+    /// anything.
+    std::size_t findTokens(std::size_t first) const
+    {
+        for (std::size_t block = first; block < std::min(count(), first + MOST_BLOCKS_OF_ELEMENT); ++block) {
+            FigureTokenContainer tokens;
+            readTokens(block, count(), &tokens);
+            std::vector<TokenInfo> infos;
+            tokens.getTokens(&infos);
+            if (!infos.empty() && hasData(tokens, infos.front()))
+                return block;
+        }
+        return first;
     }
 
     /// The tokens before the first damage, and where those of the damaged file end, when that can be told.
@@ -205,7 +221,7 @@ private:
         return blocksOf([&tokens](IO::OutStream *stream) { tokens.save(stream); });
     }
 
-    void readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens)
+    void readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens) const
     {
         std::unique_ptr<std::istream> const source = scan_.openStream(first, end);
         try {
