@@ -13,6 +13,7 @@
 #include <ZemFig2TokenContainer.h>
 #include <ZemTokenContainer.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace Zem::Zemfig {
@@ -207,7 +208,7 @@ private:
         while (damaged < count() && scan_.isSound(first, damaged + 1))
             ++damaged;
         FigureTokenContainer tokens;
-        readTokens(first, damaged, &tokens);
+        bool const isComplete = readTokens(first, damaged, &tokens);
         FigureTokenContainer all;
         std::unique_ptr<std::istream> const source = scan_.openStream(first);
         try {
@@ -218,10 +219,15 @@ private:
             *behind = count();
         }
         noteTokens(&tokens);
+        // The pictures and overlays stand behind all tokens, and a picture does not tell that it had an overlay.
+        if (!isComplete && offersPictures(tokens))
+            notes_.push_back(
+                {QStringLiteral("pictures and overlays"), false, QStringLiteral("those behind the damage")});
         return blocksOf([&tokens](IO::OutStream *stream) { tokens.save(stream); });
     }
 
-    void readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens) const
+    /// False when not all of them could be read.
+    bool readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens) const
     {
         std::unique_ptr<std::istream> const source = scan_.openStream(first, end);
         try {
@@ -229,7 +235,17 @@ private:
             tokens->load(&stream);
         } catch (Exception const &) {
             // What was read before stays.
+            return false;
         }
+        return true;
+    }
+
+    static bool offersPictures(FigureTokenContainer const &tokens)
+    {
+        std::vector<TokenInfo> infos;
+        tokens.getTokens(&infos);
+        return std::any_of(infos.begin(), infos.end(),
+                           [](TokenInfo const &info) { return info.getType() == TokenInfo::TYPE_IMAGE; });
     }
 
     static bool hasData(FigureTokenContainer const &tokens, TokenInfo const &info)
