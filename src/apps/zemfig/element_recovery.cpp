@@ -16,9 +16,10 @@ namespace {
 
 /// So many elements one behind the other that can be read are no chance.
 constexpr int ENOUGH_IN_A_ROW = 3;
-/// For each block of the file so many may be read in search of elements.
-constexpr std::size_t WORK_PER_BLOCK = 64;
-constexpr std::size_t LEAST_WORK_OF_RECOVERY = 100000;
+/// For each byte of the file so many may be read in search of elements, and an attempt counts as so many at least.
+constexpr std::size_t READ_PER_BYTE = 64;
+constexpr std::size_t LEAST_READ = std::size_t{64} << 20;
+constexpr std::size_t COST_OF_ATTEMPT = 512;
 /// A hole may have held so many elements at most.
 constexpr std::size_t MOST_IN_A_HOLE = 64;
 
@@ -46,7 +47,7 @@ struct ElementRecovery::Attempt
 };
 
 ElementRecovery::ElementRecovery(IO::BlockScan const &scan, std::vector<RecoveryNote> *notes)
-    : scan_(scan), notes_(notes), work_(std::max(LEAST_WORK_OF_RECOVERY, WORK_PER_BLOCK * scan.getBlocks().size()))
+    : scan_(scan), notes_(notes), work_(std::max(LEAST_READ, READ_PER_BYTE * scan.getSize()))
 {
 }
 
@@ -89,7 +90,9 @@ ElementRecovery::Attempt ElementRecovery::tryElement(std::size_t first, unsigned
         attempt.failure = error.getText();
     }
     attempt.next = scan_.getBlock(bytes.get());
-    work_ -= std::min(work_, attempt.next - first + 1);
+    std::size_t const last = std::max(first, attempt.next - 1);
+    std::size_t const bytesRead = scan_.getBlocks()[last].end() - scan_.getBlocks()[first].position;
+    work_ -= std::min(work_, bytesRead + COST_OF_ATTEMPT);
     return attempt;
 }
 

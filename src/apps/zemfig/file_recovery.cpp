@@ -13,6 +13,7 @@
 #include <ZemFig2TokenContainer.h>
 #include <ZemTokenContainer.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace Zem::Zemfig {
@@ -24,6 +25,7 @@ namespace {
 /// A page begins with its own record and its background.
 constexpr std::size_t BLOCKS_OF_PAGE = 2;
 constexpr unsigned int FILE_VERSION = 1;
+constexpr std::size_t MOST_BLOCKS_OF_ELEMENT = 1000;
 
 /// The blocks that `save` writes, without the header of a file.
 template <class Save>
@@ -175,13 +177,28 @@ private:
             return;
         }
         std::size_t behind = count();
-        std::string const tokens = tokenBlocks(next, &behind);
+        std::string const tokens = tokenBlocks(findTokens(next), &behind);
         if (scan_.isSound(behind, count())) {
             bytes_ = head + tokens + scan_.getBytes(behind, count());
             if (isWhole(bytes_, &snippet))
                 return;
         }
         replaceTail(head + tokens);
+    }
+
+    /// Where the tokens begin: behind a last element that could not be read that is not known. An empty list could be
+    /// anything.
+    std::size_t findTokens(std::size_t first) const
+    {
+        for (std::size_t block = first; block < std::min(count(), first + MOST_BLOCKS_OF_ELEMENT); ++block) {
+            FigureTokenContainer tokens;
+            readTokens(block, count(), &tokens);
+            std::vector<TokenInfo> infos;
+            tokens.getTokens(&infos);
+            if (!infos.empty() && hasData(tokens, infos.front()))
+                return block;
+        }
+        return first;
     }
 
     /// The tokens before the first damage, and where those of the damaged file end, when that can be told.
@@ -191,7 +208,7 @@ private:
         while (damaged < count() && scan_.isSound(first, damaged + 1))
             ++damaged;
         FigureTokenContainer tokens;
-        readTokens(first, damaged, &tokens);
+        bool const isComplete = readTokens(first, damaged, &tokens);
         FigureTokenContainer all;
         std::unique_ptr<std::istream> const source = scan_.openStream(first);
         try {
@@ -202,10 +219,15 @@ private:
             *behind = count();
         }
         noteTokens(&tokens);
+        // The pictures and overlays stand behind all tokens, and a picture does not tell that it had an overlay.
+        if (!isComplete && offersPictures(tokens))
+            notes_.push_back(
+                {QStringLiteral("pictures and overlays"), false, QStringLiteral("those behind the damage")});
         return blocksOf([&tokens](IO::OutStream *stream) { tokens.save(stream); });
     }
 
-    void readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens)
+    /// False when not all of them could be read.
+    bool readTokens(std::size_t first, std::size_t end, FigureTokenContainer *tokens) const
     {
         std::unique_ptr<std::istream> const source = scan_.openStream(first, end);
         try {
@@ -213,7 +235,17 @@ private:
             tokens->load(&stream);
         } catch (Exception const &) {
             // What was read before stays.
+            return false;
         }
+        return true;
+    }
+
+    static bool offersPictures(FigureTokenContainer const &tokens)
+    {
+        std::vector<TokenInfo> infos;
+        tokens.getTokens(&infos);
+        return std::any_of(infos.begin(), infos.end(),
+                           [](TokenInfo const &info) { return info.getType() == TokenInfo::TYPE_IMAGE; });
     }
 
     static bool hasData(FigureTokenContainer const &tokens, TokenInfo const &info)

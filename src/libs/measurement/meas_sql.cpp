@@ -21,6 +21,13 @@ QString makeConnectionName()
     return QStringLiteral("zem_measurement_%1").arg(count++);
 }
 
+/// A program that was killed while it wrote has left its journal. Only a connection that may write can undo what that
+/// program had begun; without it the project could not be read at all.
+bool isToBeRolledBack(QFileInfo const &file)
+{
+    return QFileInfo::exists(file.filePath() + QStringLiteral("-journal")) && file.isWritable();
+}
+
 } // namespace
 
 SqlConnection::SqlConnection(QString const &location, OpenMode_t mode) : connectionName_(makeConnectionName())
@@ -53,9 +60,9 @@ void SqlConnection::openFile(QString const &fileName, OpenMode_t mode)
     }
     database_ = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName_);
     database_.setDatabaseName(fileName);
-    database_.setConnectOptions(mode == OpenMode_t::READ
-                                    ? QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000")
-                                    : QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    bool const onlyReads = mode == OpenMode_t::READ && !isToBeRolledBack(file);
+    database_.setConnectOptions(onlyReads ? QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000")
+                                          : QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
     open();
 }
 

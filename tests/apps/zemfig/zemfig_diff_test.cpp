@@ -207,6 +207,15 @@ TEST_F(Diff, findsPagesOfOtherSizes)
     EXPECT_EQ(pages()["page"].toObject(), (QJsonObject{{"a", QJsonArray{100, 60}}, {"b", QJsonArray{100, 80}}}));
 }
 
+/// Neither a value nor an element tells of the background.
+TEST_F(Diff, findsWhatOnlyThePictureShows)
+{
+    change("size = [100, 60]", "size = [100, 60]\nbackground = { filled = true, color = \"#ffffee\" }");
+    QJsonObject const found = pages();
+    EXPECT_EQ(found.keys(), (QStringList{"different_pixels", "equal"}));
+    EXPECT_EQ(found["equal"], false);
+}
+
 TEST_F(Diff, findsOtherCurves)
 {
     QByteArray const chart = "[[element]]\ntype = \"generic_chart\"\nname = \"chart\"\norigin = [50, 30]\n"

@@ -63,7 +63,7 @@ protected:
 
     IO::BlockScan scan(QString const &name) const { return IO::BlockScan(place.read(name).toStdString()); }
 
-    /// The first block that holds the text, and an element that begins with it or a little before.
+    /// The first block that holds the text.
     std::size_t blockWith(QString const &name, QByteArray const &text) const
     {
         qsizetype const at = place.read(name).indexOf(text);
@@ -83,15 +83,6 @@ protected:
         auto const at = static_cast<qsizetype>(scan(name).getBlocks().at(block).position) + FRAME + offset;
         bytes[at] = static_cast<char>(bytes[at] ^ 1);
         place.write(name, bytes);
-    }
-
-    /// Takes blocks away, from the one to the one before the other.
-    void cut(QString const &name, std::size_t first, std::size_t end) const
-    {
-        IO::BlockScan const found = scan(name);
-        auto const from = static_cast<qsizetype>(found.getBlocks().at(first).position);
-        auto const to = static_cast<qsizetype>(found.getBlocks().at(end).position);
-        place.write(name, place.read(name).remove(from, to - from));
     }
 
     static QStringList namesOf(QJsonValue const &things)
@@ -163,14 +154,15 @@ TEST_F(Repair, keepsWhatIsBeforeACut)
     EXPECT_EQ(namesOf(told["lost"]), QStringList{"label"});
 }
 
-/// All blocks of an element are gone, and those behind it move up.
+/// From the middle of one element to the middle of the next but one nothing is left.
 TEST_F(Repair, goesOnBehindElementsThatAreGone)
 {
-    cut("page.fig", blockWith("page.fig", "second"), blockWith("page.fig", "third"));
+    QByteArray const bytes = place.read("page.fig");
+    qsizetype const from = bytes.indexOf("second");
+    place.write("page.fig", QByteArray(bytes).remove(from, bytes.indexOf("third") - from));
     QJsonObject const told = repair("page.fig", "new.fig");
-    EXPECT_TRUE(namesOf(told["kept"]).contains("label 'fourth'"));
-    EXPECT_TRUE(namesOf(told["kept"]).contains("label 'first'"));
-    EXPECT_EQ(namesOf(told["lost"]).size(), 1);
+    EXPECT_EQ(namesOf(told["kept"]), (QStringList{"label 'first'", "label 'fourth'"}));
+    EXPECT_EQ(namesOf(told["lost"]), (QStringList{"rectangle", "ellipse"}));
 }
 
 TEST_F(Repair, goesOnBehindABrokenBlockInTheMiddle)
@@ -296,6 +288,19 @@ TEST_F(RepairSnippet, keepsStageAndDataWhenAnElementIsLost)
     EXPECT_EQ(place.zemfig({"render", "new.snippet", "-o", "x.png"}).exitCode, 0);
 }
 
+/// Where it ends is not known then, and so neither is where the data begin.
+TEST_F(RepairSnippet, keepsTheDataWhenTheLastElementCannotBeRead)
+{
+    QByteArray bytes = place.read("page.snippet");
+    auto const at =
+        static_cast<qsizetype>(scan("page.snippet").getBlocks()[blockWith("page.snippet", "fourth")].position);
+    place.write("page.snippet", bytes.replace(at, 30, QByteArray(30, '\xff')));
+    QJsonObject const told = repair("page.snippet", "new.snippet");
+    EXPECT_EQ(namesOf(told["lost"]), QStringList{"label"});
+    EXPECT_EQ(namesOf(told["kept"]),
+              (QStringList{"label 'first'", "rectangle 'second'", "ellipse 'third'", "data 'force'"}));
+}
+
 TEST_F(RepairSnippet, keepsThePageWhenItsDataAreCutOff)
 {
     QByteArray const bytes = place.read("page.snippet");
@@ -361,8 +366,9 @@ TEST_F(RepairSnippet, ofEveryCutGivesAFileThatCanBeRead)
         place.write("page.snippet", bytes.left(size));
         CommandResult const result = place.zemfig({"repair", "page.snippet", "-o", "new.snippet"});
         EXPECT_TRUE(result.exitCode == 0 || result.exitCode == 2) << size << result.errors;
-        if (result.exitCode == 0)
-            EXPECT_EQ(place.zemfig({"info", "new.snippet"}).exitCode, 0) << size;
+        if (result.exitCode != 0)
+            continue;
+        EXPECT_EQ(place.zemfig({"info", "new.snippet"}).exitCode, 0) << size;
     }
 }
 
