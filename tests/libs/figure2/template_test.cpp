@@ -232,6 +232,7 @@ TEST_F(TemplateFile, hasATypeOfItsOwn)
 {
     EXPECT_EQ(FigureTemplate::TEMPLATE_FILE_TYPE_ID, QLatin1StringView("KRVFigureTemplate"));
     EXPECT_TRUE(pattern.save(path("a.template"), &log));
+    EXPECT_EQ(IO::InStream(path("a.template")).getVersion(), 1U);
     EXPECT_TRUE(Figure::saveFigure(path("a.fig"), &pattern, &log));
     EXPECT_TRUE(FigureTemplate::canOpenFile(headOf(path("a.template"))));
     EXPECT_FALSE(FigureTemplate::canOpenFile(headOf(path("a.fig"))));
@@ -332,6 +333,7 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     write(path("old.fig"), oldFile(oldFigure(3, oldRegistry(), {chart})));
 
     read.setTypeHint(first, "gone");
+    read.setBackground(FillStyle(Color(1, 2, 3)));
     LiveTokens tokens;
     Invalidator invalidator;
     read.setTokenInterface(&tokens);
@@ -345,6 +347,8 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     read.unregisterInvalidator(&invalidator);
 
     EXPECT_EQ(read.getSize(), BaVec2d<double>(100, 50));
+    std::unique_ptr<Figure> const figure(Figure::loadFigure(path("old.fig"), &log));
+    EXPECT_EQ(read.getBackground(), figure->getBackground());
     ASSERT_EQ(numberOfChildren(read), 1U);
     EXPECT_EQ(read.getTypeHint(childOf(read)), "strain");
     EXPECT_EQ(childOf(read)->getFigure(), &read);
