@@ -176,6 +176,16 @@ TEST_F(TemplateTest, passesOverHintsOfUnknownElements)
     EXPECT_EQ(blocks.substr(blocks.size() - 5), "2:15 "); // 4 + 4 + 4 + 3
 }
 
+TEST_F(TemplateTest, knowsTheElementsOfTheLastLoadOnly)
+{
+    FigureTemplate read;
+    load(read, saved(pattern));
+    Element const *before = childOf(read);
+    load(read, withHints(FigureTemplate(), 2, Payload().u(1).i(first->getId()).s("gone")));
+    EXPECT_EQ(numberOfChildren(read), 0U);
+    EXPECT_EQ(read.getTypeHint(before), "");
+}
+
 TEST_F(TemplateTest, refusesBadHints)
 {
     FigureTemplate read;
@@ -333,7 +343,7 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     write(path("old.fig"), oldFile(oldFigure(3, oldRegistry(), {chart})));
 
     read.setTypeHint(first, "gone");
-    read.setBackground(FillStyle(Color(1, 2, 3)));
+    read.setBackground(FillStyle(Color(90, 80, 70)));
     LiveTokens tokens;
     Invalidator invalidator;
     read.setTokenInterface(&tokens);
