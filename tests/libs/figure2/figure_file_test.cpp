@@ -350,6 +350,8 @@ TEST_F(FigureOnDisk, beginsWithItsType)
     IO::InStream stream(path("a.fig"));
     EXPECT_EQ(stream.getFileType(), "Figure");
     EXPECT_EQ(stream.getVersion(), 1U);
+    EXPECT_EQ(Figure::FILE_TYPE_ID, QLatin1StringView("Figure"));
+    EXPECT_EQ(Figure::FILE_EXTENSION, QLatin1StringView(".fig"));
 }
 
 TEST_F(FigureOnDisk, thatIsMissingIsLogged)

@@ -272,6 +272,19 @@ TEST_P(SnapshotVersion, isWholeInEveryField)
     }
 }
 
+TEST(SnapshotBlocks, withTolerancesButWithoutAScaleShowNone)
+{
+    Support::FakeCalculator const calculator;
+    CraftedSnapshot crafted;
+    crafted.hasLegendData = false;
+    SnapshotData snapshot;
+    load(snapshot, crafted.bytes());
+    EXPECT_FALSE(snapshot.showTolerances());
+    EXPECT_EQ(snapshot.getToleranceParams(), CraftedSnapshot::tolerance());
+    std::string const head = BlockCrafter().block(10, crafted.header()).bytes();
+    EXPECT_EQ(saved(snapshot).substr(0, head.size()), head);
+}
+
 TEST(SnapshotBlocks, ofANewerVersionAreRefused)
 {
     SnapshotData snapshot(STAGE, new Figure, nullptr);

@@ -222,6 +222,22 @@ TEST_F(SnapshotMerge, movesValidConnectorPoints)
     EXPECT_EQ(pointOf(3), LabelBase::INVALID_POINT);
 }
 
+TEST_F(SnapshotMerge, movesConnectorPointsOfTheTopLevelOnly)
+{
+    auto *measured = new MeasuredPoint;
+    measured->setConnectorPoint({10, 20});
+    source.getRoot()->addChild(measured);
+    auto *inGroup = new Label;
+    inGroup->setConnectorPoint({30, 40});
+    addGroup(source.getRoot())->addChild(inGroup);
+    auto const snapshot = freeze();
+    snapshot->merge(STAGE, &source, {5, 7}, ALL);
+    Figure &figure = *snapshot->getFigure();
+    EXPECT_EQ(static_cast<LabelBase *>(childOf(figure, 2))->getConnectorPoint(), BaVec2d<double>(15, 27));
+    auto const *group = static_cast<Group const *>(childOf(figure, 3));
+    EXPECT_EQ(static_cast<Label const *>(*group->getChildBegin())->getConnectorPoint(), BaVec2d<double>(30, 40));
+}
+
 TEST_F(SnapshotMerge, updatesTheFigureAgain)
 {
     addLabel(source, "$a$");
@@ -421,10 +437,15 @@ TEST_F(SnapshotMerge, keepsTheSystemFont)
     Font const before = Font::getSystemLabelFont();
     Font::setSystemLabelFont(Font("Then", 9.0, Font::BOLD));
     addLabel(source, "a")->setUseSystemFont(true);
+    auto *inGroup = new Label;
+    inGroup->setUseSystemFont(true);
+    addGroup(source.getRoot())->addChild(inGroup);
     auto const snapshot = freeze();
     Font::setSystemLabelFont(before);
     EXPECT_EQ(childOf(*snapshot->getFigure())->getFont(), Font("Then", 9.0, Font::BOLD));
     EXPECT_FALSE(childOf(*snapshot->getFigure())->getUseSystemFont());
+    auto const *group = static_cast<Group const *>(childOf(*snapshot->getFigure(), 1));
+    EXPECT_EQ((*group->getChildBegin())->getFont(), Font("Then", 9.0, Font::BOLD));
     EXPECT_TRUE(childOf(source)->getUseSystemFont());
 }
 
@@ -646,6 +667,24 @@ TEST_F(SnapshotCrop, movesElementsAndConnectorPoints)
     auto const *label = static_cast<Label const *>(childOf(*snapshot->getFigure()));
     EXPECT_EQ(label->getConnectorPoint(), BaVec2d<double>(40, 40));
     EXPECT_FALSE(static_cast<Label const *>(childOf(*snapshot->getFigure(), 1))->hasConnectorPoint());
+}
+
+TEST_F(SnapshotCrop, movesTheConnectorPointsOfLabelsInGroupsButNotOfImageLabels)
+{
+    auto *inGroup = new Label;
+    inGroup->setConnectorPoint({50, 60});
+    addGroup(source.getRoot())->addChild(inGroup);
+    auto *measured = new MeasuredPoint;
+    measured->setConnectorPoint({50, 60});
+    source.getRoot()->addChild(measured);
+    snapshot = freeze();
+    BaVec2d<double> const before = originOf(4);
+    snapshot->crop(Rect(10, 20, 30, 40));
+    Figure &figure = *snapshot->getFigure();
+    auto const *group = static_cast<Group const *>(childOf(figure, 3));
+    EXPECT_EQ(static_cast<Label const *>(*group->getChildBegin())->getConnectorPoint(), BaVec2d<double>(40, 40));
+    EXPECT_EQ(originOf(4), before - BaVec2d<double>(10, 20));
+    EXPECT_EQ(static_cast<LabelBase *>(childOf(figure, 4))->getConnectorPoint(), BaVec2d<double>(50, 60));
 }
 
 TEST_F(SnapshotCrop, beginsOnThePage)

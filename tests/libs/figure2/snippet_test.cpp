@@ -92,6 +92,7 @@ TEST_F(SnippetTest, hasAFileOfItsOwnType)
     IO::InStream stream(path("a.snippet"));
     ASSERT_TRUE(stream.isInit());
     EXPECT_TRUE(stream.isOfType("KRVSnippetFile"));
+    EXPECT_EQ(stream.getVersion(), 1U);
     SnapshotData snapshot;
     snapshot.load(&stream);
     EXPECT_NE(snapshot.getFigure(), nullptr);

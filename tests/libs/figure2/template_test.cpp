@@ -176,6 +176,16 @@ TEST_F(TemplateTest, passesOverHintsOfUnknownElements)
     EXPECT_EQ(blocks.substr(blocks.size() - 5), "2:15 "); // 4 + 4 + 4 + 3
 }
 
+TEST_F(TemplateTest, knowsTheElementsOfTheLastLoadOnly)
+{
+    FigureTemplate read;
+    load(read, saved(pattern));
+    Element const *before = childOf(read);
+    load(read, withHints(FigureTemplate(), 2, Payload().u(1).i(first->getId()).s("gone")));
+    EXPECT_EQ(numberOfChildren(read), 0U);
+    EXPECT_EQ(read.getTypeHint(before), "");
+}
+
 TEST_F(TemplateTest, refusesBadHints)
 {
     FigureTemplate read;
@@ -232,6 +242,7 @@ TEST_F(TemplateFile, hasATypeOfItsOwn)
 {
     EXPECT_EQ(FigureTemplate::TEMPLATE_FILE_TYPE_ID, QLatin1StringView("KRVFigureTemplate"));
     EXPECT_TRUE(pattern.save(path("a.template"), &log));
+    EXPECT_EQ(IO::InStream(path("a.template")).getVersion(), 1U);
     EXPECT_TRUE(Figure::saveFigure(path("a.fig"), &pattern, &log));
     EXPECT_TRUE(FigureTemplate::canOpenFile(headOf(path("a.template"))));
     EXPECT_FALSE(FigureTemplate::canOpenFile(headOf(path("a.fig"))));
@@ -332,6 +343,7 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     write(path("old.fig"), oldFile(oldFigure(3, oldRegistry(), {chart})));
 
     read.setTypeHint(first, "gone");
+    read.setBackground(FillStyle(Color(90, 80, 70)));
     LiveTokens tokens;
     Invalidator invalidator;
     read.setTokenInterface(&tokens);
@@ -345,6 +357,8 @@ TEST_F(TemplateFile, takesInAnOlderFigureWithItsHints)
     read.unregisterInvalidator(&invalidator);
 
     EXPECT_EQ(read.getSize(), BaVec2d<double>(100, 50));
+    std::unique_ptr<Figure> const figure(Figure::loadFigure(path("old.fig"), &log));
+    EXPECT_EQ(read.getBackground(), figure->getBackground());
     ASSERT_EQ(numberOfChildren(read), 1U);
     EXPECT_EQ(read.getTypeHint(childOf(read)), "strain");
     EXPECT_EQ(childOf(read)->getFigure(), &read);

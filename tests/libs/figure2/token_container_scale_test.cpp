@@ -167,6 +167,30 @@ TEST_F(ScaleImage, movesThePointsOfItsLabels)
     EXPECT_EQ(unconnected->getConnectorPoint(), (BaVec2d<double>(2, 3)));
 }
 
+/// An image element that is connected to others itself, as those of applications may be.
+class PointingImage : public Image
+{
+public:
+    bool canConnectTo(Element const *, QString const &) const override { return true; }
+};
+
+TEST_F(ScaleImage, movesThePointsOfLabelsThatItIsConnectedTo)
+{
+    Figure figure;
+    auto *image = new PointingImage;
+    auto *label = new Label;
+    auto *other = new Image;
+    for (Element *each : std::initializer_list<Element *>{image, label, other})
+        figure.getRoot()->addChild(each);
+    image->setToken("camera");
+    image->setSize({50.8, 50.8});
+    label->setConnectorPoint({2, 3});
+    image->connect(other, "");
+    image->connect(label, "");
+    tokens.scaleImage(image, scaler, 25);
+    EXPECT_EQ(label->getConnectorPoint(), (BaVec2d<double>(8, 12)));
+}
+
 TEST_F(ScaleImage, needsAColouredOverlayAndChangesNothingWithoutOne)
 {
     scaler.overlaysAreGrey = true;

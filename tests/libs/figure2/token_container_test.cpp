@@ -1,6 +1,8 @@
 // The frozen data of a figure: what is stored under a name, and how it is filled.
 #include "token_container_fixture.h"
 
+#include <fig_token_entry.h>
+
 #include <type_traits>
 #include <utility>
 
@@ -175,6 +177,21 @@ TEST(TokenContainerOfFigures, replacesDataOfOneKindByThoseOfAnother)
     EXPECT_EQ(tokens.getChart("a"), nullptr);
     EXPECT_NE(tokens.getSnapshot("a"), nullptr);
     EXPECT_EQ(offered(tokens), "a=chart, ");
+}
+
+TEST(TokenContainerEntry, handsOutDataOfItsOwnTypeOnly)
+{
+    std::string const file = "libs/figure2/ZemFig2TokenContainer: ";
+    FigureTokenContainer::Entry entry(textInfo("a"), Value(5));
+    EXPECT_EQ(progError([&] { entry.getImageData(); }), file + "Wrong entry type, image data expected");
+    EXPECT_EQ(progError([&] { entry.getChartData(); }), file + "Wrong entry type, chart data expected");
+    EXPECT_EQ(progError([&] { entry.getSnapshotData(); }), file + "Wrong entry type, snapshot data expected");
+    EXPECT_EQ(progError([&] { entry.setImage(nullptr); }), file + "Wrong entry type for adding images");
+    EXPECT_EQ(progError([&] { entry.setOverlay(nullptr); }), file + "Wrong entry type for adding overlays");
+
+    auto chart = std::make_unique<ChartData>();
+    ChartData const *given = chart.get();
+    EXPECT_EQ(FigureTokenContainer::Entry(chartInfo("c"), std::move(chart)).getChartData(), given);
 }
 
 TEST(FrozenImage, doesNotDependOnTheInterfaceOfItsObjects)
