@@ -129,7 +129,7 @@ TEST_F(ZemfigPlot, tellsWhatIsWrong)
                               Case{{"--y", "forze", "-o", "p.pdf"}, 1, "nothing called 'forze' to plot (did you mean 'force'?)"},
                               Case{{"--style", "lin", "-o", "p.pdf"}, 1, "no style 'lin' (did you mean 'line'?)"},
                               Case{{"-o", "p.doc"}, 1, "'p.doc' ends in none of"},
-                              Case{{"--save", "p.txt"}, 1, "neither a .fig nor a .toml file"},
+                              Case{{"--save", "p.txt"}, 1, "is no .fig, .toml, .template or .snippet file"},
                               Case{{"--save", "missing/p.toml"}, 1, "in the folder of its data"}}) {
         CommandResult const result = plot(wrong.options);
         EXPECT_EQ(result.exitCode, wrong.code) << wrong.text;
