@@ -286,6 +286,13 @@ protected:
         return dynamic_cast<Snapshot *>(childOf(read));
     }
 
+    /// The page is as it was before loaded().
+    void removeLast()
+    {
+        std::unique_ptr<Element> const last(childOf(page, 1));
+        page.getRoot()->removeChild(last.get());
+    }
+
     Support::FakeCalculator calculator;
     Figure page;
     Figure read;
@@ -318,7 +325,7 @@ TEST_F(OldSnapshots, ofEachVersionAreReadWithWhatIsInThem)
         EXPECT_EQ(legend.getFixedMinimum(), version == 4 ? -2.0 : 0.0);
         EXPECT_FALSE(data->showTolerances());
         EXPECT_EQ(snapshot->getToken(), "");
-        page.getRoot()->removeChild(childOf(page, 1));
+        removeLast();
     }
 }
 
@@ -335,7 +342,7 @@ TEST_F(OldSnapshots, haveEachPartByItsOwnFlag)
         Legend2::Legend legend;
         Legend2::Data scale;
         EXPECT_EQ(data->getLegendData(&legend, &scale), old->hasLegend);
-        page.getRoot()->removeChild(childOf(page, 1));
+        removeLast();
     }
 }
 
