@@ -1,6 +1,6 @@
 // Damaged documents of every kind and version are refused or read, and cost no more than their size allows.
 //
-// Of the fourteen ways to damage a byte each byte meets one, another one in each file, and with sanitizers every fourth
+// Of the fourteen ways to damage a byte each byte meets one, another one in each file, and with sanitizers every sixteenth
 // byte. ZEM_DAMAGE=all (make damage) takes them all, which lasts.
 #include "GoldenDocuments.h"
 
@@ -26,7 +26,7 @@ constexpr std::size_t FREE_MEMORY = 32 << 20; ///< beside sixteen times the size
 constexpr std::chrono::seconds HANGING{5};    ///< no measure of speed: a loop that a number in the file makes long
 constexpr int NUMBER_OF_DAMAGES = 14;
 #ifdef __SANITIZE_ADDRESS__
-constexpr qsizetype STRIDE = 4;
+constexpr qsizetype STRIDE = 16;
 #else
 constexpr qsizetype STRIDE = 1;
 #endif
